@@ -1,0 +1,14 @@
+# What differs between one deployment of the service and another. The sources see these through Deployment.h alone.
+set(ORVANE_SERVICE_DOMAIN "orvane.localhost:48443" CACHE STRING
+    "Domain of the review service; a customer's API host is <subdomain>.<this>")
+set(ORVANE_WEB_HOST "www.orvane.localhost:48443" CACHE STRING
+    "Host of the service's public web site (version file, installer)")
+set(ORVANE_BUNDLE_IDENTIFIER "com.orvane.vorrel" CACHE STRING
+    "Identifier of the plug-in's bundle, by which it finds its own resources")
+set(ORVANE_KEYCHAIN_ERROR_DOMAIN "com.orvane.vorrel.keychain" CACHE STRING
+    "Error domain of the credential store")
+
+configure_file("${CMAKE_CURRENT_SOURCE_DIR}/Mac/Deployment.h.in"
+               "${CMAKE_BINARY_DIR}/generated/Deployment.h" @ONLY)
+add_library(orvane_deployment INTERFACE)
+target_include_directories(orvane_deployment INTERFACE "${CMAKE_BINARY_DIR}/generated")

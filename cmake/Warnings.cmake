@@ -1,0 +1,3 @@
+# One interface target that every target of the project links: the warnings that the code is kept free of.
+add_library(orvane_warnings INTERFACE)
+target_compile_options(orvane_warnings INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor)
