@@ -1,0 +1,34 @@
+// The fonts that the windows name are Apple's. Where they are missing, a free font of the same metrics stands in.
+#import <Cocoa/Cocoa.h>
+
+#include "MethodReplacement.h"
+
+namespace {
+
+using FontWithName = NSFont *(*)(id, SEL, NSString *, CGFloat);
+FontWithName original_font_with_name;
+
+NSString *FallbackFontName(NSString *name) {
+  if (![name hasPrefix:@"Helvetica"]) return nil;
+  return [name hasSuffix:@"Bold"] ? @"LiberationSans-Bold" : @"LiberationSans";
+}
+
+NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat size) {
+  NSFont *font = original_font_with_name(font_class, selector, name, size);
+  NSString *fallback = font ? nil : FallbackFontName(name);
+  return fallback ? original_font_with_name(font_class, selector, fallback, size) : font;
+}
+
+}  // namespace
+
+@interface OrvFontFallback : NSObject
+@end
+
+@implementation OrvFontFallback
+
++ (void)load {
+  original_font_with_name =
+      ReplaceClassMethod<FontWithName>("NSFont", @selector(fontWithName:size:), FontWithFallback);
+}
+
+@end

@@ -1,0 +1,23 @@
+// Replacing single methods of GNUstep's classes where their behaviour differs from AppKit's.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include <objc/runtime.h>
+
+/// Replaces the instance method and returns the implementation that stood there, or null when the class has none.
+/// Function is the implementation's type: void (*)(id, SEL, …).
+template <typename Function>
+Function ReplaceInstanceMethod(const char *class_name, SEL selector, Function replacement) {
+  Method method = class_getInstanceMethod(objc_getClass(class_name), selector);
+  if (!method) return nullptr;
+  return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
+}
+
+/// The same for a class method.
+template <typename Function>
+Function ReplaceClassMethod(const char *class_name, SEL selector, Function replacement) {
+  Method method = class_getClassMethod(objc_getClass(class_name), selector);
+  if (!method) return nullptr;
+  return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
+}

@@ -1,0 +1,18 @@
+# orvane_platform goes into every module that holds the plug-in's window side. It is an object library: most of its
+# files are found by their +load, and a linker would leave them out of a plain archive.
+add_library(orvane_platform OBJECT
+  AppKitAdditions.mm
+  CoreFoundation.mm
+  CoreServices.mm
+  Dispatch.mm
+  FontFallback.mm
+  ModalLoop.mm
+  NibProgressIndicator.mm
+  TemplateImages.mm
+  WindowDisplay.mm
+  WorkspaceOpen.mm)
+target_include_directories(orvane_platform PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/include"
+                           PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+find_package(Threads REQUIRED)
+target_link_libraries(orvane_platform PUBLIC gnustep_appkit Threads::Threads PRIVATE orvane_warnings)
+set_target_properties(orvane_platform PROPERTIES OBJCXX_VISIBILITY_PRESET hidden)

@@ -1,0 +1,28 @@
+// A window from an interface file comes up black on X11 where nothing has been drawn yet. AppKit draws it whole.
+#import <Cocoa/Cocoa.h>
+
+#include "MethodReplacement.h"
+
+namespace {
+
+using MakeKeyAndOrderFront = void (*)(id, SEL, id);
+MakeKeyAndOrderFront original_make_key_and_order_front;
+
+void DisplayAndOrderFront(id window, SEL selector, id sender) {
+  [[window contentView] setNeedsDisplay:YES];
+  original_make_key_and_order_front(window, selector, sender);
+}
+
+}  // namespace
+
+@interface OrvWindowDisplay : NSObject
+@end
+
+@implementation OrvWindowDisplay
+
++ (void)load {
+  original_make_key_and_order_front = ReplaceInstanceMethod<MakeKeyAndOrderFront>(
+      "NSWindow", @selector(makeKeyAndOrderFront:), DisplayAndOrderFront);
+}
+
+@end

@@ -1,0 +1,48 @@
+// Opening a web address: GNUstep looks for an application of its own and blocks with an alert when it finds none. The
+// desktop's xdg-open knows the person's browser.
+#import <Cocoa/Cocoa.h>
+
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <string>
+#include <thread>
+
+#include "MethodReplacement.h"
+
+extern char **environ;
+
+namespace {
+
+using OpenURL = BOOL (*)(id, SEL, NSURL *);
+
+// Starts xdg-open without a shell and leaves a thread to reap it. Returns whether it could be started.
+bool StartBrowser(const std::string &address) {
+  std::string program = "xdg-open";
+  std::string argument = address;
+  char *arguments[] = {program.data(), argument.data(), nullptr};
+  pid_t child = 0;
+  if (posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0) return false;
+  std::thread([child] { waitpid(child, nullptr, 0); }).detach();
+  return true;
+}
+
+BOOL OpenInBrowser(id, SEL, NSURL *url) {
+  NSString *scheme = [[url scheme] lowercaseString];
+  // Only the web: the address comes from the service, and must not start anything else on this machine.
+  if (![scheme isEqualToString:@"http"] && ![scheme isEqualToString:@"https"]) return NO;
+  return StartBrowser([[url absoluteString] UTF8String]) ? YES : NO;
+}
+
+}  // namespace
+
+@interface OrvWorkspaceOpen : NSObject
+@end
+
+@implementation OrvWorkspaceOpen
+
++ (void)load {
+  ReplaceInstanceMethod<OpenURL>("NSWorkspace", @selector(openURL:), OpenInBrowser);
+}
+
+@end

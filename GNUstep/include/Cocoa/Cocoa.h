@@ -1,0 +1,34 @@
+// Cocoa's umbrella header, with what newer AppKits declare and GNUstep's does not.
+#pragma once
+
+#import <AppKit/AppKit.h>
+#import <Foundation/Foundation.h>
+
+// Names that AppKit uses since macOS 10.12 for constants that GNUstep has under their older names.
+#define NSAlertStyleWarning NSWarningAlertStyle
+#define NSAlertStyleInformational NSInformationalAlertStyle
+#define NSAlertStyleCritical NSCriticalAlertStyle
+#define NSCompositingOperationSourceOver NSCompositeSourceOver
+#define NSControlStateValueOn NSOnState
+#define NSControlStateValueOff NSOffState
+#define NSTextAlignmentLeft NSLeftTextAlignment
+#define NSTextAlignmentCenter NSCenterTextAlignment
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/// Makes sure that the process has an application object. Returns YES. Main thread.
+BOOL NSApplicationLoad(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+@interface NSBundle (TopLevelNibLoading)
+
+/// Loads the interface file of that name with the given owner. On success the file's top-level objects are returned in
+/// an autoreleased array, which owns them: the caller retains the array for as long as it needs them.
+- (BOOL)loadNibNamed:(NSString *)name owner:(id)owner topLevelObjects:(NSArray **)topLevelObjects;
+
+@end
