@@ -1,0 +1,82 @@
+#include "OrvaneProjectsAPI.h"
+
+#include "Deployment.h"
+#include "WorkflowState.h"
+#include "json.h"
+
+#include <iostream>
+
+namespace {
+
+std::string ApiBaseUrl(const std::string& subdomain, const char* path) {
+  return "https://" + subdomain + "." + ORVANE_SERVICE_DOMAIN + path;
+}
+
+/// The credentials that every request of a session carries. The service's tokens need no escaping.
+std::string SessionBody(const std::string& authToken, const std::string& authKey) {
+  return "auth_token=" + authToken + "&auth_key=" + authKey;
+}
+
+}  // namespace
+
+OrvaneProjectsAPI::OrvaneProjectsAPI() {
+  HttpRequest::init();
+}
+
+OrvaneProjectsAPI::~OrvaneProjectsAPI() {
+  HttpRequest::cleanup();
+}
+
+std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUsername, std::string newPassword) {
+  subdomain = newSubdomain;
+  username = newUsername;
+  password = newPassword;
+  apiBaseUrl = ApiBaseUrl(subdomain, "/api/prjacc");
+  // Both steps go here, whatever version the first one reports.
+  const std::string stepUrl = apiBaseUrl + "/prjacc";
+
+  std::cout << "orvanevorrel: doing auth step 1\n" << std::flush;
+  const std::string keyText = HttpRequest::get(stepUrl);
+  if (keyText == "error") return "failed";
+  json::Value keyAnswer = json::Deserialize(keyText);
+  json::Value& keyRoot = keyAnswer["root"];
+  const std::string keyStatus = keyRoot["status"];
+  if (keyStatus != "success") return "failed";
+  // Only a service that says "3" is addressed under the plain path; one that reports no version is not.
+  const std::string version = keyRoot.HasKey("apiver") ? keyRoot["apiver"].ToString() : std::string();
+  if (version != "3") apiBaseUrl = ApiBaseUrl(subdomain, "/v3/api/prjacc");
+  authKey = keyRoot["auth_key"].ToString();
+
+  std::cout << "orvanevorrel: doing auth step 2\n" << std::flush;
+  // Sent as typed: the service does not expect these fields escaped.
+  const std::string body = "auth_key=" + authKey + "&username=" + username + "&password=" + password;
+  const std::string tokenText = HttpRequest::post(stepUrl, body);
+  if (tokenText == "error") return "failed";
+  json::Value tokenAnswer = json::Deserialize(tokenText);
+  json::Value& tokenRoot = tokenAnswer["root"];
+  const std::string tokenStatus = tokenRoot["status"];
+  if (tokenStatus != "success") return tokenText;
+  authToken = tokenRoot["payload"]["token"].ToString();
+  return "success";
+}
+
+std::string OrvaneProjectsAPI::getProjectList() {
+  return HttpRequest::post(apiBaseUrl + "/get_project_list", SessionBody(authToken, authKey));
+}
+
+std::string OrvaneProjectsAPI::getFolders(std::string projectId) {
+  return HttpRequest::post(apiBaseUrl + "/get_folders/" + projectId, SessionBody(authToken, authKey));
+}
+
+std::string OrvaneProjectsAPI::getSubfolders(std::string projectId, std::string folderId) {
+  return HttpRequest::post(apiBaseUrl + "/get_folders/" + projectId,
+                           SessionBody(authToken, authKey) + "&folder_id=" + folderId);
+}
+
+std::string OrvaneProjectsAPI::uploadFile(std::string, std::string, std::string filePath) {
+  return HttpRequest::upload(apiBaseUrl + "/upload_file/" + g_prj, filePath, authToken, authKey, g_fld);
+}
+
+std::string OrvaneProjectsAPI::versionCheck() {
+  return HttpRequest::get(std::string("https://") + ORVANE_WEB_HOST + "/downloads/vorrel-premiere/version.txt");
+}
