@@ -1,0 +1,29 @@
+// The JSON answers of the API. Every answer is an object with the one member "root", which holds at least "status".
+#pragma once
+
+#include <httplib.h>
+#include <nlohmann/json.hpp>
+
+#include <string>
+
+namespace orvane_service {
+
+/// A request that the service does not carry out.
+struct Refusal {
+  /// HTTP status, 400 or more.
+  int status = 0;
+  /// For the user, UTF-8. Without commas and quotes: the parsers of some clients trip over them.
+  std::string message;
+};
+
+/// What a client is told whose key and token are not, or no longer, good.
+constexpr const char* kSessionExpired = "Your session has expired. Please log in again.";
+
+/// Sends {"root": {"status": "success", ...the members}}.
+void AnswerSuccess(httplib::Response& response, const nlohmann::json& members);
+
+/// Sends {"root": {"status": "error", "message": ..., "payload": []}} with the HTTP status. A client that looks for a
+/// list finds an empty one.
+void AnswerRefusal(httplib::Response& response, const Refusal& refusal);
+
+}  // namespace orvane_service

@@ -1,0 +1,70 @@
+#include "Api.h"
+
+#include "Answers.h"
+#include "Customers.h"
+#include "Passwords.h"
+
+namespace orvane_service {
+namespace {
+
+using nlohmann::json;
+
+// A hash that no password has. Checking a password against it takes as long as against a real one, so that the time
+// does not tell which users exist.
+const std::string& NobodysHash() {
+  static const std::string hash = HashPassword("") + "0";
+  return hash;
+}
+
+}  // namespace
+
+void Api::OpenSession(const httplib::Request& request, httplib::Response& response) {
+  const Customer customer = CustomerOf(request, catalog_);
+  AnswerSuccess(response, {{"apiver", customer.apiver}, {"auth_key", sessions_.Open(customer.id)}});
+}
+
+void Api::LogIn(const httplib::Request& request, httplib::Response& response) {
+  const Customer customer = CustomerOf(request, catalog_);
+  const std::string key = request.get_param_value("auth_key");
+  if (!sessions_.IsOpen(customer.id, key)) throw Refusal{403, kSessionExpired};
+  const std::optional<User> user = catalog_.FindUser(customer.id, request.get_param_value("username"));
+  const std::string& hash = user ? user->password_hash : NobodysHash();
+  if (!VerifyPassword(request.get_param_value("password"), hash) || !user) {
+    throw Refusal{403, "Invalid username or password."};
+  }
+  const std::optional<std::string> token = sessions_.LogIn(customer.id, user->id, key);
+  if (!token) throw Refusal{403, kSessionExpired};
+  AnswerSuccess(response, {{"payload", {{"token", *token}}}});
+}
+
+void Api::RequireSession(const httplib::Request& request, const Customer& customer) {
+  const std::string key = request.get_param_value("auth_key");
+  if (!sessions_.FindUser(customer.id, key, request.get_param_value("auth_token"))) {
+    throw Refusal{403, kSessionExpired};
+  }
+}
+
+void Api::ListProjects(const httplib::Request& request, httplib::Response& response) {
+  const Customer customer = CallerOf(request, catalog_);
+  RequireSession(request, customer);
+  json list = json::array();
+  for (const Project& project : catalog_.Projects(customer.id)) {
+    list.push_back({{"id", std::to_string(project.id)}, {"project_name", project.name}});
+  }
+  AnswerSuccess(response, {{"payload", list}});
+}
+
+void Api::ListFolders(const httplib::Request& request, httplib::Response& response) {
+  const Customer customer = CallerOf(request, catalog_);
+  RequireSession(request, customer);
+  const int64_t project = ProjectOf(request.matches[1], customer, catalog_);
+  std::optional<int64_t> parent;
+  if (request.has_param("folder_id")) parent = FolderOf(request.get_param_value("folder_id"), project, catalog_);
+  json list = json::array();
+  for (const Folder& folder : catalog_.Folders(project, parent)) {
+    list.push_back({{"id", std::to_string(folder.id)}, {"name", folder.name}, {"sub_folders", folder.sub_folders}});
+  }
+  AnswerSuccess(response, {{"payload", list}});
+}
+
+}  // namespace orvane_service

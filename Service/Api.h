@@ -1,0 +1,38 @@
+// The calls of the project API that a client makes before it uploads: login and lists.
+#pragma once
+
+#include "Catalog.h"
+#include "Sessions.h"
+
+#include <httplib.h>
+
+#include <string>
+
+namespace orvane_service {
+
+/// One function for each call. All answer in JSON, throw Refusal for what they refuse, and may run on any thread.
+class Api {
+ public:
+  Api(Catalog& catalog, Sessions& sessions) : catalog_(catalog), sessions_(sessions) {}
+
+  /// First step of the login: the version of the API and a key.
+  void OpenSession(const httplib::Request& request, httplib::Response& response);
+
+  /// Second step: "auth_key", "username" and "password" of the form for a token.
+  void LogIn(const httplib::Request& request, httplib::Response& response);
+
+  /// The customer's projects, for "auth_key" and "auth_token" of the form.
+  void ListProjects(const httplib::Request& request, httplib::Response& response);
+
+  /// The folders of the project whose id is the first group of the matched path: those at the top level, or with
+  /// "folder_id" in the form, those directly inside that folder.
+  void ListFolders(const httplib::Request& request, httplib::Response& response);
+
+ private:
+  void RequireSession(const httplib::Request& request, const Customer& customer);
+
+  Catalog& catalog_;
+  Sessions& sessions_;
+};
+
+}  // namespace orvane_service

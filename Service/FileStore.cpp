@@ -1,0 +1,124 @@
+#include "FileStore.h"
+
+#include "Secrets.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+#include <system_error>
+
+namespace orvane_service {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr size_t kBlock = 1 << 20;
+// Written data is sent to the disk in steps of this size, so that Finish() has little left to wait for.
+constexpr uint64_t kSyncStep = 64 << 20;
+
+[[noreturn]] void Fail(const char* what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+}  // namespace
+
+IncomingFile::IncomingFile(fs::path path) : path_(std::move(path)), digest_(EVP_MD_CTX_new()), buffer_(kBlock) {
+  if (!digest_ || EVP_DigestInit_ex(digest_.get(), EVP_sha256(), nullptr) != 1) {
+    throw std::runtime_error("SHA-256 is not available");
+  }
+  descriptor_ = open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (descriptor_ < 0) Fail("cannot create the file");
+}
+
+IncomingFile::~IncomingFile() {
+  if (descriptor_ >= 0) close(descriptor_);
+  if (!path_.empty()) unlink(path_.c_str());
+}
+
+void IncomingFile::Write(const char* data, size_t size) {
+  size_ += size;
+  while (size > 0) {
+    const size_t count = std::min(size, buffer_.size() - buffered_);
+    memcpy(buffer_.data() + buffered_, data, count);
+    buffered_ += count;
+    data += count;
+    size -= count;
+    if (buffered_ == buffer_.size()) Flush();
+  }
+}
+
+void IncomingFile::Flush() {
+  EVP_DigestUpdate(digest_.get(), buffer_.data(), buffered_);
+  for (size_t done = 0; done < buffered_;) {
+    const ssize_t count = write(descriptor_, buffer_.data() + done, buffered_ - done);
+    if (count < 0 && errno != EINTR) Fail("cannot write the file");
+    if (count > 0) done += static_cast<size_t>(count);
+  }
+  buffered_ = 0;
+  if (size_ - synced_ < kSyncStep) return;
+  sync_file_range(descriptor_, static_cast<off64_t>(synced_), static_cast<off64_t>(size_ - synced_),
+                  SYNC_FILE_RANGE_WRITE);
+  synced_ = size_;
+}
+
+void IncomingFile::Finish() {
+  Flush();
+  if (fdatasync(descriptor_) != 0) Fail("cannot write the file");
+  char digest[EVP_MAX_MD_SIZE];
+  unsigned int length = 0;
+  EVP_DigestFinal_ex(digest_.get(), reinterpret_cast<unsigned char*>(digest), &length);
+  sha256_ = Hex({digest, length});
+  const int descriptor = descriptor_;
+  descriptor_ = -1;
+  if (close(descriptor) != 0) Fail("cannot write the file");
+}
+
+FileStore::FileStore(const fs::path& folder) : incoming_(folder / "incoming"), files_(folder / "files") {
+  fs::remove_all(incoming_);
+  fs::create_directories(incoming_);
+  fs::create_directories(files_);
+}
+
+std::unique_ptr<IncomingFile> FileStore::Create() const {
+  return std::unique_ptr<IncomingFile>(new IncomingFile(incoming_ / RandomHex(kIdentifierBytes)));
+}
+
+void FileStore::Keep(IncomingFile& file, const std::string& id) const {
+  fs::rename(file.path_, PathOf(id));
+  file.path_.clear();
+  // The new name is lost in a power cut unless the folder is on the disk too.
+  const int folder = open(files_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder < 0) Fail("cannot open the folder");
+  const int result = fsync(folder);
+  close(folder);
+  if (result != 0) Fail("cannot write the folder");
+}
+
+void FileStore::Remove(const std::string& id) const {
+  std::error_code ignored;
+  fs::remove(PathOf(id), ignored);
+}
+
+fs::path FileStore::PathOf(const std::string& id) const {
+  if (!IsIdentifier(id)) throw std::invalid_argument("not a file's id");
+  return files_ / id;
+}
+
+std::vector<std::string> FileStore::Ids() const {
+  std::vector<std::string> ids;
+  for (const fs::directory_entry& entry : fs::directory_iterator(files_)) {
+    const std::string name = entry.path().filename().string();
+    if (IsIdentifier(name)) ids.push_back(name);
+  }
+  return ids;
+}
+
+uint64_t FileStore::FreeBytes() const {
+  return fs::space(incoming_).available;
+}
+
+}  // namespace orvane_service
