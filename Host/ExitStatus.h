@@ -1,0 +1,19 @@
+// How the program ends, for scripts.
+#pragma once
+
+namespace orvane_host {
+
+enum class ExitStatus {
+  kExported = 0,           ///< also when the program was closed before anything was exported
+  kUsage = 2,              ///< wrong options
+  kUserCancelled = 3,      ///< the person closed or cancelled the plug-in's windows
+  kRenderFailed = 4,       ///< the render failed or was cancelled
+  kPluginError = 5,        ///< the plug-in reported an error or answered with a failure of its own
+  kPluginNotLoaded = 6,    ///< no plug-in could be loaded, or its start-up failed
+  kContractViolation = 70  ///< the plug-in broke the rules of the interface
+};
+
+/// A sentence without a full stop, for the person.
+const char* TextOf(ExitStatus status);
+
+}  // namespace orvane_host

@@ -1,0 +1,33 @@
+// Finding and loading plug-in bundles.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "PrSDKExportController.h"
+
+namespace orvane_host {
+
+/// The folder that the application shares with others for its plug-ins.
+constexpr const char* kMediaCoreFolder = "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore";
+
+/// A plug-in that cannot be used; what() is a sentence that names it.
+class PluginError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// The paths of the bundles (NAME.bundle) in the folder and its sub-folders, sorted. None when there is no such folder.
+std::vector<std::string> FindPluginBundles(const std::string& folder);
+
+/// Loads the bundle at path for the rest of the process and returns its entry point. Throws PluginError. Main thread.
+ExportControllerEntryFunc LoadPluginBundle(const std::string& path);
+
+namespace internal {
+
+/// Loads the bundle's code. Returns the path of its executable, or an empty string and the reason in error.
+std::string LoadBundleCode(const std::string& path, std::string& error);
+
+}  // namespace internal
+}  // namespace orvane_host

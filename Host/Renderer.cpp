@@ -1,0 +1,141 @@
+#include "Renderer.h"
+
+#include <openssl/evp.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <system_error>
+
+#include "ChildProcess.h"
+#include "RenderCommand.h"
+
+namespace orvane_host {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// How long the loop waits for FFmpeg before it lets the caller look at its windows.
+constexpr int kProgressIntervalMs = 30;
+
+// A file that is deleted unless it was moved to its place.
+class PartialFile {
+ public:
+  explicit PartialFile(const std::string& destination)
+      : path_(destination + ".part" + std::to_string(getpid())), destination_(destination) {}
+  ~PartialFile() {
+    std::error_code ignored;
+    fs::remove(path_, ignored);
+  }
+  PartialFile(const PartialFile&) = delete;
+  PartialFile& operator=(const PartialFile&) = delete;
+
+  const std::string& path() const { return path_; }
+  void MoveIntoPlace() const { fs::rename(path_, destination_); }
+
+ private:
+  std::string path_;
+  std::string destination_;
+};
+
+std::string Sha256(const std::string& path) {
+  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+  EVP_DigestInit_ex(context.get(), EVP_sha256(), nullptr);
+  std::ifstream file(path, std::ios::binary);
+  std::array<char, 65536> buffer{};
+  while (file.read(buffer.data(), buffer.size()) || file.gcount() > 0) {
+    EVP_DigestUpdate(context.get(), buffer.data(), static_cast<size_t>(file.gcount()));
+  }
+  std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+  unsigned length = 0;
+  EVP_DigestFinal_ex(context.get(), digest.data(), &length);
+  std::string hex;
+  for (unsigned i = 0; i < length; ++i) {
+    hex += "0123456789abcdef"[digest[i] >> 4];
+    hex += "0123456789abcdef"[digest[i] & 15];
+  }
+  return hex;
+}
+
+// Reads FFmpeg's progress, lines such as "out_time_us=1200000", and removes the whole lines from output. Returns the
+// last time in seconds, or before when there is none.
+double TakeProgress(std::string& output, double before) {
+  const std::string key = "out_time_us=";
+  size_t line = 0;
+  for (size_t end = output.find('\n'); end != std::string::npos; end = output.find('\n', line)) {
+    // Before the first frame the value is "N/A", which reads as 0.
+    if (output.compare(line, key.size(), key) == 0) before = std::atof(output.c_str() + line + key.size()) / 1e6;
+    line = end + 1;
+  }
+  output.erase(0, line);
+  return before;
+}
+
+// Runs FFmpeg to its end. Returns false when the caller cancelled.
+bool RunToEnd(ChildProcess& child, double seconds, const ProgressFunction& progress, std::string& errors) {
+  std::string output;
+  double done = 0;
+  bool running = true;
+  while (running) {
+    running = child.Read(kProgressIntervalMs, output, errors);
+    done = TakeProgress(output, done);
+    if (progress && !progress(std::clamp(done / seconds, 0.0, 1.0))) {
+      child.Kill();
+      return false;
+    }
+  }
+  return true;
+}
+
+RenderResult Failed(const std::string& reason) {
+  RenderResult result;
+  result.reason = reason;
+  return result;
+}
+
+}  // namespace
+
+RenderResult Render(const Sequence& sequence, const Preset& preset, const std::string& destination,
+                    const ProgressFunction& progress, RenderFault fault) {
+  const fs::path folder = fs::path(destination).parent_path();
+  if (access(folder.c_str(), W_OK) != 0) {
+    return Failed("cannot write into " + folder.string() + ": " + std::generic_category().message(errno));
+  }
+  const PartialFile partial(destination);
+  std::vector<std::string> command = RenderCommand(sequence, preset, partial.path());
+  // The last -c:v counts.
+  if (fault == RenderFault::kRender) command.insert(command.end() - 1, {"-c:v", "no-such-encoder"});
+  ProgressFunction report = progress;
+  if (fault == RenderFault::kCancel) report = [](double) { return false; };
+
+  std::string errors;
+  ChildProcess child(command);
+  const bool finished = RunToEnd(child, sequence.seconds, report, errors);
+  const int status = child.Wait();
+  if (!finished) {
+    RenderResult result;
+    result.outcome = RenderOutcome::kCancelled;
+    return result;
+  }
+  if (status == 127) return Failed("the program ffmpeg is missing");
+  if (status != 0) return Failed("ffmpeg failed (" + std::to_string(status) + "): " + errors);
+
+  try {
+    partial.MoveIntoPlace();
+    RenderResult result;
+    result.outcome = RenderOutcome::kRendered;
+    const auto [width, height] = EncodedSize(sequence, preset);
+    result.file = {destination, fs::file_size(destination), Sha256(destination), width, height, sequence.seconds};
+    return result;
+  } catch (const fs::filesystem_error& error) {
+    return Failed(error.what());
+  }
+}
+
+}  // namespace orvane_host

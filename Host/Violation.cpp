@@ -1,0 +1,36 @@
+#include "Violation.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "ExitStatus.h"
+
+namespace orvane_host {
+
+namespace {
+
+ViolationHandler& Handler() {
+  static ViolationHandler handler;
+  return handler;
+}
+
+}  // namespace
+
+void SetViolationHandler(ViolationHandler handler) {
+  Handler() = std::move(handler);
+}
+
+void ReportViolation(const std::string& what) {
+  if (Handler()) {
+    Handler()(what);
+    return;
+  }
+  fprintf(stderr, "orvane-host: the plug-in broke the rules: %s\n", what.c_str());
+  fprintf(stderr, "orvane-host: %s\n", TextOf(ExitStatus::kContractViolation));
+  fflush(nullptr);
+  // Not exit(): the call may come on any thread, while others use what the static destructors would destroy.
+  _exit(static_cast<int>(ExitStatus::kContractViolation));
+}
+
+}  // namespace orvane_host
