@@ -1,0 +1,138 @@
+#import "KeyringItem.h"
+
+#include <libsecret/secret.h>
+
+#include <memory>
+
+namespace {
+
+// Items carry the schema's name, so that only what was stored through this file is found again.
+const SecretSchema kSchema = {"com.orvane.GenericPassword",
+                              SECRET_SCHEMA_NONE,
+                              {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING},
+                               {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
+                               {"synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN},
+                               {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
+                              0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+
+struct HashTableDeleter {
+  void operator()(GHashTable *table) const { g_hash_table_unref(table); }
+};
+using HashTable = std::unique_ptr<GHashTable, HashTableDeleter>;
+
+// The status for an error, which is freed; success for none.
+OSStatus TakeError(GError *error) {
+  if (!error) return errSecSuccess;
+  OSStatus status = errSecNotAvailable;
+  if (g_error_matches(error, SECRET_ERROR, SECRET_ERROR_IS_LOCKED) ||
+      g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_METHOD)) {
+    status = errSecInteractionNotAllowed;  // there is no prompt to unlock with
+  } else if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
+    status = errSecUserCanceled;
+  } else if (g_error_matches(error, SECRET_ERROR, SECRET_ERROR_NO_SUCH_OBJECT)) {
+    status = errSecItemNotFound;
+  }
+  g_error_free(error);
+  return status;
+}
+
+HashTable AttributeTable(const KeyringAttributes &attributes, bool for_storing) {
+  HashTable table(g_hash_table_new_full(g_str_hash, g_str_equal, g_free, g_free));
+  const auto set = [&table](const char *key, const char *value) {
+    g_hash_table_insert(table.get(), g_strdup(key), g_strdup(value));
+  };
+  if (attributes.service) set("service", [attributes.service UTF8String]);
+  if (attributes.account) set("account", [attributes.account UTF8String]);
+  if (attributes.synchronizable != KeyringSynchronizable::kAny || for_storing) {
+    set("synchronizable", attributes.synchronizable == KeyringSynchronizable::kYes ? "true" : "false");
+  }
+  return table;
+}
+
+NSString *Text(const void *utf8) { return utf8 ? [NSString stringWithUTF8String:static_cast<const char *>(utf8)] : nil; }
+
+}  // namespace
+
+@interface OrvKeyringItem ()
+- (id)initWithItem:(SecretItem *)anItem;
+@end
+
+@implementation OrvKeyringItem
+
+- (id)initWithItem:(SecretItem *)anItem {
+  if ((self = [super init])) item = g_object_ref(anItem);
+  return self;
+}
+
+- (void)dealloc {
+  if (item) g_object_unref(item);
+  [super dealloc];
+}
+
+- (NSData *)secret {
+  SecretValue *value = secret_item_get_secret(static_cast<SecretItem *>(item));
+  if (!value) return nil;
+  gsize length = 0;
+  const gchar *bytes = secret_value_get(value, &length);
+  NSData *data = [NSData dataWithBytes:bytes length:length];
+  secret_value_unref(value);
+  return data;
+}
+
+- (NSDictionary *)attributes {
+  SecretItem *secretItem = static_cast<SecretItem *>(item);
+  HashTable table(secret_item_get_attributes(secretItem));
+  gchar *label = secret_item_get_label(secretItem);
+  NSMutableDictionary *result = [NSMutableDictionary dictionary];
+  const auto set = [result](CFStringRef key, id value) {
+    if (value) [result setObject:value forKey:reinterpret_cast<NSString *>(const_cast<__CFString *>(key))];
+  };
+  set(kSecClass, reinterpret_cast<NSString *>(const_cast<__CFString *>(kSecClassGenericPassword)));
+  set(kSecAttrService, Text(g_hash_table_lookup(table.get(), "service")));
+  set(kSecAttrAccount, Text(g_hash_table_lookup(table.get(), "account")));
+  set(kSecAttrLabel, Text(label));
+  NSString *synchronizable = Text(g_hash_table_lookup(table.get(), "synchronizable"));
+  set(kSecAttrSynchronizable, [NSNumber numberWithBool:[synchronizable isEqualToString:@"true"]]);
+  g_free(label);
+  return result;
+}
+
+- (OSStatus)remove {
+  GError *error = nullptr;
+  secret_item_delete_sync(static_cast<SecretItem *>(item), nullptr, &error);
+  return TakeError(error);
+}
+
+@end
+
+OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items) {
+  const HashTable table = AttributeTable(attributes, false);
+  const auto flags = static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_UNLOCK |
+                                                    SECRET_SEARCH_LOAD_SECRETS);
+  GError *error = nullptr;
+  GList *found = secret_service_search_sync(nullptr, &kSchema, table.get(), flags, nullptr, &error);
+  NSMutableArray *result = [NSMutableArray array];
+  for (GList *entry = found; entry; entry = entry->next) {
+    OrvKeyringItem *item = [[OrvKeyringItem alloc] initWithItem:SECRET_ITEM(entry->data)];
+    [result addObject:item];
+    [item release];
+  }
+  g_list_free_full(found, g_object_unref);
+  *items = result;
+  return TakeError(error);
+}
+
+OSStatus StoreKeyringItem(const KeyringAttributes &attributes, NSString *label, NSData *secret) {
+  const HashTable table = AttributeTable(attributes, true);
+  const char *bytes = static_cast<const char *>([secret bytes]);
+  const gssize length = static_cast<gssize>([secret length]);
+  // Keyring managers show a secret that is text.
+  const char *type = g_utf8_validate(bytes, length, nullptr) ? "text/plain" : "application/octet-stream";
+  SecretValue *value = secret_value_new(bytes, length, type);
+  NSString *shown = label ? label : attributes.service;
+  GError *error = nullptr;
+  secret_service_store_sync(nullptr, &kSchema, table.get(), nullptr, shown ? [shown UTF8String] : "", value, nullptr,
+                            &error);
+  secret_value_unref(value);
+  return TakeError(error);
+}
