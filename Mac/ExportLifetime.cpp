@@ -1,0 +1,21 @@
+#include "ExportLifetime.h"
+
+namespace {
+bool is_open = false;
+bool upload_is_running = false;
+unsigned failures = 0;
+}  // namespace
+
+namespace ExportLifetime {
+
+void Open() { is_open = true; }
+void Close() { is_open = false; }
+bool IsOpen() { return is_open; }
+
+void SetUploadIsRunning(bool running) { upload_is_running = running; }
+bool UploadIsRunning() { return upload_is_running; }
+
+void CountFailure() { ++failures; }
+unsigned Failures() { return failures; }
+
+}  // namespace ExportLifetime

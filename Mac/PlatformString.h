@@ -1,0 +1,17 @@
+// Between the engine's UTF-8 strings and the platform's string objects.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include <string>
+
+/// The string's UTF-8 bytes; empty for nil.
+inline std::string ToUtf8(NSString *string) {
+  const char *bytes = [string UTF8String];
+  return bytes ? std::string(bytes, [string lengthOfBytesUsingEncoding:NSUTF8StringEncoding]) : std::string();
+}
+
+/// An autoreleased string of UTF-8 bytes; nil when they are not UTF-8.
+inline NSString *FromUtf8(const std::string &text) {
+  return [[[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding] autorelease];
+}
