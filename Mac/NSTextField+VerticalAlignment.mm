@@ -1,0 +1,16 @@
+#import "NSTextField+VerticalAlignment.h"
+
+#include <cmath>
+
+// Points that the text stands below the middle of its line.
+static const CGFloat kTextLift = 3.5;
+
+@implementation NSTextField (VerticalAlignment)
+
+- (NSRect)titleRectForBounds:(NSRect)bounds {
+  CGFloat height = [[self attributedStringValue] size].height;
+  bounds.origin.y = std::floor((NSHeight(bounds) - height) / 2.0 - kTextLift);
+  return bounds;
+}
+
+@end

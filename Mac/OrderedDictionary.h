@@ -1,0 +1,68 @@
+// Dictionaries that keep their keys in the order in which they were added.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+/// An immutable dictionary with access by position. Wherever the platform's dictionary enumerates, it goes in order.
+@interface OrderedDictionary : NSDictionary {
+  NSArray *_values;
+  NSOrderedSet *_keys;
+}
+
+/// Reads a property list; the order is that of the plain dictionary in it. nil when there is none.
++ (id)dictionaryWithContentsOfFile:(NSString *)path;
++ (id)dictionaryWithContentsOfURL:(NSURL *)url;
+- (id)initWithContentsOfFile:(NSString *)path;
+- (id)initWithContentsOfURL:(NSURL *)url;
+
+/// The index of the key, or NSNotFound.
+- (NSUInteger)indexOfKey:(id)key;
+
+/// An index past the end raises NSRangeException.
+- (id)keyAtIndex:(NSUInteger)index;
+- (id)objectAtIndex:(NSUInteger)index;
+- (id)objectAtIndexedSubscript:(NSUInteger)index;
+
+- (NSEnumerator *)reverseKeyEnumerator;
+- (NSEnumerator *)reverseObjectEnumerator;
+
+/// Calls the block with each key, its value and its index, in order, until the block sets *stop.
+- (void)enumerateKeysAndObjectsWithIndexUsingBlock:(void (^)(id key, id object, NSUInteger index, BOOL *stop))block;
+
+@end
+
+/// A dictionary whose entries can be set, moved and removed.
+@interface MutableOrderedDictionary : OrderedDictionary
+
++ (id)dictionaryWithCapacity:(NSUInteger)capacity;
+- (id)initWithCapacity:(NSUInteger)capacity;
+
+/// Replaces the value of a key that is there, which keeps its position; appends one that is not.
+- (void)setObject:(id)object forKey:(id)key;
+- (void)setObject:(id)object forKeyedSubscript:(id)key;
+
+/// As setObject:forKey:; nil removes the key.
+- (void)setValue:(id)value forKey:(NSString *)key;
+
+- (void)addEntriesFromDictionary:(NSDictionary *)other;
+
+/// Moves the key to the index, or adds it there. The index counts without the key.
+- (void)insertObject:(id)object forKey:(id)key atIndex:(NSUInteger)index;
+
+- (void)replaceObjectAtIndex:(NSUInteger)index withObject:(id)object;
+- (void)setObject:(id)object atIndexedSubscript:(NSUInteger)index;
+
+/// Swaps two entries; each key keeps its value.
+- (void)exchangeObjectAtIndex:(NSUInteger)first withObjectAtIndex:(NSUInteger)second;
+
+- (void)removeObjectAtIndex:(NSUInteger)index;
+
+/// Removing a key that is not there changes nothing.
+- (void)removeObjectForKey:(id)key;
+- (void)removeObjectsForKeys:(NSArray *)keys;
+- (void)removeAllObjects;
+
+/// Takes over the other dictionary's entries in place of its own.
+- (void)setDictionary:(NSDictionary *)other;
+
+@end

@@ -1,0 +1,143 @@
+#import "RoundedButton.h"
+
+#import "NSTextField+VerticalAlignment.h"
+#import "RoundedView.h"
+#include "ExceptionGuard.h"
+
+namespace {
+
+struct Style {
+  int background;
+  int highlighted_background;
+  CGFloat font_size;
+};
+
+const Style kStyles[] = {
+    {RoundedViewTypeButtonBlueSmall, RoundedViewTypeButtonBlueSmallHighlighted, 12},
+    {RoundedViewTypeButtonBlueBig, RoundedViewTypeButtonBlueBigHighlighted, 16},
+    {RoundedViewTypeButtonYellow, RoundedViewTypeButtonYellowHighlighted, 16},
+    {RoundedViewTypeButtonGraySmall, RoundedViewTypeButtonGraySmallHighlighted, 12},
+    {RoundedViewTypeButtonGrayBig, RoundedViewTypeButtonGrayBigHighlighted, 16},
+};
+
+constexpr int kStyleCount = sizeof kStyles / sizeof kStyles[0];
+
+const Style *StyleOfType(int type) { return type >= 0 && type < kStyleCount ? &kStyles[type] : nullptr; }
+
+}  // namespace
+
+@implementation RoundedButton
+
+@synthesize titleString;
+@synthesize titleColor;
+@synthesize backgroundView;
+@synthesize titleLabel;
+
+- (id)initWithFrame:(NSRect)frame {
+  return [super initWithFrame:frame];
+}
+
+- (void)dealloc {
+  [titleString release];
+  [titleColor release];
+  [backgroundView release];
+  [titleLabel release];
+  [super dealloc];
+}
+
+- (void)awakeFromNib {
+  [self setTitleColor:[NSColor whiteColor]];
+  [self setEnabled:YES];
+  [self initializeView];
+  [self updateView];
+}
+
+- (void)initializeView {
+  [self setBordered:NO];
+  [self setTitle:@""];
+
+  [self setBackgroundView:[[[RoundedView alloc] initWithFrame:[self bounds]] autorelease]];
+  [backgroundView setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
+  [self addSubview:backgroundView];
+
+  [self setTitleLabel:[[[NSTextField alloc] initWithFrame:[self bounds]] autorelease]];
+  [titleLabel setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable | NSViewMinXMargin | NSViewMaxXMargin |
+                                  NSViewMinYMargin | NSViewMaxYMargin];
+  [titleLabel setEditable:NO];
+  [titleLabel setSelectable:NO];
+  [titleLabel setDrawsBackground:NO];
+  [titleLabel setBackgroundColor:[NSColor clearColor]];
+  [titleLabel setBordered:NO];
+  [titleLabel setBezeled:NO];
+  [titleLabel setTextColor:titleColor];
+  [titleLabel setAlignment:NSTextAlignmentCenter];
+  [self addSubview:titleLabel];
+}
+
+- (int)type {
+  return type;
+}
+
+- (void)setType:(int)newType {
+  type = newType;
+  [self updateView];
+}
+
+- (void)updateView {
+  const Style *style = StyleOfType(type);
+  if (!style) return;
+  [backgroundView setType:style->background];
+  [titleLabel setFont:[NSFont fontWithName:@"HelveticaNeue-Bold" size:style->font_size]];
+}
+
+- (void)setTitleString:(NSString *)string {
+  if (string != titleString) {
+    [titleString release];
+    titleString = [string copy];
+  }
+  [titleLabel setStringValue:titleString ? titleString : @""];
+  [titleLabel setFrame:[titleLabel titleRectForBounds:[self bounds]]];
+}
+
+- (void)setTitleColor:(NSColor *)color {
+  if (color != titleColor) {
+    [titleColor release];
+    titleColor = [color retain];
+  }
+  [titleLabel setTextColor:titleColor];
+}
+
+- (BOOL)isHighlighted {
+  return highlighted;
+}
+
+- (void)setHighlighted:(BOOL)flag {
+  highlighted = flag;
+  const Style *style = StyleOfType(type);
+  if (style) [backgroundView setType:flag ? style->highlighted_background : style->background];
+}
+
+- (BOOL)isEnabled {
+  return enabled;
+}
+
+- (void)setEnabled:(BOOL)flag {
+  enabled = flag;
+}
+
+// Clicks on the label are clicks on the button.
+- (NSView *)hitTest:(NSPoint)point {
+  return [super hitTest:point] ? self : nil;
+}
+
+- (void)mouseDown:(NSEvent *)event {
+  [self setHighlighted:YES];
+}
+
+- (void)mouseUp:(NSEvent *)event {
+  [self setHighlighted:NO];
+  if (!enabled) return;
+  RunGuarded([self] { [[self target] performSelector:[self action] withObject:self]; });
+}
+
+@end

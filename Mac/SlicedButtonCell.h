@@ -1,0 +1,9 @@
+// The bezel of the windows' main buttons.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+/// Draws a button on the big blue background, so that its white title can be read, pressed or not. Set as the class of
+/// a button's cell in an interface file.
+@interface SlicedButtonCell : NSButtonCell
+@end

@@ -1,0 +1,33 @@
+// One tag's chip.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+@class RoundedView;
+
+/// Shows a tag's text with a delete mark. A click anywhere on it sends its action. It sizes itself to its text, with a
+/// text of 260 points at most. Main thread.
+@interface TagButton : NSButton {
+  NSString *titleString;
+  RoundedView *backgroundView;
+  NSTextField *titleLabel;
+  NSImageView *deleteImageView;
+  BOOL highlighted;
+}
+
+/// The tag's text. Setting it lays out again.
+@property(nonatomic, readonly) NSString *titleString;
+@property(nonatomic, retain) RoundedView *backgroundView;
+@property(nonatomic, retain) NSTextField *titleLabel;
+@property(nonatomic, retain) NSImageView *deleteImageView;
+
+/// The pressed state.
+@property(nonatomic, assign, getter=isHighlighted) BOOL highlighted;
+
+- (void)initializeView;
+- (void)setTitleString:(NSString *)string;
+
+/// Computes the frames of the chip and of what it holds from the text.
+- (void)updateFrames;
+
+@end

@@ -1,0 +1,64 @@
+// The tag entry control.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+@class RoundedView;
+@class TagButton;
+
+@protocol TagsViewDelegate <NSObject>
+@optional
+/// A row of chips has been added or removed.
+- (void)tagsViewDidChangeFrame;
+@end
+
+/// A text field for a new tag and a chip for every tag, in rows below the field. The i-th string of tags is the title
+/// of the i-th chip. The view never changes its own size. Main thread.
+@interface TagsView : NSView {
+  id<TagsViewDelegate> _delegate;
+  NSTextField *_titleTextField;
+  NSTextField *_tagTextField;
+  RoundedView *_tagTextFieldBackground;
+  NSMutableArray *_tagButtons;
+  NSMutableArray *_tags;
+}
+
+/// Not owned.
+@property(nonatomic, assign) id<TagsViewDelegate> delegate;
+
+/// Views of the interface file, owned by their superview.
+@property(nonatomic, assign) IBOutlet NSTextField *titleTextField;
+@property(nonatomic, assign) IBOutlet NSTextField *tagTextField;
+
+/// The layout's anchor: the first row of chips stands below it.
+@property(nonatomic, assign) IBOutlet RoundedView *tagTextFieldBackground;
+
+/// The chips, in display order.
+@property(nonatomic, retain) NSMutableArray *tagButtons;
+
+/// The tags' texts. Setting the list does not lay out again.
+@property(nonatomic, retain) NSMutableArray *tags;
+
+/// Adds the typed tag, without the white space around it.
+- (IBAction)addTagsButtonDidTouch:(id)sender;
+
+/// The chips' action: deletes the chip's tag, and every tag of the same text.
+- (IBAction)deleteTagButton:(id)sender;
+
+/// The same without laying out again.
+- (void)deleteTagButtonWithoutRefresh:(TagButton *)tagButton;
+
+/// Places the chips from that index on.
+- (void)refreshTagButtonFramesFromIndex:(NSUInteger)index;
+
+/// Move all chips by a row and tell the delegate.
+- (void)addNewRow;
+- (void)removeRow;
+
+/// Removes all tags and the typed text.
+- (void)clearView;
+
+/// Makes all chips anew from tags. Empties the text field.
+- (void)redrawAllTagButtons;
+
+@end
