@@ -1,5 +1,7 @@
 #import <Cocoa/Cocoa.h>
 
+double NSFoundationVersionNumber = 1056;
+
 BOOL NSApplicationLoad(void) { return [NSApplication sharedApplication] != nil; }
 
 @implementation NSBundle (TopLevelNibLoading)

@@ -36,7 +36,7 @@ std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUs
   const std::string stepUrl = apiBaseUrl + "/prjacc";
 
   std::cout << "orvanevorrel: doing auth step 1\n" << std::flush;
-  const std::string keyText = HttpRequest::get(stepUrl);
+  const std::string keyText = http.get(stepUrl);
   if (keyText == "error") return "failed";
   json::Value keyAnswer = json::Deserialize(keyText);
   json::Value& keyRoot = keyAnswer["root"];
@@ -50,7 +50,7 @@ std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUs
   std::cout << "orvanevorrel: doing auth step 2\n" << std::flush;
   // Sent as typed: the service does not expect these fields escaped.
   const std::string body = "auth_key=" + authKey + "&username=" + username + "&password=" + password;
-  const std::string tokenText = HttpRequest::post(stepUrl, body);
+  const std::string tokenText = http.post(stepUrl, body);
   if (tokenText == "error") return "failed";
   json::Value tokenAnswer = json::Deserialize(tokenText);
   json::Value& tokenRoot = tokenAnswer["root"];
@@ -61,22 +61,22 @@ std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUs
 }
 
 std::string OrvaneProjectsAPI::getProjectList() {
-  return HttpRequest::post(apiBaseUrl + "/get_project_list", SessionBody(authToken, authKey));
+  return http.post(apiBaseUrl + "/get_project_list", SessionBody(authToken, authKey));
 }
 
 std::string OrvaneProjectsAPI::getFolders(std::string projectId) {
-  return HttpRequest::post(apiBaseUrl + "/get_folders/" + projectId, SessionBody(authToken, authKey));
+  return http.post(apiBaseUrl + "/get_folders/" + projectId, SessionBody(authToken, authKey));
 }
 
 std::string OrvaneProjectsAPI::getSubfolders(std::string projectId, std::string folderId) {
-  return HttpRequest::post(apiBaseUrl + "/get_folders/" + projectId,
+  return http.post(apiBaseUrl + "/get_folders/" + projectId,
                            SessionBody(authToken, authKey) + "&folder_id=" + folderId);
 }
 
 std::string OrvaneProjectsAPI::uploadFile(std::string, std::string, std::string filePath) {
-  return HttpRequest::upload(apiBaseUrl + "/upload_file/" + g_prj, filePath, authToken, authKey, g_fld);
+  return http.upload(apiBaseUrl + "/upload_file/" + g_prj, filePath, authToken, authKey, g_fld);
 }
 
 std::string OrvaneProjectsAPI::versionCheck() {
-  return HttpRequest::get(std::string("https://") + ORVANE_WEB_HOST + "/downloads/vorrel-premiere/version.txt");
+  return http.get(std::string("https://") + ORVANE_WEB_HOST + "/downloads/vorrel-premiere/version.txt");
 }

@@ -21,6 +21,9 @@ extern "C" {
 /// Makes sure that the process has an application object. Returns YES. Main thread.
 BOOL NSApplicationLoad(void);
 
+/// The version of Foundation; that of macOS 10.9 stands for what GNUstep offers.
+extern double NSFoundationVersionNumber;
+
 #ifdef __cplusplus
 }
 #endif

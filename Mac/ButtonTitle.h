@@ -1,0 +1,7 @@
+// Colouring a button's title.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+/// Gives the button's title that colour over its whole length and keeps its other attributes.
+void SetButtonTitleColor(NSButton *button, NSColor *color);

@@ -1,0 +1,168 @@
+#import "OrvaneUIController.h"
+
+#import "AlertSheet.h"
+#import "ButtonTitle.h"
+#import "KcKeychain/KcKeychainQuery.h"
+#import "NSString+CompareToVersion.h"
+#import "PluginBundle.h"
+#import "SavedLogin.h"
+#include "Deployment.h"
+#include "ExceptionGuard.h"
+#include "PlatformString.h"
+#include "WorkflowState.h"
+
+// The release that this source is; what the web site offers is compared with it.
+static NSString *const kOwnVersion = @"1.1";
+
+static NSString *const kInstallerAddress =
+    @"https://" ORVANE_WEB_HOST @"/downloads/vorrel-premiere/orvane-vorrel-APP.dmg";
+
+@interface OrvaneUIController ()
+- (void)styleWindow;
+- (void)announceNewerVersion;
+- (void)logIn;
+- (NSString *)complaintAboutInput;
+- (BOOL)rememberLogin;
+- (void)showError:(NSString *)text;
+@end
+
+@implementation OrvaneUIController
+
+@synthesize orvaneWindow;
+@synthesize loginBtn;
+@synthesize rememberMeCheckbox;
+@synthesize versionCheckBox;
+@synthesize versionCheckLabel;
+@synthesize versionCheckDownloadBtn;
+@synthesize inputSubdomain;
+@synthesize inputUsername;
+@synthesize inputPassword;
+
+- (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api {
+  if ((self = [super init])) {
+    orvane = api;
+    topLevelObjects = [LoadInterfaceFile(@"OrvaneUI", self) retain];
+    if (!topLevelObjects) NSLog(@"#orvanevorrel OrvaneUI failed to load OrvaneUI xib");
+  }
+  return self;
+}
+
+- (void)dealloc {
+  [orvaneWindow setDelegate:nil];
+  [orvaneIcon release];
+  [inputSubdomain release];
+  [inputUsername release];
+  [inputPassword release];
+  [topLevelObjects release];
+  [super dealloc];
+}
+
+- (void)awakeFromNib {
+  failed = !RunGuarded([self] {
+    [self styleWindow];
+    [self announceNewerVersion];
+  });
+}
+
+- (void)styleWindow {
+  [orvaneWindow setBackgroundColor:[NSColor whiteColor]];
+  SetButtonTitleColor(loginBtn, [NSColor whiteColor]);
+  orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
+}
+
+- (void)announceNewerVersion {
+  NSString *newest = FromUtf8(orvane->versionCheck());
+  if (![newest isNewerThanVersion:kOwnVersion]) return;
+  [versionCheckLabel setStringValue:[NSString stringWithFormat:@"New version available! (%@)", newest]];
+  [versionCheckBox setHidden:NO];
+}
+
+- (NSInteger)showWindow {
+  if (failed) return NSRunAbortedResponse;
+  [orvaneWindow center];
+  [orvaneWindow makeKeyAndOrderFront:nil];
+  NSInteger response = [NSApp runModalForWindow:orvaneWindow];
+  [orvaneWindow orderOut:nil];
+  return response;
+}
+
+- (void)windowWillClose:(NSNotification *)notification {
+  RunGuarded([] {
+    [NSApp stopModal];
+    if (g_step != "upload") g_pCleanupFunc();
+  });
+}
+
+- (IBAction)loginBtn:(id)sender {
+  RunGuarded([self] { [self logIn]; });
+}
+
+- (void)logIn {
+  NSString *complaint = [self complaintAboutInput];
+  if (complaint) {
+    [self showError:complaint];
+    return;
+  }
+  const std::string subdomain = ToUtf8([inputSubdomain stringValue]);
+  const std::string username = ToUtf8([inputUsername stringValue]);
+  const std::string password = ToUtf8([inputPassword stringValue]);
+  const std::string result = orvane->login(subdomain, username, password);
+  if (result == "failed") {
+    [self showError:@"Could not connect to the Orvane server. Please ensure that you have entered the correct "
+                    @"subdomain for your Orvane instance."];
+    return;
+  }
+  if (result != "success") {
+    [self showError:@"Invalid username or password."];
+    return;
+  }
+  if ([rememberMeCheckbox state] == NSControlStateValueOn && ![self rememberLogin]) return;
+  g_sd = subdomain;
+  g_un = username;
+  g_pw = password;
+  g_step = "upload";
+  [NSApp stopModal];
+}
+
+// What is missing in the three fields, first field first; nil when nothing is.
+- (NSString *)complaintAboutInput {
+  if ([[inputSubdomain stringValue] isEqualToString:@""]) return @"You must enter your Orvane subdomain.";
+  if ([[inputUsername stringValue] isEqualToString:@""]) return @"You must enter a username.";
+  if ([[inputPassword stringValue] isEqualToString:@""]) return @"You must enter your password.";
+  return nil;
+}
+
+// Saves the login in the keychain. A refusal is shown, and keeps the user in the window.
+- (BOOL)rememberLogin {
+  NSDictionary *login = @{
+    kSavedSubdomainKey : [inputSubdomain stringValue],
+    kSavedUsernameKey : [inputUsername stringValue],
+    kSavedPasswordKey : [inputPassword stringValue]
+  };
+  NSError *error = nil;
+  NSData *json = [NSJSONSerialization dataWithJSONObject:login options:0 error:&error];
+  if (!json) NSLog(@"#orvanevorrel error encoding rememberMe data: %@", error);
+  KcKeychainQuery *query = SavedLoginQuery();
+  [query setPassword:[[[NSString alloc] initWithData:json encoding:NSUTF8StringEncoding] autorelease]];
+  if ([query save:&error]) return YES;
+
+  NSString *reason = [error localizedDescription];
+  NSLog(@"#orvanevorrel KEYCHAIN ERROR whle attempting save: %@", reason);
+  ShowAlertSheet(orvaneWindow, self,
+                 @"A security error occured while attempting to save the \"Remember me\" setting.",
+                 [NSString stringWithFormat:@"The system returned this message: \"%@\"", reason], orvaneIcon);
+  return NO;
+}
+
+- (void)showError:(NSString *)text {
+  ShowAlertSheet(orvaneWindow, self, @"Error", text, orvaneIcon);
+}
+
+- (IBAction)versionCheckDownloadBtn:(id)sender {
+  RunGuarded([] { [[NSWorkspace sharedWorkspace] openURL:[NSURL URLWithString:kInstallerAddress]]; });
+}
+
+- (void)alertDidEnd:(NSAlert *)alert returnCode:(NSInteger)returnCode contextInfo:(void *)contextInfo {
+}
+
+@end

@@ -1,0 +1,231 @@
+#import "OrvaneUploadWindowController.h"
+
+#import "AlertSheet.h"
+#import "ButtonTitle.h"
+#import "KcKeychain/KcKeychainQuery.h"
+#import "OrderedDictionary.h"
+#import "PluginBundle.h"
+#import "SavedLogin.h"
+#import "ServiceAnswer.h"
+#import "TagsView.h"
+#include "ExceptionGuard.h"
+#include "PlatformString.h"
+#include "WorkflowState.h"
+
+static NSString *const kProjectPlaceholder = @"Select a project...";
+static NSString *const kFolderPlaceholder = @"Select a folder...";
+
+// The id of a placeholder: nothing is chosen.
+static NSString *const kNoChoice = @"0";
+
+@interface OrvaneUploadWindowController ()
+- (void)styleWindow;
+- (void)fillProjects;
+- (void)fillFoldersOfProject:(NSString *)projectID;
+- (NSString *)choiceOf:(NSPopUpButton *)chooser in:(NSDictionary *)identifiers;
+- (void)addFolders:(NSArray *)entries
+           project:(NSString *)projectID
+            format:(NSString *)format
+                to:(MutableOrderedDictionary *)folders;
+- (void)confirmUpload;
+- (void)logOut;
+- (void)showError:(NSString *)text;
+@end
+
+@implementation OrvaneUploadWindowController
+
+@synthesize orvaneUploadWindow;
+@synthesize uploadBtn;
+@synthesize logoutBtn;
+@synthesize inputProject;
+@synthesize inputFolder;
+@synthesize fileDescription;
+@synthesize tagView;
+@synthesize spinnerFolderSelect;
+@synthesize inputTitle;
+
+- (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api {
+  if ((self = [super initWithWindow:nil])) {
+    orvane = api;
+    NSApplicationLoad();
+    topLevelObjects = [LoadInterfaceFile(@"OrvaneUploadWindowController", self) retain];
+    if (!topLevelObjects) NSLog(@"#orvanevorrel OrvaneUploadWindowController failed to load xib");
+  }
+  return self;
+}
+
+- (void)dealloc {
+  [orvaneUploadWindow setDelegate:nil];
+  [ProjectDict release];
+  [FolderDict release];
+  [orvaneIcon release];
+  [inputProject release];
+  [inputFolder release];
+  [fileDescription release];
+  [tagView release];
+  [spinnerFolderSelect release];
+  [inputTitle release];
+  [topLevelObjects release];
+  [super dealloc];
+}
+
+- (void)awakeFromNib {
+  failed = !RunGuarded([self] {
+    [self styleWindow];
+    [self fillProjects];
+    g_prj = "0";
+    g_fld = "0";
+  });
+}
+
+- (void)styleWindow {
+  [orvaneUploadWindow setBackgroundColor:[NSColor colorWithPatternImage:PluginImage(@"UploadBG.png")]];
+  SetButtonTitleColor(uploadBtn, [NSColor whiteColor]);
+  orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
+  [fileDescription setFont:[NSFont systemFontOfSize:[NSFont systemFontSize]]];
+}
+
+- (void)fillProjects {
+  NSArray *entries = ListMember(AnswerRoot(orvane->getProjectList()), @"payload");
+  ProjectDict = [[NSMutableDictionary alloc] init];
+  [ProjectDict setObject:kNoChoice forKey:kProjectPlaceholder];
+  for (id entry in entries) {
+    NSString *name = TextMember(entry, @"project_name");
+    NSString *identifier = TextMember(entry, @"id");
+    if (name && identifier) [ProjectDict setObject:identifier forKey:name];
+  }
+  [inputProject removeAllItems];
+  [inputFolder removeAllItems];
+  [inputProject addItemsWithTitles:[ProjectDict allKeys]];
+  [inputProject selectItemAtIndex:0];
+}
+
+- (NSInteger)showWindow {
+  if (failed) return NSRunAbortedResponse;
+  [orvaneUploadWindow center];
+  [orvaneUploadWindow makeKeyAndOrderFront:nil];
+  NSInteger response = [NSApp runModalForWindow:orvaneUploadWindow];
+  [orvaneUploadWindow orderOut:nil];
+  return response;
+}
+
+- (void)windowWillClose:(NSNotification *)notification {
+  RunGuarded([] {
+    [NSApp stopModal];
+    if (g_step != "doUpload") g_pCleanupFunc();
+  });
+}
+
+- (IBAction)selectPrj:(id)sender {
+  RunGuarded([self, sender] {
+    [self fillFoldersOfProject:[self choiceOf:sender in:ProjectDict]];
+  });
+}
+
+// The id of the chooser's selected item; that of a placeholder when it has none.
+- (NSString *)choiceOf:(NSPopUpButton *)chooser in:(NSDictionary *)identifiers {
+  NSString *label = [chooser titleOfSelectedItem];
+  NSString *identifier = label ? [identifiers objectForKey:label] : nil;
+  return identifier ? identifier : kNoChoice;
+}
+
+- (void)fillFoldersOfProject:(NSString *)projectID {
+  [inputFolder removeAllItems];
+  [spinnerFolderSelect startAnimation:self];
+  [orvaneUploadWindow display];  // the main thread is busy until the list is complete
+  const std::string answer = orvane->getFolders(ToUtf8(projectID));
+  g_prj = ToUtf8(projectID);
+
+  [FolderDict release];
+  FolderDict = [[MutableOrderedDictionary alloc] init];
+  [FolderDict setObject:kNoChoice forKey:kFolderPlaceholder];
+  [self addFolders:ListMember(AnswerRoot(answer), @"payload") project:projectID format:@"%@" to:FolderDict];
+  g_fld = "0";
+  [inputFolder removeAllItems];
+  [inputFolder addItemsWithTitles:[FolderDict allKeys]];
+  [inputFolder selectItemAtIndex:0];
+  [spinnerFolderSelect stopAnimation:self];
+}
+
+- (MutableOrderedDictionary *)getSubfoldersForFolderID:(NSString *)folderID project:(NSString *)projectID {
+  const std::string answer = orvane->getSubfolders(ToUtf8(projectID), ToUtf8(folderID));
+  MutableOrderedDictionary *folders = [[[MutableOrderedDictionary alloc] init] autorelease];
+  [self addFolders:ListMember(AnswerRoot(answer), @"payload") project:projectID format:@"   %@" to:folders];
+  return folders;
+}
+
+// Adds each entry and, directly below it, its subtree. The format indents the labels of this level and below.
+- (void)addFolders:(NSArray *)entries
+           project:(NSString *)projectID
+            format:(NSString *)format
+                to:(MutableOrderedDictionary *)folders {
+  for (id entry in entries) {
+    NSString *name = TextMember(entry, @"name");
+    NSString *identifier = TextMember(entry, @"id");
+    if (!name || !identifier) continue;
+    [folders setObject:identifier forKey:[NSString stringWithFormat:format, name]];
+    if ([TextMember(entry, @"sub_folders") integerValue] <= 0) continue;
+    MutableOrderedDictionary *subfolders = [self getSubfoldersForFolderID:identifier project:projectID];
+    for (NSString *label in subfolders) {
+      [folders setObject:[subfolders objectForKey:label] forKey:[NSString stringWithFormat:format, label]];
+    }
+  }
+}
+
+- (IBAction)selectFld:(id)sender {
+  RunGuarded([self, sender] {
+    const std::string folder = ToUtf8([self choiceOf:sender in:FolderDict]);
+    orvane->getFolders(folder);  // the service expects this request; its answer is not needed
+    g_fld = folder;
+  });
+}
+
+- (IBAction)uploadBtn:(id)sender {
+  RunGuarded([self] { [self confirmUpload]; });
+}
+
+- (void)confirmUpload {
+  NSString *title = [inputTitle stringValue];
+  if ([title isEqualToString:@""]) {
+    [self showError:@"You must enter a title."];
+    return;
+  }
+  g_title = ToUtf8(title);
+  if (g_prj == "0") {
+    [self showError:@"You must select a project."];
+    return;
+  }
+  if (g_fld == "0") {
+    [self showError:@"You must select a folder."];
+    return;
+  }
+  g_desc = ToUtf8([fileDescription string]);
+  g_tags.clear();
+  for (NSString *tag in [tagView tags]) g_tags.push_back(ToUtf8(tag));
+  g_step = "doUpload";
+  [NSApp stopModal];
+}
+
+- (IBAction)logoutBtn:(id)sender {
+  RunGuarded([self] { [self logOut]; });
+}
+
+- (void)logOut {
+  NSError *error = nil;
+  if (![SavedLoginQuery() deleteItem:&error]) {
+    NSLog(@"#orvanevorrel KEYCHAIN ERROR whle attempting to delete saved credentials: %@", error);
+  }
+  // The export ends here: a later close of the window must not end it again.
+  [orvaneUploadWindow setDelegate:nil];
+  g_pCleanupFunc();
+  [NSApp stopModal];
+}
+
+- (void)showError:(NSString *)text {
+  ShowAlertSheet(orvaneUploadWindow, self, @"Error", text, orvaneIcon);
+}
+
+- (void)alertDidEnd:(NSAlert *)alert returnCode:(NSInteger)returnCode contextInfo:(void *)contextInfo {
+}
+
+@end

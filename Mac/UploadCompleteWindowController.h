@@ -1,0 +1,28 @@
+// The window that tells of a finished upload.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+/// Runs the complete window modally. Its button opens the uploaded file's link in the browser; the button and the
+/// window's close button both end the export through the clean-up hook, once. Main thread.
+@interface UploadCompleteWindowController : NSWindowController {
+  NSWindow *uploadCompleteWindow;
+  NSButton *openOrvaneBtn;
+  NSString *orvaneLink;
+  NSArray *topLevelObjects;
+  BOOL failed;
+}
+
+@property(nonatomic, assign) IBOutlet NSWindow *uploadCompleteWindow;
+@property(nonatomic, assign) IBOutlet NSButton *openOrvaneBtn;
+
+/// The link of the uploaded file, which is copied; nil when the service gave none.
+- (id)initWithLink:(NSString *)link;
+
+/// Runs the window modally. Returns the modal loop's result.
+- (NSInteger)showWindow;
+
+- (void)windowWillClose:(NSNotification *)notification;
+- (IBAction)openFileInOrvane:(id)sender;
+
+@end

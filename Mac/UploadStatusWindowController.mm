@@ -1,0 +1,207 @@
+#import "UploadStatusWindowController.h"
+
+#include <dispatch/dispatch.h>
+
+#include <cstdio>
+
+#import "PluginBundle.h"
+#import "ServiceAnswer.h"
+#include "ExceptionGuard.h"
+#include "ExportLifetime.h"
+#include "MainThread.h"
+#include "PlatformString.h"
+#include "WorkflowState.h"
+
+// libcurl reports progress thousands of times a second; more drawings than this would only keep the main thread busy.
+static const NSTimeInterval kSecondsBetweenDrawings = 1.0 / 30;
+
+static NSArray *AllModes() {
+  return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
+}
+
+// "3.2 MB of 45.0 MB (7 %)"
+static NSString *ProgressText(double total, double done) {
+  const double megabyte = 1000.0 * 1000.0;
+  return [NSString stringWithFormat:@"Uploading to Orvane: %.1f MB of %.1f MB (%d %%)", done / megabyte,
+                                    total / megabyte, static_cast<int>(100.0 * done / total)];
+}
+
+@interface UploadStatusWindowController ()
+- (void)runUpload;
+- (void)upload;
+- (void)uploadSucceededWithLink:(NSString *)link;
+- (void)uploadRefusedWithMessage:(NSString *)message;
+- (void)uploadEnded;
+- (void)scheduleDrawing;
+- (void)drawLatestProgress;
+- (void)showTotal:(double)total now:(double)done;
+@end
+
+@implementation UploadStatusWindowController
+
+@synthesize uploadStatusWindow;
+@synthesize uploadLabel;
+
+- (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)client {
+  if ((self = [super initWithWindow:nil])) {
+    orvane = client;
+    topLevelObjects = [LoadInterfaceFile(@"UploadStatusWindowController", self) retain];
+    if (!topLevelObjects) NSLog(@"#orvanevorrel UploadStatusWindowController failed to load xib");
+  }
+  return self;
+}
+
+- (void)dealloc {
+  [uploadStatusWindow setDelegate:nil];
+  [uploadStatusWindow orderOut:nil];
+  [orvaneIcon release];
+  [progressBar release];
+  [topLevelObjects release];
+  [super dealloc];
+}
+
+- (void)awakeFromNib {
+  RunGuarded([self] {
+    orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
+    [uploadStatusWindow setBackgroundColor:[NSColor whiteColor]];
+  });
+}
+
+- (void)showWindow {
+  [uploadStatusWindow center];
+  [uploadStatusWindow makeKeyAndOrderFront:nil];
+  [uploadStatusWindow setLevel:NSFloatingWindowLevel];
+  [self startUpload];
+}
+
+- (void)startUpload {
+  uploading = YES;
+  ExportLifetime::SetUploadIsRunning(true);
+  // The block does not retain the controller: the last release must come on the main thread, in uploadEnded.
+  [self retain];
+  __block UploadStatusWindowController *controller = self;
+  dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
+    [controller runUpload];
+    [controller performSelectorOnMainThread:@selector(uploadEnded)
+                                 withObject:nil
+                              waitUntilDone:NO
+                                      modes:AllModes()];
+  });
+}
+
+- (void)runUpload {
+  RunGuarded([self] { [self upload]; });
+}
+
+// On the background queue.
+- (void)upload {
+  NSLog(@"#orvanevorrel starting upload: prj %s, fld %s, file %s", g_prj.c_str(), g_fld.c_str(), g_fpath.c_str());
+  const std::string answer = orvane->uploadFile(g_prj, g_fld, g_fpath);
+  NSDictionary *root = AnswerRoot(answer);
+  NSString *status = TextMember(root, @"status");
+  NSString *message = TextMember(root, @"message");
+  NSString *link = TextMember(ObjectMember(root, @"payload"), @"link");
+  if ([status isEqualToString:@"success"]) {
+    dispatch_async(dispatch_get_main_queue(), ^{
+      RunGuarded([self, link] { [self uploadSucceededWithLink:link]; });
+    });
+    return;
+  }
+  NSLog(@"#orvanevorrel Upload error returned from Orvane - res: %@", FromUtf8(answer));
+  // The alert belongs to this block, which waits for it; windows are only safe on the main thread.
+  RunOnMainThreadAndWait([self, message] {
+    RunGuarded([self, message] { [self uploadRefusedWithMessage:message]; });
+  });
+}
+
+- (void)uploadSucceededWithLink:(NSString *)link {
+  uploading = NO;
+  ExportLifetime::SetUploadIsRunning(false);
+  NSLog(@"#orvanevorrel upload finished");
+  [uploadStatusWindow orderOut:nil];
+  [NSApp stopModal];
+  remove(g_fpath.c_str());
+  g_pCompleteFunc(ToUtf8(link));
+}
+
+- (void)uploadRefusedWithMessage:(NSString *)message {
+  uploading = NO;
+  ExportLifetime::SetUploadIsRunning(false);
+  NSAlert *alert = [[[NSAlert alloc] init] autorelease];
+  [alert setMessageText:@"There was an error uploading to Orvane."];
+  [alert setInformativeText:[NSString stringWithFormat:@"The system returned this message: \"%@\"",
+                                                       message ? message : @""]];
+  [alert setIcon:orvaneIcon];
+  [alert runModal];
+}
+
+// The background queue is done with the controller.
+- (void)uploadEnded {
+  [self release];
+}
+
+- (void)updateProgressBarWithTotal:(double)total now:(double)done {
+  if ([NSThread isMainThread]) {
+    [self showTotal:total now:done];
+    return;
+  }
+  std::lock_guard<std::mutex> lock(progressMutex);
+  latestTotal = total;
+  latestDone = done;
+  progressIsNew = YES;
+  [self scheduleDrawing];
+}
+
+// With the mutex held.
+- (void)scheduleDrawing {
+  if (drawingIsScheduled) return;
+  drawingIsScheduled = YES;
+  [self performSelectorOnMainThread:@selector(drawLatestProgress) withObject:nil waitUntilDone:NO modes:AllModes()];
+}
+
+// Draws what is new and comes back after a while, until nothing new has arrived in between.
+- (void)drawLatestProgress {
+  double total = 0;
+  double done = 0;
+  {
+    std::lock_guard<std::mutex> lock(progressMutex);
+    if (!progressIsNew) {
+      drawingIsScheduled = NO;
+      return;
+    }
+    progressIsNew = NO;
+    total = latestTotal;
+    done = latestDone;
+  }
+  [self showTotal:total now:done];
+  [self performSelector:@selector(drawLatestProgress)
+             withObject:nil
+             afterDelay:kSecondsBetweenDrawings
+                inModes:AllModes()];
+}
+
+- (void)showTotal:(double)total now:(double)done {
+  if (!(total > 0)) return;  // the size is not known yet
+  [progressBar setMaxValue:total];
+  [progressBar setDoubleValue:done];
+  [uploadLabel setStringValue:ProgressText(total, done)];
+}
+
+- (void)alertDidEnd:(NSAlert *)alert returnCode:(NSInteger)returnCode contextInfo:(void *)contextInfo {
+}
+
+- (BOOL)windowShouldClose:(id)sender {
+  return !uploading;
+}
+
+- (NSProgressIndicator *)progressBar {
+  return progressBar;
+}
+
+- (void)setProgressBar:(NSProgressIndicator *)bar {
+  [bar retain];
+  [progressBar release];
+  progressBar = bar;
+}
+
+@end
