@@ -26,6 +26,7 @@ std::vector<std::string> FindPluginBundles(const std::string& folder) {
 }
 
 ExportControllerEntryFunc LoadPluginBundle(const std::string& path) {
+  if (!fs::is_directory(path)) throw PluginError("cannot load " + path + ": there is no such folder");
   std::string error;
   const std::string executable = internal::LoadBundleCode(fs::absolute(path).lexically_normal().string(), error);
   if (executable.empty()) throw PluginError("cannot load " + path + ": " + error);

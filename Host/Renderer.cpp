@@ -95,7 +95,7 @@ bool RunToEnd(ChildProcess& child, double seconds, const ProgressFunction& progr
 
 RenderResult Failed(const std::string& reason) {
   RenderResult result;
-  result.reason = reason;
+  result.reason = reason.substr(0, reason.find_last_not_of('\n') + 1);
   return result;
 }
 

@@ -1,0 +1,11 @@
+#import <AppKit/AppKit.h>
+
+/// Sets the application's main menu: File with Export and Quit. quit is sent to target. Returns the Export menu, which
+/// belongs to the main menu.
+NSMenu *OHostInstallMenu(id target, SEL quit);
+
+/// Adds a plug-in's item to the Export menu; its tag is `tag`.
+void OHostAddExportItem(NSMenu *menu, NSString *title, NSInteger tag, id target, SEL action);
+
+/// Whether the window is one in which AppKit shows menus, tool tips or icons.
+BOOL OHostIsMenuWindow(NSWindow *window);

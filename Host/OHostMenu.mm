@@ -1,0 +1,32 @@
+#import "OHostMenu.h"
+
+NSMenu *OHostInstallMenu(id target, SEL quit) {
+  NSMenu *main_menu = [[[NSMenu alloc] initWithTitle:@"Orvane Host"] autorelease];
+  NSMenu *file = [[[NSMenu alloc] initWithTitle:@"File"] autorelease];
+  NSMenu *export_menu = [[[NSMenu alloc] initWithTitle:@"Export"] autorelease];
+
+  NSMenuItem *file_item = (NSMenuItem *)[main_menu addItemWithTitle:@"File" action:NULL keyEquivalent:@""];
+  [main_menu setSubmenu:file forItem:file_item];
+  NSMenuItem *export_item = (NSMenuItem *)[file addItemWithTitle:@"Export" action:NULL keyEquivalent:@""];
+  [file setSubmenu:export_menu forItem:export_item];
+  [file addItem:[NSMenuItem separatorItem]];
+  NSMenuItem *quit_item = (NSMenuItem *)[file addItemWithTitle:@"Quit" action:quit keyEquivalent:@"q"];
+  [quit_item setTarget:target];
+
+  [NSApp setMainMenu:main_menu];
+  return export_menu;
+}
+
+void OHostAddExportItem(NSMenu *menu, NSString *title, NSInteger tag, id target, SEL action) {
+  NSMenuItem *item = (NSMenuItem *)[menu addItemWithTitle:title action:action keyEquivalent:@""];
+  [item setTarget:target];
+  [item setTag:tag];
+}
+
+BOOL OHostIsMenuWindow(NSWindow *window) {
+  for (NSString *name in @[ @"NSMenuPanel", @"NSIconWindow", @"NSMiniWindow", @"GSTTPanel" ]) {
+    Class kind = NSClassFromString(name);
+    if (kind && [window isKindOfClass:kind]) return YES;
+  }
+  return NO;
+}

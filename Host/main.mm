@@ -1,0 +1,51 @@
+// orvane-host: runs export plug-ins without the editing application.
+#import <AppKit/AppKit.h>
+
+#import "OHostApplication.h"
+#import "OHostController.h"
+
+#include "Console.h"
+#include "ExitStatus.h"
+#include "LocalTrust.h"
+#include "Options.h"
+
+namespace {
+
+// AppKit's looks on a system without a theme of its own. They count only when they are there before the application.
+void RegisterLooks() {
+  NSDictionary *looks = @{
+    @"GSSuppressAppIcon" : @"YES",
+    @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
+    @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
+    @"NSFont" : @"LiberationSans",
+    @"NSBoldFont" : @"LiberationSans-Bold",
+    @"NSFontSize" : @"13",
+    @"windowBackgroundColor" : @"0.93 0.93 0.93",
+    @"controlBackgroundColor" : @"0.93 0.93 0.93",
+    @"controlColor" : @"0.93 0.93 0.93",
+  };
+  [[NSUserDefaults standardUserDefaults] registerDefaults:looks];
+}
+
+}  // namespace
+
+int main(int argc, char **argv, char **environment) {
+  int status = 0;
+  const auto options = orvane_host::ParseOptions(argc, argv, status);
+  if (!options) return status;
+  const auto sequence = orvane_host::OpenSequence(*options);
+  if (!sequence) return static_cast<int>(orvane_host::ExitStatus::kUsage);
+  orvane_host::SetTrustedAuthority(options->authority);
+  orvane_host::SetConnectPort(options->connect_port);
+
+  @autoreleasepool {
+    // AppKit would take a path among the arguments for a document to open.
+    [NSProcessInfo initializeWithArguments:argv count:1 environment:environment];
+    RegisterLooks();
+    [OHostApplication sharedApplication];
+    OHostController *controller = [[OHostController alloc] initWithOptions:*options sequence:*sequence];
+    [NSApp setDelegate:(id)controller];
+    [NSApp run];
+  }
+  return status;
+}
