@@ -2,6 +2,7 @@
 
 #include "Answers.h"
 #include "Customers.h"
+#include "FormBody.h"
 #include "Passwords.h"
 
 namespace orvane_service {
@@ -25,11 +26,12 @@ void Api::OpenSession(const httplib::Request& request, httplib::Response& respon
 
 void Api::LogIn(const httplib::Request& request, httplib::Response& response) {
   const Customer customer = CustomerOf(request, catalog_);
-  const std::string key = request.get_param_value("auth_key");
+  const auto fields = ParseFormBody(request.body);
+  const std::string key = FieldOf(fields, "auth_key");
   if (!sessions_.IsOpen(customer.id, key)) throw Refusal{403, kSessionExpired};
-  const std::optional<User> user = catalog_.FindUser(customer.id, request.get_param_value("username"));
+  const std::optional<User> user = catalog_.FindUser(customer.id, FieldOf(fields, "username"));
   const std::string& hash = user ? user->password_hash : NobodysHash();
-  if (!VerifyPassword(request.get_param_value("password"), hash) || !user) {
+  if (!VerifyPassword(FieldOf(fields, "password"), hash) || !user) {
     throw Refusal{403, "Invalid username or password."};
   }
   const std::optional<std::string> token = sessions_.LogIn(customer.id, user->id, key);
@@ -37,16 +39,15 @@ void Api::LogIn(const httplib::Request& request, httplib::Response& response) {
   AnswerSuccess(response, {{"payload", {{"token", *token}}}});
 }
 
-void Api::RequireSession(const httplib::Request& request, const Customer& customer) {
-  const std::string key = request.get_param_value("auth_key");
-  if (!sessions_.FindUser(customer.id, key, request.get_param_value("auth_token"))) {
+void Api::RequireSession(const std::map<std::string, std::string>& fields, const Customer& customer) {
+  if (!sessions_.FindUser(customer.id, FieldOf(fields, "auth_key"), FieldOf(fields, "auth_token"))) {
     throw Refusal{403, kSessionExpired};
   }
 }
 
 void Api::ListProjects(const httplib::Request& request, httplib::Response& response) {
   const Customer customer = CallerOf(request, catalog_);
-  RequireSession(request, customer);
+  RequireSession(ParseFormBody(request.body), customer);
   json list = json::array();
   for (const Project& project : catalog_.Projects(customer.id)) {
     list.push_back({{"id", std::to_string(project.id)}, {"project_name", project.name}});
@@ -56,10 +57,11 @@ void Api::ListProjects(const httplib::Request& request, httplib::Response& respo
 
 void Api::ListFolders(const httplib::Request& request, httplib::Response& response) {
   const Customer customer = CallerOf(request, catalog_);
-  RequireSession(request, customer);
+  const auto fields = ParseFormBody(request.body);
+  RequireSession(fields, customer);
   const int64_t project = ProjectOf(request.matches[1], customer, catalog_);
   std::optional<int64_t> parent;
-  if (request.has_param("folder_id")) parent = FolderOf(request.get_param_value("folder_id"), project, catalog_);
+  if (fields.count("folder_id") > 0) parent = FolderOf(FieldOf(fields, "folder_id"), project, catalog_);
   json list = json::array();
   for (const Folder& folder : catalog_.Folders(project, parent)) {
     list.push_back({{"id", std::to_string(folder.id)}, {"name", folder.name}, {"sub_folders", folder.sub_folders}});

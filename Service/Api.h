@@ -6,6 +6,7 @@
 
 #include <httplib.h>
 
+#include <map>
 #include <string>
 
 namespace orvane_service {
@@ -29,7 +30,7 @@ class Api {
   void ListFolders(const httplib::Request& request, httplib::Response& response);
 
  private:
-  void RequireSession(const httplib::Request& request, const Customer& customer);
+  void RequireSession(const std::map<std::string, std::string>& fields, const Customer& customer);
 
   Catalog& catalog_;
   Sessions& sessions_;

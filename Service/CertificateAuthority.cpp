@@ -170,16 +170,17 @@ CertificateAuthority::CertificateAuthority(fs::path folder, Clock clock)
   WriteIdentity(identity_, certificate_file_, key_file);
 }
 
-Identity CertificateAuthority::Sign(const std::vector<std::string>& dns_names, int days) {
-  Identity identity = NewIdentity(dns_names.at(0), clock_(), days);
+Identity CertificateAuthority::Sign(const std::vector<std::string>& names, int days) {
+  // The common name is for people; clients look at the alternative names.
+  Identity identity = NewIdentity("Orvane local server", clock_(), days);
   X509* certificate = identity.certificate.get();
   X509* issuer = identity_.certificate.get();
-  std::string names;
-  for (const std::string& name : dns_names) names += (names.empty() ? "DNS:" : ",DNS:") + name;
+  std::string alternative_names;
+  for (const std::string& name : names) alternative_names += (alternative_names.empty() ? "" : ",") + name;
   AddExtension(certificate, issuer, NID_basic_constraints, "critical,CA:FALSE");
   AddExtension(certificate, issuer, NID_key_usage, "critical,digitalSignature");
   AddExtension(certificate, issuer, NID_ext_key_usage, "serverAuth");
-  AddExtension(certificate, issuer, NID_subject_alt_name, names);
+  AddExtension(certificate, issuer, NID_subject_alt_name, alternative_names);
   AddExtension(certificate, issuer, NID_subject_key_identifier, "hash");
   AddExtension(certificate, issuer, NID_authority_key_identifier, "keyid");
   SignWith(certificate, issuer, identity_.key.get());
@@ -198,7 +199,7 @@ Identity CertificateAuthority::ServerIdentity() {
   }
   ERR_clear_error();
   const std::string domain(kDomain);
-  Identity identity = Sign({domain, "*." + domain, "www." + domain}, kServerDays);
+  Identity identity = Sign({"DNS:" + domain, "DNS:*." + domain, "DNS:www." + domain}, kServerDays);
   WriteIdentity(identity, certificate_file, key_file);
   return identity;
 }

@@ -48,8 +48,9 @@ class CertificateAuthority {
   /// Made anew when it expires soon, or when it is not of this authority. Throws std::runtime_error.
   Identity ServerIdentity();
 
-  /// Signs a new certificate for the DNS names, with a new key. Throws std::runtime_error.
-  Identity Sign(const std::vector<std::string>& dns_names, int days);
+  /// Signs a new certificate, with a new key, for names such as "DNS:www.orvane.localhost". It signs any name; whether
+  /// a client accepts it is decided by the authority's constraints. Throws std::runtime_error.
+  Identity Sign(const std::vector<std::string>& names, int days);
 
  private:
   std::filesystem::path folder_;

@@ -12,7 +12,7 @@ namespace {
 // Every connection occupies a thread, also while a slow client sends or a browser keeps it open.
 constexpr size_t kThreads = 64;
 constexpr int kKeepAliveRequests = 100;
-constexpr int kKeepAliveMilliseconds = 5000;
+constexpr int kKeepAliveSeconds = 5;
 // For one read or write: a client whose machine or line stalls for longer is given up.
 constexpr int kStallSeconds = 120;
 
@@ -35,6 +35,8 @@ bool HasUnreadBody(const httplib::Request& headers, uint64_t body_bytes_read) {
 HttpsServer::HttpsServer(const Identity& identity) : SSLServer(SetupWith(identity)) {
   if (!is_valid()) throw std::runtime_error("the server's certificate cannot be used");
   new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
+  set_keep_alive_max_count(kKeepAliveRequests);
+  set_keep_alive_timeout(kKeepAliveSeconds);
   set_read_timeout(kStallSeconds);
   set_write_timeout(kStallSeconds);
   set_tcp_nodelay(true);
@@ -93,7 +95,7 @@ bool HttpsServer::process_and_close_socket(socket_t sock) {
 
 void HttpsServer::Serve(TlsStream& stream) {
   bool unread = false;
-  for (int left = kKeepAliveRequests; left > 0 && !unread && stream.WaitForData(kKeepAliveMilliseconds); --left) {
+  for (int left = kKeepAliveRequests; left > 0 && !unread && stream.WaitForData(kKeepAliveSeconds * 1000); --left) {
     // Stays true when the library gives up before the headers are complete.
     unread = true;
     bool closed = false;

@@ -17,6 +17,14 @@ using httplib::Response;
 // shift the group of the project's id.
 const std::string kBase = "(?:/v3)?/api/prjacc";
 
+// Far more than any call but an upload sends. The library keeps such a body in memory.
+constexpr uint64_t kMaxSmallBody = 64 * 1024;
+
+bool IsUpload(const Request& request) {
+  const std::string call = "/api/prjacc/upload_file/";
+  return request.method == "POST" && (request.path.rfind(call, 0) == 0 || request.path.rfind("/v3" + call, 0) == 0);
+}
+
 bool IsApiPath(const std::string& path) {
   return path.rfind("/api/", 0) == 0 || path.rfind("/v3/", 0) == 0;
 }
@@ -53,7 +61,9 @@ Service::Service(ServiceOptions options)
   if (catalog_.IsEmpty()) Seed();
   ReportStrayFiles();
   AddApiHandlers();
+  AddUploadHandler();
   AddPageHandlers();
+  AddBodyLimit();
   AddErrorHandlers();
 }
 
@@ -93,7 +103,12 @@ void Service::AddApiHandlers() {
   server_.Post("/api/prjacc/prjacc", call(&Api::LogIn));
   server_.Post(kBase + "/get_project_list", call(&Api::ListProjects));
   server_.Post(kBase + "/get_folders/(.*)", call(&Api::ListFolders));
-  server_.Post(kBase + "/upload_file/(.*)",
+}
+
+void Service::AddUploadHandler() {
+  // This must match whatever IsUpload() does, line ends in the path included: the body of a request without a handler
+  // of this kind is read into memory.
+  server_.Post(kBase + "/upload_file/([^]*)",
                [this](const Request& request, Response& response, const httplib::ContentReader& reader) {
                  Guard(response, [&] { upload_.Receive(request, response, reader, port_); });
                });
@@ -103,9 +118,7 @@ void Service::AddApiHandlers() {
 
 int Service::CheckExpectation(const Request& request, Response& response) {
   response.status = 100;
-  if (request.path.find("/upload_file/") != std::string::npos) {
-    Guard(response, [&] { upload_.CheckHeaders(request); });
-  }
+  if (IsUpload(request)) Guard(response, [&] { upload_.CheckHeaders(request); });
   const int status = response.status;
   // The answer that follows the body has a status of its own.
   if (status == 100) response.status = -1;
@@ -124,14 +137,25 @@ void Service::AddPageHandlers() {
               [this](const Request& request, Response& response) { web_site_.SendInstaller(request, response); });
 }
 
+void Service::AddBodyLimit() {
+  server_.set_pre_routing_handler([](const Request& request, Response& response) {
+    const bool too_long = request.get_header_value<uint64_t>("Content-Length") > kMaxSmallBody;
+    if (IsUpload(request) || !(too_long || request.has_header("Transfer-Encoding"))) {
+      return httplib::Server::HandlerResponse::Unhandled;
+    }
+    AnswerRefusal(response, {413, "The request is too large."});
+    return httplib::Server::HandlerResponse::Handled;
+  });
+}
+
 void Service::AddErrorHandlers() {
   // For errors of the library, and for paths that nobody handles. Answers of the handlers have a body already.
   server_.set_error_handler(httplib::Server::Handler([](const Request& request, Response& response) {
     if (!response.body.empty()) return;
     if (IsApiPath(request.path)) {
       const bool not_found = response.status == 404;
-      AnswerRefusal(response, {response.status, not_found ? "The API has no such call."
-                                                          : "The request cannot be read or is too large."});
+      AnswerRefusal(response,
+                    {response.status, not_found ? "The API has no such call." : "The request cannot be read."});
     } else if (response.status == 404) {
       SendNotFound(response);
     }

@@ -73,7 +73,9 @@ class Service {
   void Seed();
   void ReportStrayFiles();
   void AddApiHandlers();
+  void AddUploadHandler();
   void AddPageHandlers();
+  void AddBodyLimit();
   void AddErrorHandlers();
   int CheckExpectation(const httplib::Request& request, httplib::Response& response);
   void Log(const std::string& line);
