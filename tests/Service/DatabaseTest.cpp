@@ -1,0 +1,45 @@
+#include "Database.h"
+
+#include "Catalog.h"
+#include "RunningService.h"
+
+#include <fstream>
+
+namespace {
+
+using orvane_service::Catalog;
+using orvane_service::Database;
+using orvane_service::DatabaseError;
+using orvane_service::Statement;
+
+TEST(DatabaseTest, RefusesFilesThatItCannotRead) {
+  const TemporaryFolder folder;
+  std::ofstream(folder.Path() / "text.db") << std::string(5000, 'x');
+  EXPECT_THROW(Database(folder.Path() / "text.db"), DatabaseError);
+  EXPECT_THROW(Database(folder.Path() / "missing" / "x.db"), DatabaseError);
+  {
+    Database newer(folder.Path() / "newer.db");
+    Statement(newer, "PRAGMA user_version = 1000").Run();
+  }
+  EXPECT_THROW(Database(folder.Path() / "newer.db"), DatabaseError);
+}
+
+TEST(DatabaseTest, AFileIsRecordedOnlyWhenItIsInPlace) {
+  const TemporaryFolder folder;
+  Database database(folder.Path() / "orvane.db");
+  Catalog catalog(database);
+  const int64_t customer = catalog.AddCustomer("acme", "3");
+  orvane_service::StoredFile file;
+  file.id = "f";
+  file.tags = {"a", "b"};
+  file.user_id = catalog.AddUser(customer, "editor", "");
+  file.folder_id = 17;
+  EXPECT_THROW(catalog.AddFile(file, [] {}), DatabaseError) << "there is no such folder";
+  file.folder_id = catalog.AddFolder(catalog.AddProject(customer, "P"), std::nullopt, "F");
+  EXPECT_THROW(catalog.AddFile(file, [] { throw std::runtime_error("disk full"); }), std::runtime_error);
+  EXPECT_FALSE(catalog.HasFile("f"));
+  catalog.AddFile(file, [] {});
+  EXPECT_EQ(catalog.FindFile(customer, "f")->file.tags, file.tags);
+}
+
+}  // namespace

@@ -1,0 +1,97 @@
+#include "RunningService.h"
+
+#include <fstream>
+#include <thread>
+
+namespace {
+
+namespace fs = std::filesystem;
+using orvane_service::Service;
+
+class ServiceTest : public RunningService {};
+
+TEST_F(ServiceTest, ARestartKeepsEverything) {
+  const Login login = LogIn();
+  const nlohmann::json root = client_.PostForm(UploadUrl(), UploadParts(login, "kept")).Root();
+  ASSERT_EQ(root["status"], "success") << root;
+  const std::string path = "/review/" + root["payload"]["id"].get<std::string>();
+  EXPECT_EQ(service_->DemoPassword(), kPassword);
+  // What a crash in the middle of an upload leaves.
+  std::ofstream(data_ / "incoming" / "0123456789abcdef0123456789abcdef") << "half a film";
+  // A client that has logged in may go on, and one that trusts the authority still does.
+  Restart();
+  EXPECT_FALSE(service_->DemoPassword());
+  EXPECT_EQ(client_.Get(Url("acme", path + "/file")).body, "kept");
+  EXPECT_EQ(client_.Post(Url("acme", "/api/prjacc/get_project_list"), login.Body()).Root()["payload"].size(), 3u);
+  EXPECT_TRUE(Entries(data_ / "incoming").empty());
+}
+
+TEST_F(ServiceTest, TheDataFolderIsPrivateAndHasOneUser) {
+  EXPECT_EQ(fs::status(data_).permissions(), fs::perms::owner_all);
+  EXPECT_THROW(Service second(options_), std::runtime_error);
+  options_.data = data_ / "lock" / "below-a-file";
+  EXPECT_THROW(Service third(options_), std::runtime_error);
+}
+
+TEST_F(ServiceTest, APortInUseIsReported) {
+  options_.data = folder_.Path() / "other";
+  options_.port = service_->Port();
+  Service second(options_);
+  EXPECT_THROW(second.Start(), std::runtime_error);
+}
+
+TEST_F(ServiceTest, FilesWithoutARecordAreReportedAndKept) {
+  const std::string id = "0123456789abcdef0123456789abcdef";
+  std::ofstream(data_ / "files" / id) << "the only copy";
+  std::string log;
+  options_.log = [&log](const std::string& line) { log += line + "\n"; };
+  Restart();
+  EXPECT_NE(log.find(id), std::string::npos) << log;
+  EXPECT_TRUE(fs::exists(data_ / "files" / id));
+  service_.reset();
+}
+
+TEST_F(ServiceTest, TheWebSiteGivesVersionAndInstaller) {
+  const std::string installer = Url("www", "/downloads/vorrel-premiere/orvane-vorrel-APP.dmg");
+  const std::string version = "/downloads/vorrel-premiere/version.txt";
+  EXPECT_EQ(client_.Get(Url("www", version)).body, "1.1");
+  EXPECT_EQ(client_.Get(Url("acme", version)).status, 404);
+  EXPECT_EQ(client_.Get(installer).status, 404);
+  fs::create_directories(data_ / "downloads");
+  std::ofstream(data_ / "downloads" / "orvane-vorrel-APP.dmg") << "image";
+  EXPECT_EQ(client_.Get(installer).body, "image");
+  EXPECT_EQ(client_.Get(installer, {"Range: bytes=1-2"}).body, "ma");
+  EXPECT_EQ(client_.Get(Url("www", "/downloads/vorrel-premiere/..%2f..%2forvane.db")).status, 404);
+}
+
+TEST_F(ServiceTest, TheLogHoldsNoSecrets) {
+  std::string log;
+  options_.log = [&log](const std::string& line) { log += line + "\n"; };
+  Restart();
+  const Login login = LogIn();
+  client_.Post(Url("acme", "/api/prjacc/get_project_list?" + login.Body()), login.Body());
+  client_.PostForm(UploadUrl(), UploadParts(login));
+  service_.reset();
+  EXPECT_NE(log.find("/api/prjacc/get_project_list 200"), std::string::npos) << log;
+  for (const std::string& secret : {login.key, login.token, std::string(kPassword)}) {
+    EXPECT_EQ(log.find(secret), std::string::npos) << log;
+  }
+}
+
+TEST_F(ServiceTest, ServesManyClientsAtOnce) {
+  const Login login = LogIn();
+  std::atomic<int> stored{0};
+  std::vector<std::thread> clients;
+  for (int i = 0; i < 12; ++i) {
+    clients.emplace_back([&, i] {
+      const std::string content(300000 + i, static_cast<char>('a' + i));
+      const nlohmann::json root = client_.PostForm(UploadUrl(), UploadParts(login, content)).Root();
+      if (root["status"] != "success") return;
+      if (client_.Get(root["payload"]["link"].get<std::string>() + "/file").body == content) ++stored;
+    });
+  }
+  for (std::thread& client : clients) client.join();
+  EXPECT_EQ(stored, 12);
+}
+
+}  // namespace
