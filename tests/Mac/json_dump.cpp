@@ -6,7 +6,9 @@ namespace json_reference {
 
 namespace {
 
-std::string DumpString(const std::string& text) { return std::to_string(text.size()) + ":" + text; }
+std::string DumpString(const std::string& text) {
+  return std::to_string(text.size()) + ":" + text;
+}
 
 std::string DumpNumber(const json::Value& value) {
   char text[120];

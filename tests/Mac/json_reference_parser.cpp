@@ -22,7 +22,9 @@ typedef std::stack<Depth, std::deque<Depth>> DepthStack;
 Value DeserializeObj(std::string text, DepthStack& depth);
 Value DeserializeArray(std::string& text, DepthStack& depth);
 
-bool IsSpace(char c) { return c != '\0' && std::strchr(" \t\n\v\f\r", c) != nullptr; }
+bool IsSpace(char c) {
+  return c != '\0' && std::strchr(" \t\n\v\f\r", c) != nullptr;
+}
 
 std::string Trim(std::string text) {
   while (!text.empty() && IsSpace(text.front())) text.erase(0, 1);

@@ -37,7 +37,9 @@ std::string MessageOf(const std::function<void()>& action) {
   return "nothing thrown";
 }
 
-Value Text(const char* text) { return Value(std::string(text)); }
+Value Text(const char* text) {
+  return Value(std::string(text));
+}
 
 /// [[[...]]] or {"a":{"a":...}}, built from the inside without ever copying.
 Value Nested(bool object, int levels) {

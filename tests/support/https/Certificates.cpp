@@ -53,8 +53,8 @@ void Sign(X509* certificate, const X509* issuer, EVP_PKEY* issuerKey) {
 
 }  // namespace
 
-Identity MakeAuthority() {
-  Identity authority = MakeUnsigned("Test authority");
+Identity MakeAuthority(const std::string& name) {
+  Identity authority = MakeUnsigned(name);
   X509* certificate = authority.certificate.get();
   AddExtension(certificate, certificate, NID_basic_constraints, "critical,CA:TRUE");
   AddExtension(certificate, certificate, NID_key_usage, "critical,keyCertSign");

@@ -4,6 +4,7 @@
 #include "Deployment.h"
 
 #include <arpa/inet.h>
+#include <netinet/tcp.h>
 #include <openssl/ssl.h>
 #include <poll.h>
 #include <pthread.h>
@@ -62,10 +63,10 @@ class Authority {
   }
 
   const std::vector<std::string> names_ = {"*." + WithoutPort(ORVANE_SERVICE_DOMAIN), WithoutPort(ORVANE_WEB_HOST)};
-  const Identity authority_ = MakeAuthority();
+  const Identity authority_ = MakeAuthority("Test authority");
   const Identity trusted_ = IssueCertificate(authority_, names_);
   const Identity wrongName_ = IssueCertificate(authority_, {"elsewhere.invalid"});
-  const Identity unknownAuthority_ = IssueCertificate(MakeAuthority(), names_);
+  const Identity unknownAuthority_ = IssueCertificate(MakeAuthority("Unknown authority"), names_);
   std::filesystem::path folder_;
   std::string file_;
 };
@@ -74,6 +75,9 @@ class Authority {
 class Channel {
  public:
   Channel(SSL_CTX* context, int socket) : ssl_(SSL_new(context), SSL_free) {
+    // Head and body of an answer are written one after the other: neither shall wait for the other's arrival.
+    const int on = 1;
+    setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     SSL_set_fd(ssl_.get(), socket);
     if (SSL_accept(ssl_.get()) != 1) throw ConnectionEnd();
   }

@@ -1,0 +1,416 @@
+#include "HttpRequest.h"
+
+#include "HttpsServer.h"
+#include "MultipartForm.h"
+#include "TransferRedirect.h"
+#include "WorkflowState.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdarg>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#undef curl_easy_setopt
+
+namespace {
+
+/// The options that the transport has set since the last test began, and the one that shall fail.
+struct OptionWatch {
+  std::vector<CURLoption> options;
+  std::vector<long> timeouts;
+  size_t failAt = std::numeric_limits<size_t>::max();
+};
+OptionWatch watch;
+
+}  // namespace
+
+#pragma GCC diagnostic push
+// The option is an enumeration, which va_start may not like; the library's own function is declared that way.
+#pragma GCC diagnostic ignored "-Wvarargs"
+
+/// Stands in for the library's function: writes the option down and calls on, or fails.
+extern "C" CURLcode curl_easy_setopt(CURL* handle, CURLoption option, ...) {
+  typedef CURLcode Function(CURL*, CURLoption, ...);
+  static auto* const setOption = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "curl_easy_setopt"));
+  va_list arguments;
+  va_start(arguments, option);
+  const bool isLong = option < CURLOPTTYPE_OBJECTPOINT;
+  const long number = isLong ? va_arg(arguments, long) : 0;
+  void* const pointer = isLong ? nullptr : va_arg(arguments, void*);
+  va_end(arguments);
+  watch.options.push_back(option);
+  if (option == CURLOPT_TIMEOUT) watch.timeouts.push_back(number);
+  if (watch.options.size() > watch.failAt) return CURLE_OUT_OF_MEMORY;
+  return isLong ? setOption(handle, option, number) : setOption(handle, option, pointer);
+}
+
+#pragma GCC diagnostic pop
+
+namespace {
+
+using orvane_test::FormPart;
+using orvane_test::HttpsServer;
+using orvane_test::Request;
+using orvane_test::Response;
+using orvane_test::ServerCertificate;
+using orvane_test::TextResponse;
+using orvane_test::TransferRedirect;
+
+const std::string kHost = "https://acme.orvane.localhost:48443";
+
+std::vector<std::pair<double, double>> progress;
+void WriteProgress(double total, double now) {
+  progress.emplace_back(total, now);
+}
+
+class HttpRequestTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    HttpRequest::init();
+    std::string folder = (std::filesystem::temp_directory_path() / "orvane-http-XXXXXX").string();
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    folder_ = folder;
+    watch = OptionWatch();
+    progress.clear();
+    g_fld = "folder 7";
+    g_title = "T\xC3\xADtulo \"1\"";
+    g_desc.clear();
+    g_tags.clear();
+    g_pUpdFunc = WriteProgress;
+  }
+
+  void TearDown() override {
+    HttpRequest::cleanup();
+    std::filesystem::remove_all(folder_);
+    for (std::string* text : {&g_fld, &g_title, &g_desc}) text->clear();
+    g_tags.clear();
+    g_pUpdFunc = nullptr;
+  }
+
+  std::string MakeFile(const std::string& content) {
+    const std::filesystem::path path = folder_ / "movie 1.mp4";
+    std::ofstream(path, std::ios::binary) << content;
+    return path.string();
+  }
+
+  std::string Upload(const std::string& file) {
+    return HttpRequest::upload(kHost + "/upload", file, "the token", "the key", "not used");
+  }
+
+  HttpsServer server_;
+  std::filesystem::path folder_;
+};
+
+std::vector<std::string> Names(const std::vector<FormPart>& parts) {
+  std::vector<std::string> names;
+  for (const FormPart& part : parts) names.push_back(part.name);
+  return names;
+}
+
+TEST_F(HttpRequestTest, AnyAnswerIsABodyWhateverItsStatus) {
+  TransferRedirect redirect(server_);
+  server_.Route("/ok", TextResponse(std::string("bytes\0\r\n\xFF", 9)));
+  server_.Route("/empty", TextResponse(""));
+  server_.Route("/missing", TextResponse("<h1>not here</h1>", 404));
+  server_.Route("/broken", TextResponse("<h1>oh no</h1>", 500));
+  EXPECT_EQ(HttpRequest::get(kHost + "/ok"), std::string("bytes\0\r\n\xFF", 9));
+  EXPECT_EQ(HttpRequest::get(kHost + "/empty"), "");
+  EXPECT_EQ(HttpRequest::get(kHost + "/missing"), "<h1>not here</h1>");
+  EXPECT_EQ(HttpRequest::post(kHost + "/broken", "a=b"), "<h1>oh no</h1>");
+  EXPECT_EQ(HttpRequest::post(kHost + "/empty", ""), "");
+  server_.Route("/upload", TextResponse("refused", 403));
+  EXPECT_EQ(Upload(MakeFile("movie")), "refused");
+}
+
+TEST_F(HttpRequestTest, PostSendsTheBodyAsItStands) {
+  TransferRedirect redirect(server_);
+  const std::string body = "name=J\xC3\xB6rg & s\xC3\xB6hne&pass=%41+b c=\"x\"";
+  HttpRequest::post(kHost + "/post?x=1", body);
+  ASSERT_EQ(server_.Requests().size(), 1u);
+  const Request request = server_.Requests()[0];
+  EXPECT_EQ(request.method, "POST");
+  EXPECT_EQ(request.target, "/post?x=1");
+  EXPECT_EQ(request.body, body);
+  EXPECT_EQ(request.Header("content-type"), "application/x-www-form-urlencoded");
+  EXPECT_EQ(request.Header("host"), "acme.orvane.localhost:48443");
+}
+
+TEST_F(HttpRequestTest, UploadSendsItsPartsInOrder) {
+  TransferRedirect redirect(server_);
+  server_.Route("/upload", TextResponse("done"));
+  g_desc = "two\nlines";
+  g_tags = {"b", "a, c", "b"};
+  const std::string content("\0movie\r\n--\xFF", 11);
+  EXPECT_EQ(Upload(MakeFile(content)), "done");
+  const Request request = server_.Requests().at(0);
+  EXPECT_EQ(request.method, "POST");
+  const std::vector<FormPart> parts = ParseMultipartForm(request);
+  const std::vector<std::string> names = {"Filedata",    "auth_token",   "auth_key",     "folder_id",   "title",
+                                          "description", "tags_array[]", "tags_array[]", "tags_array[]"};
+  ASSERT_EQ(Names(parts), names);
+  EXPECT_EQ(parts[0].fileName, "movie 1.mp4");
+  EXPECT_EQ(parts[0].content, content);
+  const std::vector<std::string> values = {"the token", "the key", "folder 7", g_title, g_desc, "b", "a, c", "b"};
+  for (size_t i = 0; i < values.size(); ++i) EXPECT_EQ(parts[i + 1].content, values[i]);
+}
+
+TEST_F(HttpRequestTest, UploadLeavesOutWhatIsEmpty) {
+  TransferRedirect redirect(server_);
+  g_title.clear();
+  Upload(MakeFile(""));
+  const std::vector<std::string> names = {"Filedata", "auth_token", "auth_key", "folder_id", "title"};
+  EXPECT_EQ(Names(ParseMultipartForm(server_.Requests().at(0))), names);
+}
+
+TEST_F(HttpRequestTest, UploadReportsProgressUpToTheWholeForm) {
+  TransferRedirect redirect(server_);
+  const std::string file = MakeFile(std::string(3000000, 'm'));
+  Upload(file);
+  ASSERT_EQ(server_.Requests().size(), 1u);
+  ASSERT_FALSE(progress.empty());
+  const double length = std::stod(server_.Requests()[0].Header("content-length"));
+  EXPECT_GT(length, 3000000);
+  EXPECT_EQ(progress.back(), std::make_pair(length, length));
+  double before = 0;
+  for (const auto& [total, now] : progress) {
+    EXPECT_TRUE(total == 0 || total == length) << total;
+    EXPECT_GE(now, before);
+    before = now;
+  }
+  // Without a hook there is nobody to tell.
+  g_pUpdFunc = nullptr;
+  server_.Route("/upload", TextResponse("done"));
+  EXPECT_EQ(Upload(file), "done");
+}
+
+TEST_F(HttpRequestTest, UploadOfAFileThatCannotBeReadFails) {
+  TransferRedirect redirect(server_);
+  server_.Route("/upload", TextResponse("done"));
+  EXPECT_EQ(Upload((folder_ / "absent.mp4").string()), "error");
+  EXPECT_TRUE(server_.Requests().empty());
+  EXPECT_EQ(Upload(MakeFile("movie")), "done");
+}
+
+TEST_F(HttpRequestTest, NothingLeaksIntoTheNextTransfer) {
+  TransferRedirect redirect(server_);
+  server_.RouteOthers([](const Request&) { return TextResponse(std::string(100000, 'x')); });
+  const std::string file = MakeFile("movie");
+  Upload(file);
+  const size_t calls = progress.size();
+  HttpRequest::post(kHost + "/post", "a=b");
+  HttpRequest::get(kHost + "/get");
+  HttpRequest::post(kHost + "/post", "");
+  EXPECT_EQ(progress.size(), calls) << "progress of a request that is no upload";
+  Upload(file);
+  HttpRequest::get(kHost + "/get");
+  const std::vector<Request> requests = server_.Requests();
+  ASSERT_EQ(requests.size(), 6u);
+  const char* const methods[] = {"POST", "POST", "GET", "POST", "POST", "GET"};
+  const char* const types[] = {"multipart/form-data",
+                               "application/x-www-form-urlencoded",
+                               "",
+                               "application/x-www-form-urlencoded",
+                               "multipart/form-data",
+                               ""};
+  for (size_t i = 0; i < requests.size(); ++i) {
+    const std::string type = requests[i].Header("content-type");
+    EXPECT_EQ(requests[i].method, methods[i]) << i;
+    EXPECT_EQ(type.substr(0, type.find(';')), types[i]) << i;
+  }
+  EXPECT_EQ(requests[1].body, "a=b");
+  EXPECT_EQ(requests[2].body, "");
+  EXPECT_EQ(requests[3].body, "");
+  EXPECT_EQ(server_.ConnectionCount(), 1) << "the connection is not kept";
+}
+
+TEST_F(HttpRequestTest, CookiesComeBackUntilCleanup) {
+  TransferRedirect redirect(server_);
+  Response setting = TextResponse("");
+  setting.headers = {{"Set-Cookie", "session=42; Path=/; Secure"}};
+  server_.Route("/set", setting);
+  HttpRequest::get(kHost + "/set");
+  HttpRequest::post(kHost + "/post", "a=b");
+  HttpRequest::cleanup();
+  HttpRequest::init();
+  HttpRequest::get(kHost + "/get");
+  const std::vector<Request> requests = server_.Requests();
+  ASSERT_EQ(requests.size(), 3u);
+  EXPECT_EQ(requests[0].Header("cookie"), "");
+  EXPECT_EQ(requests[1].Header("cookie"), "session=42");
+  EXPECT_EQ(requests[2].Header("cookie"), "");
+}
+
+TEST_F(HttpRequestTest, FollowsRedirects) {
+  TransferRedirect redirect(server_);
+  Response moved = TextResponse("moved", 301);
+  moved.headers = {{"Location", "/second"}};
+  server_.Route("/first", moved);
+  moved.status = 302;
+  moved.headers = {{"Location", "https://other.orvane.localhost:48443/last"}};
+  server_.Route("/second", moved);
+  server_.Route("/last", TextResponse("arrived"));
+  EXPECT_EQ(HttpRequest::get(kHost + "/first"), "arrived");
+  EXPECT_EQ(HttpRequest::post(kHost + "/second", "a=b"), "arrived");
+}
+
+TEST_F(HttpRequestTest, DiscardsThePartOfABodyThatWasCut) {
+  TransferRedirect redirect(server_);
+  Response cut = TextResponse(std::string(5000, 'x'));
+  cut.cutAfter = 3000;
+  server_.Route("/length", cut);
+  cut.chunkSize = 1000;
+  server_.Route("/chunks", cut);
+  cut.cutAfter = Response::kWhole;
+  server_.Route("/whole", cut);
+  std::ostringstream out;
+  EXPECT_NE(HttpRequest::curl_read(kHost + "/length", out, 0), CURLE_OK);
+  EXPECT_FALSE(out.str().empty()) << "the body was not cut in the middle";
+  EXPECT_EQ(HttpRequest::get(kHost + "/length"), "error");
+  EXPECT_EQ(HttpRequest::post(kHost + "/chunks", "a=b"), "error");
+  EXPECT_EQ(HttpRequest::get(kHost + "/whole"), cut.body);
+}
+
+TEST_F(HttpRequestTest, GivesUpWhenTheTimeIsOver) {
+  TransferRedirect redirect(server_);
+  Response late = TextResponse("late");
+  late.delay = std::chrono::minutes(5);
+  server_.Route("/late", late);
+  Response slow = TextResponse("slow");
+  slow.chunkSize = 1;
+  slow.chunkDelay = std::chrono::minutes(5);
+  server_.Route("/slow", slow);
+  std::ostringstream out;
+  EXPECT_EQ(HttpRequest::curl_read(kHost + "/late", out, 1), CURLE_OPERATION_TIMEDOUT);
+  EXPECT_EQ(HttpRequest::curl_read_with_post(kHost + "/slow", out, "a=b", 1), CURLE_OPERATION_TIMEDOUT);
+}
+
+TEST_F(HttpRequestTest, RefusesServersThatItCannotTrust) {
+  for (const ServerCertificate certificate : {ServerCertificate::kUnknownAuthority, ServerCertificate::kWrongName}) {
+    HttpsServer impostor(certificate);
+    impostor.RouteOthers([](const Request&) { return TextResponse("gotcha"); });
+    TransferRedirect redirect(impostor);
+    std::ostringstream out;
+    EXPECT_EQ(HttpRequest::curl_read(kHost + "/", out, 0), CURLE_PEER_FAILED_VERIFICATION);
+    EXPECT_EQ(HttpRequest::get(kHost + "/"), "error");
+    EXPECT_EQ(HttpRequest::post(kHost + "/", "password=secret"), "error");
+    EXPECT_EQ(Upload(MakeFile("movie")), "error");
+    EXPECT_TRUE(impostor.Requests().empty());
+    EXPECT_GT(impostor.ConnectionCount(), 0);
+  }
+}
+
+TEST_F(HttpRequestTest, FailsWhereNobodyListens) {
+  int port;
+  {
+    HttpsServer gone;
+    port = gone.port();
+  }
+  TransferRedirect redirect(port);
+  EXPECT_EQ(HttpRequest::get(kHost + "/"), "error");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Upload(MakeFile("movie")), "error");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "orvanevorrel: [HttpRequest: starting upload]\n"
+            "orvanevorrel: [HttpRequest] curl returned Couldn't connect to server [7]\n");
+}
+
+TEST_F(HttpRequestTest, SetsTheseOptionsAndNoOthers) {
+  TransferRedirect redirect(server_);
+  const std::vector<CURLoption> get = {
+      CURLOPT_WRITEFUNCTION, CURLOPT_COOKIEFILE, CURLOPT_NOPROGRESS, CURLOPT_FOLLOWLOCATION,
+      CURLOPT_WRITEDATA,     CURLOPT_TIMEOUT,    CURLOPT_URL};
+  HttpRequest::get(kHost + "/");
+  EXPECT_EQ(watch.options, get);
+  watch.options.clear();
+  std::vector<CURLoption> post = get;
+  post.insert(post.begin() + 5, CURLOPT_POSTFIELDS);
+  HttpRequest::post(kHost + "/", "a=b");
+  EXPECT_EQ(watch.options, post);
+  watch.options.clear();
+  std::vector<CURLoption> upload = get;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+  upload.insert(upload.end(), {CURLOPT_HTTPPOST, CURLOPT_PROGRESSFUNCTION, CURLOPT_PROGRESSDATA, CURLOPT_NOPROGRESS});
+#pragma GCC diagnostic pop
+  Upload(MakeFile("movie"));
+  EXPECT_EQ(watch.options, upload);
+  EXPECT_EQ(watch.timeouts, (std::vector<long>{30, 30, 0}));
+}
+
+TEST_F(HttpRequestTest, StopsAtTheFirstOptionThatFails) {
+  TransferRedirect redirect(server_);
+  const std::string file = MakeFile("movie");
+  const auto failEach = [&](size_t count, const std::function<std::string()>& transfer) {
+    for (size_t failing = 0; failing < count; ++failing) {
+      watch = OptionWatch();
+      watch.failAt = failing;
+      EXPECT_EQ(transfer(), "error") << failing;
+      EXPECT_EQ(watch.options.size(), failing + 1);
+    }
+    watch = OptionWatch();
+  };
+  failEach(7, [] { return HttpRequest::get(kHost + "/"); });
+  failEach(8, [] { return HttpRequest::post(kHost + "/", "a=b"); });
+  failEach(11, [&] { return Upload(file); });
+  EXPECT_TRUE(server_.Requests().empty());
+  // What had been set before the failure is gone.
+  HttpRequest::get(kHost + "/");
+  EXPECT_EQ(server_.Requests().at(0).method, "GET");
+}
+
+TEST_F(HttpRequestTest, AStreamThatTakesNothingAbortsTheTransfer) {
+  TransferRedirect redirect(server_);
+  server_.Route("/", TextResponse("body"));
+  std::ostream closed(nullptr);
+  EXPECT_EQ(HttpRequest::curl_read(kHost + "/", closed, 0), CURLE_WRITE_ERROR);
+  std::ostringstream out;
+  char bytes[] = "abcdef";
+  EXPECT_EQ(HttpRequest::data_write(bytes, 2, 3, nullptr), 0u);
+  EXPECT_EQ(HttpRequest::data_write(bytes, 2, 3, &closed), 0u);
+  EXPECT_EQ(HttpRequest::data_write(bytes, 2, 3, &out), 6u);
+  EXPECT_EQ(HttpRequest::data_write(bytes, 1, 0, &out), 0u);
+  EXPECT_EQ(out.str(), "abcdef");
+}
+
+TEST_F(HttpRequestTest, ProgressAmountsAreTruncated) {
+  constexpr double kLimit = 9223372036854775808.0;
+  const auto report = [](double total, double now) {
+    progress.clear();
+    EXPECT_EQ(HttpRequest::older_progress(nullptr, 11, 12, total, now), 0);
+    return progress.empty() ? std::make_pair(-77.0, -77.0) : progress.back();
+  };
+  EXPECT_EQ(report(1234.9, 0.99), std::make_pair(1234.0, 0.0));
+  EXPECT_EQ(report(-1.9, 4294967296.5), std::make_pair(-1.0, 4294967296.0));
+  EXPECT_EQ(report(1e300, -1e300), std::make_pair(kLimit, -kLimit));
+  EXPECT_EQ(report(kLimit, std::nan("")), std::make_pair(kLimit, 0.0));
+  EXPECT_EQ(HttpRequest::progressCallback(nullptr, 1, 2, 30, 20), 0);
+  EXPECT_EQ(progress.back(), std::make_pair(30.0, 20.0));
+  g_pUpdFunc = nullptr;
+  EXPECT_EQ(HttpRequest::older_progress(nullptr, 1, 2, 3, 4), 0);
+}
+
+/// Exits with 0 when all transfers report the failure of a handle that was never made.
+void TransferWithoutHandle() {
+  std::ostringstream out;
+  const bool failed = HttpRequest::get(kHost + "/") == "error" && HttpRequest::post(kHost + "/", "a=b") == "error" &&
+                      HttpRequest::upload(kHost + "/", "/dev/null", "", "", "") == "error" &&
+                      HttpRequest::curl_read(kHost + "/", out, 1) == CURLE_FAILED_INIT;
+  std::exit(failed ? 0 : 1);
+}
+
+// A process of its own: the handle of this one may have been made already.
+TEST(HttpRequestDeathTest, TransfersFailBeforeInit) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  EXPECT_EXIT(TransferWithoutHandle(), testing::ExitedWithCode(0), "^$");
+}
+
+}  // namespace
