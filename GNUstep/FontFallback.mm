@@ -2,6 +2,7 @@
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
+#include "Replacements.h"
 
 namespace {
 
@@ -21,14 +22,7 @@ NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat si
 
 }  // namespace
 
-@interface OrvFontFallback : NSObject
-@end
-
-@implementation OrvFontFallback
-
-+ (void)load {
+void InstallFontFallback() {
   original_font_with_name =
       ReplaceClassMethod<FontWithName>("NSFont", @selector(fontWithName:size:), FontWithFallback);
 }
-
-@end

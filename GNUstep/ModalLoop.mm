@@ -3,6 +3,7 @@
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
+#include "Replacements.h"
 #include "ModalLoop.h"
 
 void orvane_wake_event_loop() {
@@ -31,15 +32,8 @@ void StopModalAndWake(id application, SEL selector, NSInteger code) {
 
 }  // namespace
 
-@interface OrvModalLoop : NSObject
-@end
-
-@implementation OrvModalLoop
-
-+ (void)load {
+void InstallModalLoop() {
   // stopModal sends stopModalWithCode:, so one replacement covers both.
   original_stop_modal = ReplaceInstanceMethod<StopModal>("NSApplication", @selector(stopModalWithCode:),
                                                          StopModalAndWake);
 }
-
-@end

@@ -1,5 +1,5 @@
-# orvane_platform goes into every module that holds the plug-in's window side. It is an object library: most of its
-# files are found by their +load, and a linker would leave them out of a plain archive.
+# orvane_platform goes into every module that holds the plug-in's window side. It is an object library: its categories
+# and its +load are referred to by nothing, and a linker would leave them out of a plain archive.
 add_library(orvane_platform OBJECT
   AppKitAdditions.mm
   CoreFoundation.mm
@@ -8,6 +8,7 @@ add_library(orvane_platform OBJECT
   FontFallback.mm
   ModalLoop.mm
   NibProgressIndicator.mm
+  Replacements.mm
   TemplateImages.mm
   WindowDisplay.mm
   WorkspaceOpen.mm)

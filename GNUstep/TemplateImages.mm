@@ -2,6 +2,7 @@
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
+#include "Replacements.h"
 
 namespace {
 
@@ -57,13 +58,6 @@ NSImage *ImageNamedWithTemplates(id image_class, SEL selector, NSString *name) {
 
 }  // namespace
 
-@interface OrvTemplateImages : NSObject
-@end
-
-@implementation OrvTemplateImages
-
-+ (void)load {
+void InstallTemplateImages() {
   original_image_named = ReplaceClassMethod<ImageNamed>("NSImage", @selector(imageNamed:), ImageNamedWithTemplates);
 }
-
-@end

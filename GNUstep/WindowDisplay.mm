@@ -2,6 +2,7 @@
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
+#include "Replacements.h"
 
 namespace {
 
@@ -15,14 +16,7 @@ void DisplayAndOrderFront(id window, SEL selector, id sender) {
 
 }  // namespace
 
-@interface OrvWindowDisplay : NSObject
-@end
-
-@implementation OrvWindowDisplay
-
-+ (void)load {
+void InstallWindowDisplay() {
   original_make_key_and_order_front = ReplaceInstanceMethod<MakeKeyAndOrderFront>(
       "NSWindow", @selector(makeKeyAndOrderFront:), DisplayAndOrderFront);
 }
-
-@end

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "MethodReplacement.h"
+#include "Replacements.h"
 
 extern char **environ;
 
@@ -36,13 +37,6 @@ BOOL OpenInBrowser(id, SEL, NSURL *url) {
 
 }  // namespace
 
-@interface OrvWorkspaceOpen : NSObject
-@end
-
-@implementation OrvWorkspaceOpen
-
-+ (void)load {
+void InstallWorkspaceOpen() {
   ReplaceInstanceMethod<OpenURL>("NSWorkspace", @selector(openURL:), OpenInBrowser);
 }
-
-@end

@@ -1,0 +1,162 @@
+#import "OrvaneUIController.h"
+
+#include <gtest/gtest.h>
+
+#import "Controls.h"
+#import "KcKeychain/KcKeychainQuery.h"
+#import "SavedLogin.h"
+#include "ExportLifetime.h"
+#include "PluginResources.h"
+#include "ScriptedApi.h"
+#include "WindowScript.h"
+#include "WorkflowState.h"
+
+using namespace window_test;
+
+namespace {
+
+int cleanups = 0;
+
+NSString *const kTitle = @"Orvane: Log In";
+
+// The login window on a scripted service, with a clean-up hook that counts.
+class LoginWindow : public testing::Test {
+ protected:
+  void SetUp() override {
+    UsePluginResources();
+    cleanups = 0;
+    g_step = "start";
+    g_sd = g_un = g_pw = "";
+    g_pCleanupFunc = [] { ++cleanups; };
+    [SavedLoginQuery() deleteItem:NULL];
+  }
+
+  // Opens the window and runs the script on it. The script gets the controller as soon as the window is modal.
+  void Run(const std::function<void(Script &, OrvaneUIController *)> &script) {
+    OrvaneProjectsAPI client;
+    @autoreleasepool {
+      OrvaneUIController *controller = [[OrvaneUIController alloc] initWithProjectsApiPointer:&client];
+      RunWithScript([controller] { [controller showWindow]; },
+                    [controller, &script](Script &actions) {
+                      actions.WaitFor("the login window", [] { return IsModal(WindowTitled(kTitle)); });
+                      script(actions, controller);
+                    });
+      EXPECT_FALSE([[controller orvaneWindow] isVisible]);
+      [controller release];
+    }
+  }
+
+  static void Fill(OrvaneUIController *controller, NSString *subdomain, NSString *username, NSString *password) {
+    [[controller inputSubdomain] setStringValue:subdomain];
+    [[controller inputUsername] setStringValue:username];
+    [[controller inputPassword] setStringValue:password];
+  }
+
+  // Presses the log-in button and returns the texts of the alert that comes up, which is dismissed.
+  static std::string AlertAfterLogin(Script &actions, OrvaneUIController *controller) {
+    actions.Post([controller] { Press([controller loginBtn]); });
+    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+    std::string texts;
+    actions.OnMain([&texts] {
+      texts = AlertTexts();
+      DismissAlert();
+    });
+    actions.WaitFor("the login window again", [] { return IsModal(WindowTitled(kTitle)); });
+    return texts;
+  }
+
+  ScriptedApi api_;
+};
+
+}  // namespace
+
+TEST_F(LoginWindow, NamesTheFirstMissingField) {
+  Run([](Script &actions, OrvaneUIController *controller) {
+    EXPECT_EQ(AlertAfterLogin(actions, controller), "Error\nYou must enter your Orvane subdomain.\n");
+    actions.OnMain([controller] { Fill(controller, @" ", @"", @""); });
+    EXPECT_EQ(AlertAfterLogin(actions, controller), "Error\nYou must enter a username.\n");
+    actions.OnMain([controller] { Fill(controller, @" ", @"editor", @""); });
+    EXPECT_EQ(AlertAfterLogin(actions, controller), "Error\nYou must enter your password.\n");
+    actions.OnMain([controller] { [[controller orvaneWindow] performClose:nil]; });
+  });
+  EXPECT_TRUE(api_.RequestsFor(ScriptedApi::kStep).empty());
+}
+
+TEST_F(LoginWindow, TellsAnUnreachableServiceFromAWrongPassword) {
+  Run([this](Script &actions, OrvaneUIController *controller) {
+    actions.OnMain([controller] { Fill(controller, @"acme", @"editor", @"wrong"); });
+    EXPECT_EQ(AlertAfterLogin(actions, controller), "Error\nInvalid username or password.\n");
+    api_.Answer(ScriptedApi::kStep, ScriptedApi::Refusal("Unknown customer."));
+    EXPECT_EQ(AlertAfterLogin(actions, controller),
+              "Error\nCould not connect to the Orvane server. Please ensure that you have entered the correct "
+              "subdomain for your Orvane instance.\n");
+    EXPECT_EQ(g_step, "start");
+    actions.OnMain([controller] { [[controller orvaneWindow] performClose:nil]; });
+  });
+  EXPECT_EQ(cleanups, 1);
+  EXPECT_EQ(g_sd, "");
+}
+
+TEST_F(LoginWindow, LogsInWithoutRemembering) {
+  Run([](Script &actions, OrvaneUIController *controller) {
+    actions.OnMain([controller] {
+      Fill(controller, @"acme", @"editor", @"secret");
+      TakePicture([controller orvaneWindow], "login");
+      Press([controller loginBtn]);
+    });
+  });
+  EXPECT_EQ(g_step, "upload");
+  EXPECT_EQ(g_sd + "/" + g_un + "/" + g_pw, "acme/editor/secret");
+  EXPECT_EQ(cleanups, 0);
+  EXPECT_FALSE([SavedLoginQuery() fetch:NULL]);
+}
+
+TEST_F(LoginWindow, RemembersTheLoginInTheKeyring) {
+  Run([](Script &actions, OrvaneUIController *controller) {
+    actions.OnMain([controller] {
+      Fill(controller, @"acme", @"editor", @"secret");
+      [[controller rememberMeCheckbox] setState:NSControlStateValueOn];
+      Press([controller loginBtn]);
+    });
+  });
+  EXPECT_EQ(g_step, "upload");
+  KcKeychainQuery *query = SavedLoginQuery();
+  ASSERT_TRUE([query fetch:NULL]);
+  NSDictionary *saved = [NSJSONSerialization JSONObjectWithData:[query passwordData] options:0 error:NULL];
+  NSDictionary *expected = @{@"orvaneSubdomain" : @"acme", @"un" : @"editor", @"p" : @"secret"};
+  EXPECT_TRUE([saved isEqual:expected]);
+}
+
+TEST_F(LoginWindow, AnnouncesOnlyANewerRelease) {
+  Run([](Script &actions, OrvaneUIController *controller) {
+    actions.OnMain([controller] {
+      EXPECT_TRUE([[controller versionCheckBox] isHidden]);
+      [[controller orvaneWindow] performClose:nil];
+    });
+  });
+  api_.Answer(ScriptedApi::kVersion, "1.2");
+  Run([](Script &actions, OrvaneUIController *controller) {
+    actions.OnMain([controller] {
+      EXPECT_FALSE([[controller versionCheckBox] isHidden]);
+      EXPECT_STREQ([[[controller versionCheckLabel] stringValue] UTF8String], "New version available! (1.2)");
+      TakePicture([controller orvaneWindow], "login-new-version");
+      [[controller orvaneWindow] performClose:nil];
+    });
+  });
+}
+
+// A hotel's network answers every request with a page of its own.
+TEST_F(LoginWindow, EndsTheExportWhenTheAnswerIsNoJson) {
+  api_.Answer(ScriptedApi::kStep, "<html><body>Welcome to our hotel</body></html>");
+  const unsigned failures = ExportLifetime::Failures();
+  ExportLifetime::Open();
+  Run([](Script &actions, OrvaneUIController *controller) {
+    actions.OnMain([controller] {
+      Fill(controller, @"acme", @"editor", @"secret");
+      Press([controller loginBtn]);
+    });
+  });
+  EXPECT_EQ(cleanups, 1);
+  EXPECT_EQ(ExportLifetime::Failures(), failures + 1);
+  EXPECT_FALSE(ExportLifetime::IsOpen());
+}

@@ -1,0 +1,35 @@
+// Finding and working the controls of visible windows. Main thread.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+#include <string>
+
+namespace window_test {
+
+/// The visible window of that title; nil when there is none.
+NSWindow *WindowTitled(NSString *title);
+
+/// The visible alert panel, and the texts in it, a line each; nil and empty when there is none.
+NSWindow *AlertPanel();
+std::string AlertTexts();
+
+/// Whether the window is the one that the innermost modal loop runs for.
+bool IsModal(NSWindow *window);
+
+/// The first button of that title in the window; nil when there is none.
+NSButton *ButtonTitled(NSWindow *window, NSString *title);
+
+/// Presses the button as a click does; its action runs before this returns, unless it opens a modal window.
+void Press(NSButton *button);
+
+/// Dismisses the alert panel by its button.
+void DismissAlert();
+
+/// Chooses the item of that title and sends the pop-up's action, as picking it from the menu does.
+void Choose(NSPopUpButton *popUp, NSString *title);
+
+/// Writes what the window shows as a PNG file into the folder $ORVANE_PICTURES, when that is set.
+void TakePicture(NSWindow *window, const std::string &name);
+
+}  // namespace window_test

@@ -1,0 +1,53 @@
+// The main function of window tests: GoogleTest inside a running application, with the look of the host.
+#import <Cocoa/Cocoa.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+@interface WindowTestRunner : NSObject {
+  int result;
+}
+@end
+
+@implementation WindowTestRunner
+
+- (void)applicationDidFinishLaunching:(NSNotification *)notification {
+  (void)notification;
+  [self performSelector:@selector(runTests) withObject:nil afterDelay:0];
+}
+
+// With an in-window menu GNUstep would end the program with its last window.
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)application {
+  (void)application;
+  return NO;
+}
+
+- (void)runTests {
+  result = RUN_ALL_TESTS();
+  fflush(stdout);
+  exit(result);
+}
+
+@end
+
+int main(int argc, char **argv) {
+  testing::InitGoogleTest(&argc, argv);
+  @autoreleasepool {
+    [[NSUserDefaults standardUserDefaults] registerDefaults:@{
+      @"GSSuppressAppIcon" : @"YES",
+      @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
+      @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
+      @"NSFont" : @"LiberationSans",
+      @"NSBoldFont" : @"LiberationSans-Bold",
+      @"NSFontSize" : @"13",
+      @"windowBackgroundColor" : @"0.93 0.93 0.93",
+      @"controlBackgroundColor" : @"0.93 0.93 0.93",
+      @"controlColor" : @"0.93 0.93 0.93"
+    }];
+    [NSApplication sharedApplication];
+    [NSApp setDelegate:static_cast<id>([[WindowTestRunner alloc] init])];
+    [NSApp run];
+  }
+  return 0;
+}
