@@ -341,8 +341,16 @@ Value::Value(const Value& other) : mValueType(other.mValueType) {
   }
 }
 
-Value::Value(Value&& other) noexcept {
-  *this = std::move(other);
+Value::Value(Value&& other) noexcept : mValueType(other.mValueType) {
+  if (mValueType == StringVal) {
+    mStringVal.swap(other.mStringVal);
+  } else if (mValueType == ObjectVal) {
+    mObjectVal.mValues.swap(other.mObjectVal.mValues);
+  } else if (mValueType == ArrayVal) {
+    mArrayVal.mValues.swap(other.mArrayVal.mValues);
+  } else {
+    CopyScalar(other);
+  }
 }
 
 Value& Value::operator=(const Value& other) {

@@ -71,6 +71,9 @@ class Object {
   int HasKeys(const char** keys, int count) const;
 
  private:
+  friend class Parser;
+  friend class Value;
+
   Map mValues;
 };
 
@@ -116,6 +119,9 @@ class Array {
   void Clear();
 
  private:
+  friend class Parser;
+  friend class Value;
+
   Vector mValues;
 };
 
@@ -209,6 +215,7 @@ class Value {
 
  private:
   friend class Comparison;
+  friend class Parser;
   friend class TreeCopy;
   friend class Writer;
 

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <deque>
 #include <limits>
 #include <stdexcept>
 #include <string_view>
@@ -9,7 +10,7 @@
 
 namespace json {
 
-/// What an open bracket has opened.
+/// What a bracket encloses.
 enum StackDepthType { InObject = 0, InArray = 1 };
 
 namespace {
@@ -76,28 +77,28 @@ void AppendLowByte(std::string_view text, size_t position, std::string& out) {
   if (byte >= 0) out.push_back(static_cast<char>(byte));
 }
 
-std::string UnescapeJSONString(std::string_view text) {
-  size_t next = text.find('\\');
-  if (next == kNone) return std::string(text);
-  std::string out(text.substr(0, next));
+/// Sets out to the text with its escapes replaced.
+void UnescapeJSONString(std::string_view text, std::string& out) {
+  out.clear();
+  size_t next = 0;
   while (next < text.size()) {
-    if (text[next] != '\\' || next + 1 == text.size()) {
-      out.push_back(text[next++]);
-      continue;
-    }
+    const size_t backslash = text.find('\\', next);
+    // A backslash at the very end stands for itself.
+    if (backslash == kNone || backslash + 1 == text.size()) break;
+    out.append(text, next, backslash - next);
     static constexpr std::string_view kLetters = "\"/\\bfnrt";
     static constexpr std::string_view kMeanings = "\"/\\\b\f\n\r\t";
-    const char letter = text[next + 1];
+    const char letter = text[backslash + 1];
     if (letter == 'u') {
-      AppendLowByte(text, next, out);
-      next += 6;
+      AppendLowByte(text, backslash, out);
+      next = backslash + 6;
       continue;
     }
     const size_t known = kLetters.find(letter);
     if (known != kNone) out.push_back(kMeanings[known]);
-    next += 2;
+    next = backslash + 2;
   }
-  return out;
+  if (next < text.size()) out.append(text, next, text.size() - next);
 }
 
 /// For every opening bracket of a text the place where a search for its end ends: at the matching closing bracket or at
@@ -109,7 +110,7 @@ std::string UnescapeJSONString(std::string_view text) {
 class BracketTable {
  public:
   /// The range begins with a bracket.
-  BracketTable(const std::string& text, Range range) {
+  BracketTable(const std::string& text, Range range) : text_(text) {
     bool odd = false;
     for (size_t i = range.begin; i < range.end; ++i) {
       switch (text[i]) {
@@ -117,10 +118,9 @@ class BracketTable {
           if (text[i - 1] != '\\') odd = !odd;
           break;
         case '{':
-          Open(i, InObject, open_[odd]);
-          break;
         case '[':
-          Open(i, InArray, open_[odd]);
+          brackets_.push_back({i, open_[odd], 0});
+          open_[odd] = brackets_.size() - 1;
           break;
         case '}':
           Close(i, InObject, open_[odd]);
@@ -132,11 +132,13 @@ class BracketTable {
           break;
       }
     }
+    EndAll(kNever, open_[0]);
+    EndAll(kNever, open_[1]);
   }
 
-  /// Where the bracket at position, which is the first of the range, is closed within the range: the position of the
-  /// closing bracket, the range's end when there is none, or kNone when a bracket of the wrong kind comes first.
-  /// Positions must be asked for in ascending order.
+  /// Where the bracket that the range begins with is closed within the range: the position of the closing bracket, the
+  /// range's end when there is none, or kNone when a bracket of the wrong kind comes first. Brackets must be asked for
+  /// in the order of the text.
   size_t GetEndOfArrayOrObj(Range range) {
     while (brackets_[next_].open < range.begin) ++next_;
     const Bracket& bracket = brackets_[next_];
@@ -145,34 +147,38 @@ class BracketTable {
   }
 
  private:
+  /// A position and an index beyond every text.
+  static constexpr size_t kNever = std::numeric_limits<size_t>::max() / 2;
+
   struct Bracket {
     size_t open;
-    size_t end = kNone;
-    StackDepthType kind;
-    bool matched = false;
+    /// While the bracket is open, the index of the one of its class around it.
+    size_t end : std::numeric_limits<size_t>::digits - 1;
+    size_t matched : 1;
   };
 
-  void Open(size_t position, StackDepthType kind, std::vector<size_t>& open) {
-    open.push_back(brackets_.size());
-    brackets_.push_back({position, kNone, kind, false});
+  void Close(size_t position, StackDepthType kind, size_t& open) {
+    if (open == kNever) return;
+    Bracket& innermost = brackets_[open];
+    if (text_[innermost.open] != (kind == InObject ? '{' : '[')) return EndAll(position, open);
+    open = innermost.end;
+    innermost.end = position;
+    innermost.matched = 1;
   }
 
-  void Close(size_t position, StackDepthType kind, std::vector<size_t>& open) {
-    if (open.empty()) return;
-    Bracket& innermost = brackets_[open.back()];
-    if (innermost.kind == kind) {
-      innermost.end = position;
-      innermost.matched = true;
-      open.pop_back();
-      return;
+  /// Ends every search of a class that is under way.
+  void EndAll(size_t position, size_t& open) {
+    while (open != kNever) {
+      Bracket& bracket = brackets_[open];
+      open = bracket.end;
+      bracket.end = position;
     }
-    // Every search that is under way ends here.
-    for (size_t index : open) brackets_[index].end = position;
-    open.clear();
   }
 
+  const std::string& text_;
   std::vector<Bracket> brackets_;
-  std::vector<size_t> open_[2];
+  /// Index of the innermost open bracket of either class.
+  size_t open_[2] = {kNever, kNever};
   size_t next_ = 0;
 };
 
@@ -214,7 +220,9 @@ class Literal {
       value = Value(false);
     } else if (point_ || exponent_) {
       return ReadDouble(value);
-    } else if (!EqualsIgnoringCase(token_, "null")) {
+    } else if (EqualsIgnoringCase(token_, "null")) {
+      value.Clear();
+    } else {
       return ReadInteger(value);
     }
     return true;
@@ -253,15 +261,10 @@ class Literal {
 
 /// An object or array that is being read.
 struct Frame {
-  StackDepthType kind;
   /// What is left of the text between the brackets.
   Range rest;
-  /// Array: a position in rest before which no element ends or begins, when it lies in rest at all.
-  size_t scanned = 0;
-  /// Object: the key of the member whose value is being read.
-  std::string key;
-  Object object;
-  Array array;
+  /// Where it is built. Has its type already.
+  Value* target;
 };
 
 enum Outcome {
@@ -271,43 +274,60 @@ enum Outcome {
   kError,
 };
 
+}  // namespace
+
 /// Reads one text. Nested objects and arrays are frames on a stack of their own: a text may be nested as deep as
-/// memory allows.
+/// memory allows. Every value is built at its place in the tree, which stays where it is while it is being read.
 class Parser {
  public:
   Parser(const std::string& text, Range range) : text_(text), brackets_(text, range) {}
 
-  /// Reads the range, which begins with a bracket of that kind and ends with its counterpart.
-  Value Run(StackDepthType kind, Range range) {
-    Push(kind, range);
-    while (true) {
-      const bool inObject = frames_.back().kind == InObject;
-      const Outcome outcome = inObject ? DeserializeObj(frames_.back()) : DeserializeArray(frames_.back());
-      if (outcome == kNested) continue;
+  /// Reads the range, which begins with a bracket and ends with its counterpart.
+  Value Run(ValueType type, Range range) {
+    Push(type, range, root_, true);
+    while (!frames_.empty()) {
       Frame& frame = frames_.back();
-      Value value;
-      // An error goes no further than the object or array it is in: the one around it sees null.
-      if (outcome == kDone) value = inObject ? Value(std::move(frame.object)) : Value(std::move(frame.array));
-      frames_.pop_back();
-      if (frames_.empty()) return value;
-      Store(frames_.back(), std::move(value));
+      const bool inObject = frame.target->mValueType == ObjectVal;
+      const Outcome outcome = inObject ? DeserializeObj(frame) : DeserializeArray(frame);
+      if (outcome != kNested) Pop(outcome == kDone);
     }
+    return std::move(root_);
   }
 
  private:
-  void Push(StackDepthType kind, Range brackets) {
-    frames_.emplace_back();
-    frames_.back().kind = kind;
-    frames_.back().rest = {brackets.begin + 1, brackets.end - 1};
-    frames_.back().scanned = brackets.begin + 1;
+  /// What is being read for a member whose key was there before.
+  struct Replacement {
+    Value value;
+    Value* slot;
+  };
+
+  void Push(ValueType type, Range brackets, Value& slot, bool isNew) {
+    if (!isNew) replacements_.push_back({Value(), &slot});
+    Value& target = isNew ? slot : replacements_.back().value;
+    target.mValueType = type;
+    frames_.push_back({{brackets.begin + 1, brackets.end - 1}, &target});
   }
 
-  static void Store(Frame& frame, Value&& value) {
-    if (frame.kind == InObject) {
-      frame.object[std::move(frame.key)] = std::move(value);
-    } else if (value.GetType() != NullVal) {
-      frame.array.push_back(std::move(value));
+  /// An error goes no further than the object or array it is in: the one around it sees null.
+  void Pop(bool complete) {
+    Value& target = *frames_.back().target;
+    frames_.pop_back();
+    if (!complete) {
+      target.Clear();
+      target.mObjectVal.Clear();
+      target.mArrayVal.Clear();
     }
+    if (!replacements_.empty() && &target == &replacements_.back().value) {
+      *replacements_.back().slot = std::move(target);
+      replacements_.pop_back();
+    }
+    if (!frames_.empty() && frames_.back().target->mValueType == ArrayVal) DropNull(*frames_.back().target);
+  }
+
+  /// An array leaves nulls out.
+  static void DropNull(Value& target) {
+    Array::Vector& elements = target.mArrayVal.mValues;
+    if (elements.back().mValueType == NullVal) elements.pop_back();
   }
 
   Outcome DeserializeObj(Frame& frame) {
@@ -319,55 +339,59 @@ class Parser {
       size_t colon = endQuote + 1;
       while (colon < frame.rest.end && text_[colon] != ':') ++colon;
       if (colon == frame.rest.end) return kError;
-      frame.key.assign(text_, keyQuote + 1, endQuote - keyQuote - 1);
       frame.rest.begin = colon + 1;
-      Value value;
-      const Outcome outcome = DeserializeValue(frame.rest, value);
+      const auto [member, isNew] =
+          frame.target->mObjectVal.mValues.try_emplace(text_.substr(keyQuote + 1, endQuote - keyQuote - 1));
+      const Outcome outcome = DeserializeValue(frame.rest, member->second, isNew);
       if (outcome != kValue) return outcome;
-      Store(frame, std::move(value));
     }
     return kDone;
   }
 
   /// The next place in the array where an element ends or a bracket opens, or the end of the rest.
-  size_t NextStop(Frame& frame) const {
-    size_t& stop = frame.scanned;
-    if (stop < frame.rest.begin) stop = frame.rest.begin;
-    while (stop < frame.rest.end) {
-      const char c = text_[stop];
+  size_t NextStop(Range rest) {
+    // What was scanned before lies before the rest, or in it up to its first stop.
+    if (scanned_ < rest.begin) scanned_ = rest.begin;
+    while (scanned_ < rest.end) {
+      const char c = text_[scanned_];
       if (c == ',' || c == ']' || c == '[' || c == '{') break;
-      ++stop;
+      ++scanned_;
     }
-    return stop;
+    return scanned_;
   }
 
   Outcome DeserializeArray(Frame& frame) {
     while (!frame.rest.empty()) {
-      const size_t stop = NextStop(frame);
-      Value value;
-      Outcome outcome;
-      if (stop < frame.rest.end && (text_[stop] == '[' || text_[stop] == '{')) {
-        outcome = DeserializeValue(frame.rest, value);
-      } else {
-        Range element = {frame.rest.begin, stop};
-        frame.rest.begin = stop < frame.rest.end ? stop + 1 : stop;
-        outcome = DeserializeValue(element, value);
+      const size_t stop = NextStop(frame.rest);
+      const bool ends = stop < frame.rest.end;
+      const bool nested = ends && (text_[stop] == '[' || text_[stop] == '{');
+      Range element = {frame.rest.begin, stop};
+      if (!nested) {
+        frame.rest.begin = ends ? stop + 1 : stop;
+        if (Trim(text_, element).empty()) continue;
       }
+      // Where a bracket follows, everything up to it is part of the value, which may well be a string or a fault.
+      Value& value = frame.target->mArrayVal.mValues.emplace_back();
+      const Outcome outcome = DeserializeValue(nested ? frame.rest : element, value, true);
       if (outcome != kValue) return outcome;
-      Store(frame, std::move(value));
+      DropNull(*frame.target);
     }
     return kDone;
   }
 
-  /// Reads one value from the rest and takes it away from there.
-  Outcome DeserializeValue(Range& rest, Value& value) {
+  /// Reads one value from the rest, takes it away from there and assigns it. isNew tells that the value was not
+  /// assigned before.
+  Outcome DeserializeValue(Range& rest, Value& value, bool isNew) {
     rest = Trim(text_, rest);
-    if (rest.empty()) return kValue;
+    if (rest.empty()) {
+      value.Clear();
+      return kValue;
+    }
     switch (text_[rest.begin]) {
       case '[':
-        return DeserializeNested(InArray, rest);
+        return DeserializeNested(ArrayVal, rest, value, isNew);
       case '{':
-        return DeserializeNested(InObject, rest);
+        return DeserializeNested(ObjectVal, rest, value, isNew);
       case '"':
         return DeserializeString(rest, value);
       default:
@@ -375,13 +399,13 @@ class Parser {
     }
   }
 
-  Outcome DeserializeNested(StackDepthType kind, Range& rest) {
+  Outcome DeserializeNested(ValueType type, Range& rest, Value& slot, bool isNew) {
     const size_t end = brackets_.GetEndOfArrayOrObj(rest);
     if (end == kNone) return kError;
     if (end == rest.end) throw std::out_of_range("json bracket is not closed");
     const Range nested = {rest.begin, end + 1};
     rest.begin = end + 1;
-    Push(kind, nested);
+    Push(type, nested, slot, isNew);
     return kNested;
   }
 
@@ -389,7 +413,8 @@ class Parser {
     const size_t begin = rest.begin + 1;
     const size_t end = GetQuotePos(text_, {begin, rest.end});
     if (end == kNone) return kError;
-    value = Value(UnescapeJSONString(std::string_view(text_).substr(begin, end - begin)));
+    UnescapeJSONString(std::string_view(text_).substr(begin, end - begin), value.mStringVal);
+    value.mValueType = StringVal;
     rest.begin = end + 1;
     return kValue;
   }
@@ -406,15 +431,21 @@ class Parser {
   const std::string& text_;
   BracketTable brackets_;
   std::vector<Frame> frames_;
+  std::deque<Replacement> replacements_;
+  /// Up to here the array on top has been searched for the end of its next element.
+  size_t scanned_ = 0;
+  Value root_;
 };
+
+namespace {
 
 Value DeserializeInternal(const std::string& text) {
   const Range range = Trim(text, {0, text.size()});
   if (range.empty()) return Value();
   const char first = text[range.begin];
   const char last = text[range.end - 1];
-  if (first == '{' && last == '}') return Parser(text, range).Run(InObject, range);
-  if (first == '[' && last == ']') return Parser(text, range).Run(InArray, range);
+  if (first == '{' && last == '}') return Parser(text, range).Run(ObjectVal, range);
+  if (first == '[' && last == ']') return Parser(text, range).Run(ArrayVal, range);
   return Value();
 }
 
