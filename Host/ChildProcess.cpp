@@ -26,6 +26,31 @@ void Close(int& descriptor) {
   descriptor = -1;
 }
 
+// GNUstep's task class installs a handler after whose signal the run loop reaps every child of the process, not only
+// its own. An exit status would be lost to it whenever events are handled while a child runs, so the handler stays away
+// for that time, and is told once at the end.
+class ChildSignal {
+ public:
+  static void TakeOver() {
+    if (users++ > 0) return;
+    struct sigaction standard = {};
+    standard.sa_handler = SIG_DFL;
+    sigaction(SIGCHLD, &standard, &before);
+  }
+  static void GiveBack() {
+    if (--users > 0) return;
+    sigaction(SIGCHLD, &before, nullptr);
+    if (before.sa_handler != SIG_DFL && before.sa_handler != SIG_IGN) raise(SIGCHLD);
+  }
+
+ private:
+  static int users;
+  static struct sigaction before;
+};
+
+int ChildSignal::users = 0;
+struct sigaction ChildSignal::before;
+
 // Runs between fork and exec, where only calls that are safe in a signal handler are allowed.
 [[noreturn]] void BecomeProgram(char* const* arguments, int output, int errors, pid_t parent) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -63,7 +88,9 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
   const pid_t parent = getpid();
   try {
     errors = MakePipe();
+    ChildSignal::TakeOver();
     pid_ = fork();
+    if (pid_ < 0) ChildSignal::GiveBack();
     if (pid_ < 0) throw std::system_error(errno, std::generic_category(), "fork");
   } catch (...) {
     for (int* descriptor : {&output[0], &output[1], &errors[0], &errors[1]}) Close(*descriptor);
@@ -100,13 +127,13 @@ void ChildProcess::Kill() {
 
 int ChildProcess::Wait() {
   int status = 0;
-  while (waitpid(pid_, &status, 0) < 0) {
-    if (errno != EINTR) {
-      pid_ = -1;
-      return 127;
-    }
-  }
+  pid_t reaped = -1;
+  do {
+    reaped = waitpid(pid_, &status, 0);
+  } while (reaped < 0 && errno == EINTR);
   pid_ = -1;
+  ChildSignal::GiveBack();
+  if (reaped < 0) return kUnknownStatus;
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 

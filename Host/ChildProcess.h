@@ -8,8 +8,12 @@
 
 namespace orvane_host {
 
+/// The status of a child that others in this process reaped.
+constexpr int kUnknownStatus = -1;
+
 /// Runs a program from PATH without a shell. It reads nothing, its output arrives through pipes, and it ends with this
-/// process. The destructor kills and reaps a child that still runs, so none is left behind.
+/// process. The destructor kills and reaps a child that still runs, so none is left behind. All objects belong to one
+/// thread.
 class ChildProcess {
  public:
   /// arguments[0] is the program. Throws std::system_error when it cannot be started for want of resources; a program
@@ -25,7 +29,7 @@ class ChildProcess {
   /// Ends the child at once. Wait() must still follow.
   void Kill();
 
-  /// Waits for the end. Returns the exit status, or 128 plus the signal that ended it.
+  /// Waits for the end. Returns the exit status, 128 plus the signal that ended it, or kUnknownStatus.
   int Wait();
 
  private:

@@ -59,6 +59,7 @@ NSString *DurationText(double seconds) {
     [self addFacts:sequence];
     [self addLog];
     [[_window contentView] setNeedsDisplay:YES];
+    [_window center];
   }
   return self;
 }
@@ -77,14 +78,9 @@ NSString *DurationText(double seconds) {
 - (void)addPicture {
   const NSRect frame =
       NSMakeRect(kMargin, kHeight - kMargin - OHostPictureHeight, OHostPictureWidth, OHostPictureHeight);
-  NSBox *ground = [[[NSBox alloc] initWithFrame:frame] autorelease];
-  [ground setTitlePosition:NSNoTitle];
-  [ground setBoxType:NSBoxCustom];
-  [ground setBorderType:NSNoBorder];
-  [ground setFillColor:[NSColor blackColor]];
-  [[_window contentView] addSubview:ground];
   _picture = [[[NSImageView alloc] initWithFrame:frame] autorelease];
   [_picture setImageScaling:NSImageScaleProportionallyDown];
+  [_picture setImageFrameStyle:NSImageFrameGrayBezel];
   [[_window contentView] addSubview:_picture];
 }
 

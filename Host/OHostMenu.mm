@@ -5,12 +5,19 @@ NSMenu *OHostInstallMenu(id target, SEL quit) {
   NSMenu *file = [[[NSMenu alloc] initWithTitle:@"File"] autorelease];
   NSMenu *export_menu = [[[NSMenu alloc] initWithTitle:@"Export"] autorelease];
 
+  // With its menu in the window AppKit puts an item of the program's name in front, unless there is one.
+  NSString *name = [[NSProcessInfo processInfo] processName];
+  NSMenu *program = [[[NSMenu alloc] initWithTitle:name] autorelease];
+  [[program addItemWithTitle:@"Hide" action:@selector(hide:) keyEquivalent:@""] setTarget:NSApp];
+  NSMenuItem *program_item = (NSMenuItem *)[main_menu addItemWithTitle:name action:NULL keyEquivalent:@""];
+  [main_menu setSubmenu:program forItem:program_item];
+
   NSMenuItem *file_item = (NSMenuItem *)[main_menu addItemWithTitle:@"File" action:NULL keyEquivalent:@""];
   [main_menu setSubmenu:file forItem:file_item];
   NSMenuItem *export_item = (NSMenuItem *)[file addItemWithTitle:@"Export" action:NULL keyEquivalent:@""];
   [file setSubmenu:export_menu forItem:export_item];
   [file addItem:[NSMenuItem separatorItem]];
-  NSMenuItem *quit_item = (NSMenuItem *)[file addItemWithTitle:@"Quit" action:quit keyEquivalent:@"q"];
+  NSMenuItem *quit_item = (NSMenuItem *)[file addItemWithTitle:@"Quit" action:quit keyEquivalent:@""];
   [quit_item setTarget:target];
 
   [NSApp setMainMenu:main_menu];

@@ -4,10 +4,13 @@
 
 - (instancetype)init {
   if ((self = [super init])) {
-    _window = [[NSWindow alloc] initWithContentRect:NSMakeRect(300, 360, 400, 116)
-                                          styleMask:NSTitledWindowMask
-                                            backing:NSBackingStoreBuffered
-                                              defer:NO];
+    // A panel, as AppKit puts the main menu into every other window.
+    NSPanel *panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(300, 360, 400, 116)
+                                                styleMask:NSTitledWindowMask
+                                                  backing:NSBackingStoreBuffered
+                                                    defer:NO];
+    [panel setHidesOnDeactivate:NO];
+    _window = panel;
     [_window setTitle:@"Rendering"];
     [_window setReleasedWhenClosed:NO];
     NSView *content = [_window contentView];
