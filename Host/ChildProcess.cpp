@@ -105,7 +105,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
 
 ChildProcess::~ChildProcess() {
   if (pid_ > 0) {
-    kill(pid_, SIGKILL);
+    Signal(SIGKILL);
     Wait();
   }
   Close(output_);
@@ -121,8 +121,8 @@ bool ChildProcess::Read(int timeout_ms, std::string& output, std::string& errors
   return output_ >= 0 || errors_ >= 0;
 }
 
-void ChildProcess::Kill() {
-  if (pid_ > 0) kill(pid_, SIGKILL);
+void ChildProcess::Signal(int number) {
+  if (pid_ > 0) kill(pid_, number);
 }
 
 int ChildProcess::Wait() {

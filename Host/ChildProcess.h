@@ -26,8 +26,8 @@ class ChildProcess {
   /// Waits up to timeout_ms for output and appends it to output and errors. Returns false once both have ended.
   bool Read(int timeout_ms, std::string& output, std::string& errors);
 
-  /// Ends the child at once. Wait() must still follow.
-  void Kill();
+  /// Sends the child a signal. Wait() must still follow one that ends it.
+  void Signal(int number);
 
   /// Waits for the end. Returns the exit status, 128 plus the signal that ended it, or kUnknownStatus.
   int Wait();

@@ -1,6 +1,7 @@
 #include "Renderer.h"
 
 #include <openssl/evp.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -86,7 +87,7 @@ bool RunToEnd(ChildProcess& child, double seconds, const ProgressFunction& progr
     running = child.Read(kProgressIntervalMs, output, errors);
     done = TakeProgress(output, done);
     if (progress && !progress(std::clamp(done / seconds, 0.0, 1.0))) {
-      child.Kill();
+      child.Signal(SIGKILL);
       return false;
     }
   }

@@ -220,7 +220,6 @@ struct WritableTables {
 
 Guarded<WritableTables>& Tables() {
   static Guarded<WritableTables> tables;
-  tables.value().standard.utilFuncs = &tables.value().utilities;
   return tables;
 }
 
@@ -250,11 +249,12 @@ const void* FindSuite(const std::string& name, csSDK_int32 version) {
 }
 
 bool TablesIntact() {
-  const WritableTables pristine;
-  const WritableTables& tables = Tables().value();
+  WritableTables& tables = Tables().value();
+  WritableTables pristine;
+  pristine.standard.utilFuncs = &tables.utilities;
   return Tables().Intact() && memcmp(&tables.basic, &pristine.basic, sizeof(pristine.basic)) == 0 &&
          memcmp(&tables.utilities, &pristine.utilities, sizeof(pristine.utilities)) == 0 &&
-         tables.standard.piInterfaceVer == PR_PISUITES_VERSION;
+         memcmp(&tables.standard, &pristine.standard, sizeof(pristine.standard)) == 0;
 }
 
 size_t LiveBlocks() {

@@ -8,7 +8,8 @@
 
 namespace orvane_host {
 
-/// Names the host that the tables' functions reach; null takes it away. Main thread.
+/// Names the host that the tables' functions reach; null takes it away. Brings the tables back to what they should be
+/// and frees the blocks that an earlier host's plug-ins kept. Main thread.
 void SetHostCalls(HostCalls* calls);
 
 /// The tables for the standard parameters of every call. Valid for the life of the process.

@@ -99,8 +99,12 @@ csSDK_int32 AskSize(ecStdParms* parms, const ExportControllerTimelineInfoRec& ti
 }
 
 csSDK_int32 AskOnAnotherThread(ecStdParms* parms) {
+  SPBasicSuite* basic = Basic(parms);
   csSDK_int32 answer = 0;
-  std::thread([&] { answer = Acquire<void>(parms, kPrSDKTimeSuite, kPrSDKTimeSuiteVersion) != nullptr; }).join();
+  std::thread([&] {
+    const void* suite = nullptr;
+    answer = basic->AcquireSuite(kPrSDKTimeSuite, kPrSDKTimeSuiteVersion, &suite);
+  }).join();
   return answer;
 }
 

@@ -1,0 +1,125 @@
+#include "Preset.h"
+
+#include <gtest/gtest.h>
+#include <libxml/parser.h>
+#include <libxml/xpath.h>
+
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "TemporaryFolder.h"
+
+namespace orvane_host {
+namespace {
+
+const std::string kFolder = std::string(ORVANE_PRESET_DIR) + "/";
+
+TEST(Preset, TheThreeFilesHoldTheirSettings) {
+  const Preset high = ReadPreset(kFolder + "Orvane.epr");
+  const Preset medium = ReadPreset(kFolder + "Orvane_medium.epr");
+  const Preset low = ReadPreset(kFolder + "Orvane_low.epr");
+  const auto video = [](const Preset& preset) {
+    return std::vector<double>{static_cast<double>(preset.width),
+                               static_cast<double>(preset.height),
+                               static_cast<double>(preset.profile),
+                               static_cast<double>(preset.level),
+                               preset.target_mbit,
+                               preset.maximum_mbit,
+                               static_cast<double>(preset.audio_kbit)};
+  };
+  EXPECT_EQ(video(high), (std::vector<double>{1920, 1080, 3, 41, 16, 20, 320}));
+  EXPECT_EQ(video(medium), (std::vector<double>{1280, 720, 3, 31, 5, 8, 192}));
+  EXPECT_EQ(video(low), (std::vector<double>{854, 480, 1, 31, 1.5, 2.5, 128}));
+  for (const Preset* preset : {&high, &medium, &low}) {
+    EXPECT_TRUE(preset->follow_rate) << preset->name;
+    EXPECT_FALSE(preset->follow_size) << preset->name;
+    EXPECT_EQ(preset->bitrate_mode, Preset::BitrateMode::kVariable) << preset->name;
+    EXPECT_EQ(preset->ticks_per_frame, 10160640000) << preset->name;
+    EXPECT_EQ(preset->audio_rate, 48000) << preset->name;
+    EXPECT_EQ(preset->audio_channels, 2) << preset->name;
+  }
+}
+
+// The values of all nodes that the expression finds.
+std::vector<std::string> Find(xmlDoc* document, const char* expression) {
+  std::vector<std::string> found;
+  xmlXPathContext* context = xmlXPathNewContext(document);
+  xmlXPathObject* result = xmlXPathEvalExpression(BAD_CAST expression, context);
+  for (int i = 0; result && result->nodesetval && i < result->nodesetval->nodeNr; ++i) {
+    xmlChar* text = xmlNodeGetContent(result->nodesetval->nodeTab[i]);
+    found.emplace_back(reinterpret_cast<char*>(text));
+    xmlFree(text);
+  }
+  xmlXPathFreeObject(result);
+  xmlXPathFreeContext(context);
+  return found;
+}
+
+// The host follows the references without asking twice, so that each must lead to one object and none may be lost.
+TEST(Preset, EveryObjectOfTheThreeFilesIsReferredToOnce) {
+  std::set<std::string> preset_ids;
+  for (const char* name : {"Orvane.epr", "Orvane_medium.epr", "Orvane_low.epr"}) {
+    xmlDoc* document = xmlReadFile((kFolder + name).c_str(), nullptr, XML_PARSE_NONET);
+    ASSERT_TRUE(document) << name;
+    std::vector<std::string> ids = Find(document, "/PremiereData/*/@ObjectID");
+    std::vector<std::string> references = Find(document, "//@ObjectRef");
+    std::sort(ids.begin(), ids.end());
+    std::sort(references.begin(), references.end());
+    EXPECT_EQ(ids, references) << name;
+    EXPECT_GT(ids.size(), 40U) << name;
+    EXPECT_EQ(std::set<std::string>(ids.begin(), ids.end()).size(), ids.size()) << name;
+    // What the host knows as "follow the rate" and its checksum.
+    EXPECT_EQ(Find(document, "//ParamArbData"), std::vector<std::string>{"BAAAAA=="}) << name;
+    EXPECT_EQ(Find(document, "//ParamArbData/@Checksum"), std::vector<std::string>{"2492304781"}) << name;
+    EXPECT_EQ(Find(document, "//*[ParamIdentifier='ADBEVideoFPS']/ParamIsDisabled"), std::vector<std::string>{"true"});
+    for (const std::string& id : Find(document, "//PresetID")) preset_ids.insert(id);
+    xmlFreeDoc(document);
+  }
+  EXPECT_EQ(preset_ids.size(), 3U) << "each preset needs an identifier of its own";
+}
+
+// Reads a preset with one text replaced; returns the message of the error, or "read" when there was none.
+std::string MessageAfter(const std::string& original, const std::string& replacement) {
+  std::string content = ReadFile(kFolder + "Orvane.epr");
+  const size_t at = content.find(original);
+  if (at == std::string::npos) return "the original is not in the file";
+  content.replace(at, original.size(), replacement);
+  const TemporaryFolder folder;
+  WriteFile(folder / "damaged.epr", content);
+  try {
+    ReadPreset(folder / "damaged.epr");
+    return "read";
+  } catch (const PresetError& error) {
+    return error.what();
+  }
+}
+
+TEST(Preset, DamageIsToldWithItsPlace) {
+  const std::map<std::pair<std::string, std::string>, std::string> cases{
+      {{"</PremiereData>", ""}, "cannot read the preset"},
+      {{"<PremiereData", "<OtherData"}, "tag mismatch"},
+      {{"ObjectRef=\"3\"", "ObjectRef=\"999\""}, "leads to no object: \"999\""},
+      {{"ObjectRef=\"3\"", "ObjectRef=\"1\""}, "two references lead to the object 1"},
+      {{"ObjectID=\"3\"", "ObjectID=\"2\""}, "two objects have the number 2"},
+      {{"ADBEVideoWidth", "ADBEVideoOther"}, "it has no ADBEVideoWidth"},
+      {{">1920<", ">1920px<"}, "ADBEVideoWidth is not a number: \"1920px\""},
+      {{">1920<", ">1921<"}, "the frame's sides must be even"},
+      {{">1920<", "><"}, "ADBEVideoWidth is not a number: \"\""},
+      {{">1080<", ">99999999<"}, "ADBEVideoHeight is out of range"},
+      {{">16.<", ">nan<"}, "ADBEVideoTargetBitrate is out of range: nan"},
+      {{">20.<", ">15.<"}, "ADBEVideoMaxBitrate is out of range: 15."},
+      {{">1635148593<", ">1635148594<"}, "ADBEVideoCodec is not H.264"},
+      {{"BAAAAA==", "BAAA"}, "ADBEVideoMatchSource is not four bytes in base64"},
+  };
+  for (const auto& [change, expected] : cases) {
+    EXPECT_NE(MessageAfter(change.first, change.second).find(expected), std::string::npos)
+        << change.first << " -> " << change.second << ": " << MessageAfter(change.first, change.second);
+  }
+  EXPECT_EQ(MessageAfter("BAAAAA==", "AAAAAA=="), "read") << "a preset may follow nothing";
+  EXPECT_THROW(ReadPreset("/no/such/file.epr"), PresetError);
+}
+
+}  // namespace
+}  // namespace orvane_host

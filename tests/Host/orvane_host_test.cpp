@@ -1,0 +1,107 @@
+// The program as its users run it, on a display. The test program itself is started with one.
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <chrono>
+#include <cstdlib>
+
+#include "ChildProcess.h"
+#include "TemporaryFolder.h"
+
+namespace orvane_host {
+namespace {
+
+class OrvaneHost : public testing::Test {
+ protected:
+  OrvaneHost() {
+    setenv("ORVANE_PRESET", ORVANE_PRESET_DIR "/Orvane_low.epr", 1);
+    setenv("ORVANE_DESTINATION", (folder_ / "film.mp4").c_str(), 1);
+    setenv("ORVANE_SCRIPT", "good", 1);
+  }
+
+  static ChildResult Run(const std::vector<std::string>& options) {
+    // The outer program ends one that hangs.
+    std::vector<std::string> command{"timeout", "60", ORVANE_HOST_PROGRAM};
+    command.insert(command.end(), options.begin(), options.end());
+    return RunChild(command);
+  }
+
+  static ChildResult Export(const char* script, std::vector<std::string> options = {}) {
+    setenv("ORVANE_SCRIPT", script, 1);
+    options.insert(options.end(), {"--plugin", ORVANE_SCRIPTED_BUNDLE, "--seconds", "0.4", "--export"});
+    return Run(options);
+  }
+
+  TemporaryFolder folder_;
+};
+
+bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+TEST_F(OrvaneHost, ExportsAtOnceAndTellsScripts) {
+  const ChildResult result = Export("good");
+  EXPECT_EQ(result.status, 0) << result.errors;
+  const std::string film = folder_ / "film.mp4";
+  const std::string sum = RunChild({"sha256sum", film}).output.substr(0, 64);
+  EXPECT_EQ(result.output, "orvane-host: loaded \"Scripted\" from " ORVANE_SCRIPTED_BUNDLE
+                           "\n"
+                           "orvane-host: rendered " +
+                               film + " (" + std::to_string(std::filesystem::file_size(film)) + " bytes, sha256 " +
+                               sum +
+                               ", 854x480, 0.4 s)\n"
+                               "orvane-host: export answered 0\n"
+                               "orvane-host: done\n");
+}
+
+TEST_F(OrvaneHost, ExitStatusSaysWhatHappened) {
+  EXPECT_EQ(Export("user cancels").status, 3);
+  EXPECT_EQ(Export("good", {"--fail", "render"}).status, 4);
+  EXPECT_EQ(Export("good", {"--fail", "cancel"}).status, 4);
+  const ChildResult event = Export("event");
+  EXPECT_EQ(event.status, 5);
+  EXPECT_TRUE(Contains(event.output, "orvane-host: error event 3 \"T\u00fc\" \"\U0001F3AC\"\n")) << event.output;
+  EXPECT_EQ(Export("start-up fails").status, 6);
+  EXPECT_EQ(Export("wrong thread").status, 70);
+  EXPECT_EQ(Export("unreleased").status, 70);
+  EXPECT_EQ(Run({"--plugin", folder_ / "none.bundle"}).status, 6);
+}
+
+TEST_F(OrvaneHost, WrongOptionsAreToldAndEndIt) {
+  const std::vector<std::vector<std::string>> wrong{
+      {"--size", "12"},     {"--size", "1280x720p"}, {"--size", "8x8"},       {"--size", "40000x10"}, {"--rate", "25"},
+      {"--rate", "0/1"},    {"--rate", "1000/1"},    {"--seconds", "0"},      {"--seconds", "nan"},   {"--fail", "all"},
+      {"--media", "/none"}, {"--ca", "/none"},       {"--connect-port", "0"}, {"--unknown"},          {"stray"},
+      {"--plugin"}};
+  for (const std::vector<std::string>& options : wrong) {
+    const ChildResult result = Run(options);
+    EXPECT_EQ(result.status, 2) << options.back();
+    EXPECT_TRUE(Contains(result.errors, "--help")) << result.errors;
+  }
+  const ChildResult help = Run({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_TRUE(Contains(help.output, "--connect-port N"));
+}
+
+// SIGTERM while FFmpeg works for an hour: the render is cancelled, shut-down is called, nothing is left behind.
+TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
+  ChildProcess host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE, "--seconds", "3600", "--export"});
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(40);
+  std::string output;
+  std::string errors;
+  bool terminated = false;
+  while (host.Read(50, output, errors)) {
+    ASSERT_LT(std::chrono::steady_clock::now(), deadline) << output << errors;
+    if (!terminated && folder_.Count() == 1) {
+      host.Signal(SIGTERM);
+      terminated = true;
+    }
+  }
+  EXPECT_TRUE(terminated);
+  EXPECT_EQ(host.Wait(), 4) << errors;
+  EXPECT_TRUE(Contains(output, "orvane-host: export answered 2\norvane-host: done\n")) << output;
+  EXPECT_EQ(folder_.Count(), 0U);
+}
+
+}  // namespace
+}  // namespace orvane_host
