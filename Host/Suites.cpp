@@ -231,6 +231,10 @@ SPBasicSuite* GetSpBasicSuite() {
 
 void SetHostCalls(HostCalls* calls) {
   host = calls;
+  for (void* block : Blocks()) free(block);
+  Blocks().clear();
+  Tables() = Guarded<WritableTables>();
+  Tables().value().standard.utilFuncs = &Tables().value().utilities;
 }
 
 piSuitesPtr StandardSuites() {
