@@ -176,10 +176,8 @@ bool operator==(const Array& left, const Array& right) {
   return comparison.Add(left, right) && comparison.Run();
 }
 
-Object::Object() = default;
 Object::Object(const Object& other) = default;
 Object::Object(Object&& other) noexcept = default;
-Object::~Object() = default;
 
 Object& Object::operator=(const Object& other) {
   // The other object may be a part of this one.
@@ -250,10 +248,8 @@ int Object::HasKeys(const char** keys, int count) const {
   return -1;
 }
 
-Array::Array() = default;
 Array::Array(const Array& other) = default;
 Array::Array(Array&& other) noexcept = default;
-Array::~Array() = default;
 
 Array& Array::operator=(const Array& other) {
   // The other array may be a part of this one.

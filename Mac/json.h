@@ -34,12 +34,12 @@ class Object {
   typedef Map::iterator iterator;
   typedef Map::const_iterator const_iterator;
 
-  Object();
+  inline Object();
   Object(const Object& other);
   Object(Object&& other) noexcept;
   Object& operator=(const Object& other);
   Object& operator=(Object&& other) noexcept;
-  ~Object();
+  inline ~Object();
 
   /// The value under key. A missing key is added with a NullVal.
   Value& operator[](const std::string& key);
@@ -84,12 +84,12 @@ class Array {
   typedef Vector::iterator iterator;
   typedef Vector::const_iterator const_iterator;
 
-  Array();
+  inline Array();
   Array(const Array& other);
   Array(Array&& other) noexcept;
   Array& operator=(const Array& other);
   Array& operator=(Array&& other) noexcept;
-  ~Array();
+  inline ~Array();
 
   void push_back(const Value& value);
   void push_back(Value&& value);
@@ -226,6 +226,10 @@ class Value {
   void ReleaseNested() noexcept;
 };
 
+inline Object::Object() = default;
+inline Object::~Object() = default;
+inline Array::Array() = default;
+inline Array::~Array() = default;
 inline size_t Object::size() const {
   return mValues.size();
 }
