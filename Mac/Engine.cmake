@@ -3,6 +3,7 @@ find_package(CURL REQUIRED)
 add_library(orvane_engine STATIC
   HttpRequest.cpp
   json.cpp
+  jsonEquality.cpp
   jsonParser.cpp
   jsonSerializer.cpp
   OrvaneProjectsAPI.cpp

@@ -70,7 +70,7 @@ std::string OrvaneProjectsAPI::getFolders(std::string projectId) {
 
 std::string OrvaneProjectsAPI::getSubfolders(std::string projectId, std::string folderId) {
   return http.post(apiBaseUrl + "/get_folders/" + projectId,
-                           SessionBody(authToken, authKey) + "&folder_id=" + folderId);
+                   SessionBody(authToken, authKey) + "&folder_id=" + folderId);
 }
 
 std::string OrvaneProjectsAPI::uploadFile(std::string, std::string, std::string filePath) {

@@ -171,9 +171,9 @@ class BracketTable {
     return ~(((block & kLow) + kLow) | block | kLow);
   }
 
-  /// The top bit of every byte of the next kBlock characters that is a quote or a bracket, or one of the four other
-  /// characters that differ from brackets in two bits. Looking for several characters at once is what makes the pass
-  /// cheap: they are too frequent to be guessed by the processor, one by one.
+  /// The top bit of every byte of the next kBlock characters that is a quote or a bracket, or one of the few others
+  /// that equal brackets in the bits that all brackets share. Looking for several characters at once is what makes the
+  /// pass cheap: they are too frequent to be guessed by the processor, one by one.
   static std::uint64_t FindMarks(const char* characters) {
     constexpr unsigned char kBracketBits = static_cast<unsigned char>('[' & ']' & '{' & '}');
     constexpr unsigned char kOtherBits = static_cast<unsigned char>(('[' | ']' | '{' | '}') ^ kBracketBits);
