@@ -1,5 +1,5 @@
-// GNUstep's interface file loader reads a progress bar's "displayed when stopped" the wrong way round, which hides the
-// bar, and takes it for indeterminate. Spinners come out right.
+// GNUstep's interface file loader reads a progress indicator's "displayed when stopped" the wrong way round, and takes
+// a bar for indeterminate. The windows have bars that always show and spinners that show while they turn.
 #import <Cocoa/Cocoa.h>
 
 @interface NSProgressIndicator (OrvNibAttributes)
@@ -8,7 +8,10 @@
 @implementation NSProgressIndicator (OrvNibAttributes)
 
 - (void)awakeFromNib {
-  if ([self style] == NSProgressIndicatorSpinningStyle) return;
+  if ([self style] == NSProgressIndicatorSpinningStyle) {
+    [self setDisplayedWhenStopped:NO];
+    return;
+  }
   [self setDisplayedWhenStopped:YES];
   [self setHidden:NO];
   [self setIndeterminate:NO];

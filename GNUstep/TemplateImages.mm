@@ -22,7 +22,7 @@ constexpr CGFloat kStopImageSize = 12;  // points, AppKit's size of this image
 
 + (void)drawStopImage:(NSCustomImageRep *)representation {
   NSSize size = [representation size];
-  [[NSColor colorWithCalibratedWhite:0.42 alpha:1.0] set];
+  [[NSColor colorWithCalibratedWhite:0.92 alpha:1.0] set];
   [[NSBezierPath bezierPathWithOvalInRect:NSMakeRect(0, 0, size.width, size.height)] fill];
   NSBezierPath *cross = [NSBezierPath bezierPath];
   CGFloat inset = size.width * 0.32;
@@ -31,7 +31,7 @@ constexpr CGFloat kStopImageSize = 12;  // points, AppKit's size of this image
   [cross moveToPoint:NSMakePoint(inset, size.height - inset)];
   [cross lineToPoint:NSMakePoint(size.width - inset, inset)];
   [cross setLineWidth:1.5];
-  [[NSColor whiteColor] set];
+  [[NSColor colorWithCalibratedWhite:0.25 alpha:1.0] set];
   [cross stroke];
 }
 

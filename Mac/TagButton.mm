@@ -48,6 +48,7 @@ static const CGFloat kRightMargin = 6;
   [titleLabel setBackgroundColor:[NSColor clearColor]];
   [titleLabel setBordered:NO];
   [titleLabel setBezeled:NO];
+  [titleLabel setTextColor:[NSColor whiteColor]];
   [titleLabel setFont:[NSFont fontWithName:@"HelveticaNeue" size:12]];
   [titleLabel setAlignment:NSTextAlignmentLeft];
   [[titleLabel cell] setLineBreakMode:NSLineBreakByTruncatingTail];
@@ -71,6 +72,7 @@ static const CGFloat kRightMargin = 6;
 
 - (void)updateFrames {
   NSSize text = [[titleLabel attributedStringValue] size];
+  if ([[titleLabel stringValue] length] == 0) text.width = 0;  // some systems measure a caret
   CGFloat labelWidth = (text.width > kWidestText ? kWidestText : text.width) + kLabelExtraWidth;
   CGFloat labelY = (NSHeight([self frame]) - text.height) / 2 - kLabelLift;
   [titleLabel setFrame:NSMakeRect(kTextInset, labelY, labelWidth, text.height)];

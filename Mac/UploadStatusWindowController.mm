@@ -156,7 +156,9 @@ static NSString *ProgressText(double total, double done) {
 - (void)scheduleDrawing {
   if (drawingIsScheduled) return;
   drawingIsScheduled = YES;
-  [self performSelectorOnMainThread:@selector(drawLatestProgress) withObject:nil waitUntilDone:NO modes:AllModes()];
+  @autoreleasepool {  // the caller may be deep inside a long transfer
+    [self performSelectorOnMainThread:@selector(drawLatestProgress) withObject:nil waitUntilDone:NO modes:AllModes()];
+  }
 }
 
 // Draws what is new and comes back after a while, until nothing new has arrived in between.

@@ -8,6 +8,23 @@ function(orvane_add_mac_test name)
   add_dependencies(${name} orvane_bundle)
 endfunction()
 
-foreach(name IN ITEMS OrvaneUIController_test)
+foreach(name IN ITEMS
+    ExportControllerPaths_test
+    NSString_test
+    OrderedDictionary_test
+    OrvaneUIController_test
+    OrvaneUploadWindowController_test
+    RoundedButton_test
+    RoundedView_test
+    TagButton_test
+    TagsView_test
+    UploadCompleteWindowController_test
+    UploadStatusWindowController_test)
   orvane_add_mac_test(${name})
 endforeach()
+
+add_executable(ExportControllerTime_test ExportControllerTime_test.cpp
+               "${PROJECT_SOURCE_DIR}/Mac/ExportControllerTime.cpp")
+target_include_directories(ExportControllerTime_test PRIVATE "${PROJECT_SOURCE_DIR}/Mac")
+target_link_libraries(ExportControllerTime_test PRIVATE premiere_sdk orvane_warnings GTest::gtest_main)
+gtest_discover_tests(ExportControllerTime_test)

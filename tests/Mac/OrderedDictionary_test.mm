@@ -1,0 +1,139 @@
+#import "OrderedDictionary.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+MutableOrderedDictionary *Letters() {
+  MutableOrderedDictionary *letters = [[[MutableOrderedDictionary alloc] init] autorelease];
+  [letters setObject:@"2" forKey:@"b"];
+  [letters setObject:@"1" forKey:@"a"];
+  [letters setObject:@"3" forKey:@"c"];
+  return letters;
+}
+
+// "key=value" of every entry, by fast enumeration.
+std::string Text(NSDictionary *dictionary) {
+  std::string text;
+  for (NSString *key in dictionary) {
+    text += std::string([key UTF8String]) + "=" + [[dictionary objectForKey:key] UTF8String] + " ";
+  }
+  return text;
+}
+
+// The name of the exception that the block raises, and its reason.
+std::string Raised(void (^block)(void)) {
+  @try {
+    block();
+  } @catch (NSException *exception) {
+    return std::string([[exception name] UTF8String]) + ": " + [[exception reason] UTF8String];
+  }
+  return "";
+}
+
+}  // namespace
+
+TEST(OrderedDictionary, KeepsTheOrderInWhichKeysWereAdded) {
+  MutableOrderedDictionary *letters = Letters();
+  [letters setObject:@"9" forKey:@"a"];
+  EXPECT_EQ(Text(letters), "b=2 a=9 c=3 ");
+  EXPECT_EQ([letters indexOfKey:@"c"], 2u);
+  EXPECT_EQ([letters indexOfKey:@"z"], static_cast<NSUInteger>(NSNotFound));
+  EXPECT_EQ([letters objectForKey:@"z"], nil);
+  EXPECT_TRUE([[[letters allKeys] componentsJoinedByString:@""] isEqualToString:@"bac"]);
+  EXPECT_TRUE([[[letters allValues] componentsJoinedByString:@""] isEqualToString:@"293"]);
+  EXPECT_TRUE([[[[letters reverseKeyEnumerator] allObjects] componentsJoinedByString:@""] isEqualToString:@"cab"]);
+  EXPECT_TRUE([[[[letters reverseObjectEnumerator] allObjects] componentsJoinedByString:@""] isEqualToString:@"392"]);
+}
+
+TEST(OrderedDictionary, MovesEntriesByPosition) {
+  MutableOrderedDictionary *letters = Letters();
+  [letters insertObject:@"3" forKey:@"c" atIndex:0];
+  EXPECT_EQ(Text(letters), "c=3 b=2 a=1 ");
+  [letters insertObject:@"4" forKey:@"c" atIndex:2];
+  EXPECT_EQ(Text(letters), "b=2 a=1 c=4 ");
+  [letters exchangeObjectAtIndex:0 withObjectAtIndex:1];
+  EXPECT_EQ(Text(letters), "a=1 b=2 c=4 ");
+  [letters replaceObjectAtIndex:1 withObject:@"7"];
+  [letters setObject:@"8" atIndexedSubscript:2];
+  EXPECT_EQ(Text(letters), "a=1 b=7 c=8 ");
+  [letters removeObjectAtIndex:0];
+  [letters removeObjectForKey:@"no such key"];
+  [letters removeObjectsForKeys:[letters allKeys]];
+  EXPECT_EQ([letters count], 0u);
+}
+
+TEST(OrderedDictionary, SetsRemovesAndTakesOverEntries) {
+  MutableOrderedDictionary *letters = Letters();
+  [letters setValue:nil forKey:@"a"];
+  [letters setValue:@"5" forKey:@"d"];
+  [letters setObject:@"6" forKeyedSubscript:@"e"];
+  EXPECT_EQ(Text(letters), "b=2 c=3 d=5 e=6 ");
+  MutableOrderedDictionary *other = [MutableOrderedDictionary dictionaryWithCapacity:2];
+  [other setObject:@"x" forKey:@"c"];
+  [other addEntriesFromDictionary:letters];
+  EXPECT_EQ(Text(other), "c=3 b=2 d=5 e=6 ");
+  [other setDictionary:Letters()];
+  EXPECT_EQ(Text(other), "b=2 a=1 c=3 ");
+  [other removeAllObjects];
+  EXPECT_EQ(Text(other), "");
+}
+
+TEST(OrderedDictionary, CopiesKeepTheOrder) {
+  MutableOrderedDictionary *letters = Letters();
+  OrderedDictionary *copy = [[letters copy] autorelease];
+  EXPECT_FALSE([copy isKindOfClass:[MutableOrderedDictionary class]]);
+  EXPECT_EQ(copy, [[copy copy] autorelease]);
+  MutableOrderedDictionary *mutableCopy = [[copy mutableCopy] autorelease];
+  [mutableCopy setObject:@"4" forKey:@"d"];
+  EXPECT_EQ(Text(copy), "b=2 a=1 c=3 ");
+  EXPECT_EQ(Text(mutableCopy), "b=2 a=1 c=3 d=4 ");
+  NSDictionary *plain = @{@"a" : @"1", @"b" : @"2", @"c" : @"3"};
+  EXPECT_TRUE([copy isEqual:plain]);
+}
+
+TEST(OrderedDictionary, ArchivesKeepClassAndOrder) {
+  for (NSDictionary *original in @[ Letters(), [[Letters() copy] autorelease] ]) {
+    NSData *archive = [NSKeyedArchiver archivedDataWithRootObject:original];
+    NSDictionary *decoded = [NSKeyedUnarchiver unarchiveObjectWithData:archive];
+    EXPECT_EQ([decoded class], [original class]);
+    EXPECT_EQ(Text(decoded), "b=2 a=1 c=3 ");
+  }
+}
+
+TEST(OrderedDictionary, RefusesDuplicateKeysAndWrongIndexes) {
+  std::string raised = Raised(^{
+    [[[OrderedDictionary alloc] initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]] release];
+  });
+  EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == [_values count]"), std::string::npos)
+      << raised;
+  raised = Raised(^{
+    id objects[] = {@"1", @"2"};
+    id<NSCopying> keys[] = {@"a", @"a"};
+    [[[OrderedDictionary alloc] initWithObjects:objects forKeys:keys count:2] release];
+  });
+  EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == count"), std::string::npos) << raised;
+  EXPECT_NE(Raised(^{ [Letters() objectAtIndex:3]; }), "");
+  EXPECT_NE(Raised(^{ [Letters() keyAtIndex:3]; }), "");
+  EXPECT_NE(Raised(^{ [Letters() setObject:nil forKey:@"n"]; }), "");
+}
+
+TEST(OrderedDictionary, WalksWithIndexesUntilStopped) {
+  __block std::string walked;
+  [Letters() enumerateKeysAndObjectsWithIndexUsingBlock:^(id key, id object, NSUInteger index, BOOL *stop) {
+    walked += std::to_string(index) + [key UTF8String] + [object UTF8String] + " ";
+    *stop = index == 1;
+  }];
+  EXPECT_EQ(walked, "0b2 1a1 ");
+}
+
+TEST(OrderedDictionary, ReadsAPropertyList) {
+  NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:@"ordered.plist"];
+  NSDictionary *plain = @{@"a" : @"1", @"b" : @"2"};
+  ASSERT_TRUE([plain writeToFile:path atomically:YES]);
+  OrderedDictionary *read = [OrderedDictionary dictionaryWithContentsOfFile:path];
+  EXPECT_TRUE([read isEqual:plain]);
+  EXPECT_TRUE([read isKindOfClass:[OrderedDictionary class]]);
+  [[NSFileManager defaultManager] removeItemAtPath:path error:NULL];
+  EXPECT_EQ([OrderedDictionary dictionaryWithContentsOfFile:path], nil);
+}

@@ -1,0 +1,172 @@
+#import "OrvaneUploadWindowController.h"
+
+#include <gtest/gtest.h>
+
+#import "Controls.h"
+#import "KcKeychain/KcKeychainQuery.h"
+#import "SavedLogin.h"
+#import "TagsView.h"
+#include "PluginResources.h"
+#include "ScriptedApi.h"
+#include "WindowScript.h"
+#include "WorkflowState.h"
+
+using namespace window_test;
+
+namespace {
+
+int cleanups = 0;
+
+NSString *const kTitle = @"Orvane: Upload";
+
+std::string Titles(NSPopUpButton *popUp) {
+  return [[[popUp itemTitles] componentsJoinedByString:@"|"] UTF8String];
+}
+
+// The upload settings window of a user who is logged in, on a scripted service.
+class UploadWindow : public testing::Test {
+ protected:
+  void SetUp() override {
+    UsePluginResources();
+    cleanups = 0;
+    g_step = "upload";
+    g_prj = g_fld = g_title = g_desc = "unset";
+    g_tags = {"unset"};
+    g_pCleanupFunc = [] { ++cleanups; };
+  }
+
+  void Run(const std::function<void(Script &, OrvaneUploadWindowController *)> &script) {
+    OrvaneProjectsAPI client;
+    ASSERT_EQ(client.login("acme", "editor", "secret"), "success");
+    @autoreleasepool {
+      OrvaneUploadWindowController *controller =
+          [[OrvaneUploadWindowController alloc] initWithProjectsApiPointer:&client];
+      RunWithScript([controller] { [controller showWindow]; },
+                    [controller, &script](Script &actions) {
+                      actions.WaitFor("the upload window", [] { return IsModal(WindowTitled(kTitle)); });
+                      script(actions, controller);
+                    });
+      EXPECT_FALSE([[controller orvaneUploadWindow] isVisible]);
+      [controller release];
+    }
+  }
+
+  static std::string AlertAfterUpload(Script &actions, OrvaneUploadWindowController *controller) {
+    actions.Post([controller] { Press([controller uploadBtn]); });
+    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+    std::string texts;
+    actions.OnMain([&texts] {
+      texts = AlertTexts();
+      TakePicture(AlertPanel(), "alert-sheet");
+      DismissAlert();
+    });
+    actions.WaitFor("the upload window again", [] { return IsModal(WindowTitled(kTitle)); });
+    return texts;
+  }
+
+  static void AddTag(OrvaneUploadWindowController *controller, NSString *tag) {
+    [[[controller tagView] tagTextField] setStringValue:tag];
+    [[controller tagView] addTagsButtonDidTouch:nil];
+  }
+
+  ScriptedApi api_;
+};
+
+}  // namespace
+
+TEST_F(UploadWindow, ListsTheFolderTreeDepthFirstWithIndentation) {
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([controller] {
+      NSSet *projects = [NSSet setWithArray:[[controller inputProject] itemTitles]];
+      NSSet *expected = [NSSet setWithArray:@[ @"Select a project...", @"Feature", @"Trailer" ]];
+      EXPECT_TRUE([projects isEqual:expected]);
+      EXPECT_EQ(Titles([controller inputFolder]), "");
+      Choose([controller inputProject], @"Feature");
+      EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|A|   B|      C|D");
+      EXPECT_STREQ([[[controller inputFolder] titleOfSelectedItem] UTF8String], "Select a folder...");
+      EXPECT_EQ(g_prj + "," + g_fld, "1,0");
+      Choose([controller inputFolder], @"      C");
+      EXPECT_EQ(g_fld, "12");
+      // Another project starts without a folder.
+      Choose([controller inputProject], @"Trailer");
+      EXPECT_EQ(g_prj + "," + g_fld, "2,0");
+      [[controller orvaneUploadWindow] performClose:nil];
+    });
+  });
+  EXPECT_EQ(cleanups, 1);
+  // Choosing a folder asks for that id in the place of a project.
+  EXPECT_EQ(api_.RequestsFor(std::string(ScriptedApi::kFolders) + "12").size(), 1u);
+}
+
+TEST_F(UploadWindow, ListsAreTakenAsTheyComeHoweverOdd) {
+  api_.Answer(ScriptedApi::kProjects,
+              ScriptedApi::Success(R"([{"id":7,"project_name":"Numeric"},{"id":"8"},"text",null,
+                                       {"id":"9","project_name":"Twice"},{"id":"10","project_name":"Twice"}])"));
+  api_.Answer(std::string(ScriptedApi::kFolders) + "7", "<html>no folders today</html>");
+  api_.Answer(std::string(ScriptedApi::kFolders) + "10",
+              ScriptedApi::Success(R"([{"id":"1","name":"Übergänge","sub_folders":"0"}])"));
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([controller] {
+      EXPECT_EQ([[controller inputProject] numberOfItems], 3);
+      Choose([controller inputProject], @"Numeric");
+      EXPECT_EQ(g_prj, "7");
+      EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...");
+      Choose([controller inputProject], @"Twice");
+      EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|Übergänge");
+      [[controller orvaneUploadWindow] performClose:nil];
+    });
+  });
+}
+
+TEST_F(UploadWindow, ChecksTitleProjectAndFolderInThatOrder) {
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    EXPECT_EQ(AlertAfterUpload(actions, controller), "Error\nYou must enter a title.\n");
+    EXPECT_EQ(g_title, "unset");
+    actions.OnMain([controller] { [[controller inputTitle] setStringValue:@" "]; });
+    EXPECT_EQ(AlertAfterUpload(actions, controller), "Error\nYou must select a project.\n");
+    EXPECT_EQ(g_title, " ");
+    actions.OnMain([controller] { Choose([controller inputProject], @"Feature"); });
+    EXPECT_EQ(AlertAfterUpload(actions, controller), "Error\nYou must select a folder.\n");
+    EXPECT_EQ(g_desc, "unset");
+    actions.OnMain([controller] { [[controller orvaneUploadWindow] performClose:nil]; });
+  });
+  EXPECT_EQ(cleanups, 1);
+  EXPECT_EQ(g_step, "upload");
+}
+
+TEST_F(UploadWindow, HandsOverWhatWasEntered) {
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([controller] {
+      Choose([controller inputProject], @"Feature");
+      Choose([controller inputFolder], @"   B");
+      [[controller inputTitle] setStringValue:@"Szene 12 – Küche"];
+      [[controller fileDescription] setString:@"Second cut.\nMusic is temporary."];
+      AddTag(controller, @"rough cut");
+      AddTag(controller, @" grün ");
+      AddTag(controller, @"night");
+      TakePicture([controller orvaneUploadWindow], "upload");
+      Press([controller uploadBtn]);
+    });
+  });
+  EXPECT_EQ(g_step, "doUpload");
+  EXPECT_EQ(g_prj + "," + g_fld, "1,11");
+  EXPECT_EQ(g_title, "Szene 12 – Küche");
+  EXPECT_EQ(g_desc, "Second cut.\nMusic is temporary.");
+  EXPECT_EQ(g_tags, (std::vector<std::string>{"rough cut", "grün", "night"}));
+  EXPECT_EQ(cleanups, 0);
+}
+
+TEST_F(UploadWindow, LoggingOutForgetsTheLoginAndEndsTheExportOnce) {
+  KcKeychainQuery *saved = SavedLoginQuery();
+  [saved setPassword:@"{}"];
+  ASSERT_TRUE([saved save:NULL]);
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([controller] {
+      Press([controller logoutBtn]);
+      [[controller orvaneUploadWindow] performClose:nil];
+    });
+  });
+  EXPECT_EQ(cleanups, 1);
+  EXPECT_EQ(g_step, "upload");
+  EXPECT_FALSE([SavedLoginQuery() fetch:NULL]);
+}

@@ -1,0 +1,82 @@
+#import "RoundedButton.h"
+
+#include <gtest/gtest.h>
+
+#import "NSTextField+VerticalAlignment.h"
+#import "RoundedView.h"
+#include "PluginResources.h"
+
+#include <cmath>
+
+@interface PressCounter : NSObject {
+ @public
+  int presses;
+}
+- (void)pressed:(id)sender;
+@end
+
+@implementation PressCounter
+- (void)pressed:(id)sender {
+  ++presses;
+}
+@end
+
+namespace {
+
+RoundedButton *Button(int type) {
+  UsePluginResources();
+  RoundedButton *button = [[[RoundedButton alloc] initWithFrame:NSMakeRect(0, 0, 140, 32)] autorelease];
+  [button awakeFromNib];
+  [button setType:type];
+  return button;
+}
+
+}  // namespace
+
+TEST(RoundedButton, EachStyleHasItsBackgroundsAndFont) {
+  const struct {
+    int normal, highlighted;
+    CGFloat size;
+  } styles[] = {{6, 7, 12}, {4, 5, 16}, {8, 9, 16}, {10, 11, 12}, {12, 13, 16}};
+  for (int type = 0; type < 5; ++type) {
+    RoundedButton *button = Button(type);
+    EXPECT_EQ([[button backgroundView] type], styles[type].normal);
+    EXPECT_EQ([[[button titleLabel] font] pointSize], styles[type].size);
+    EXPECT_TRUE([[[[button titleLabel] font] fontName] hasSuffix:@"Bold"]);
+    [button mouseDown:nil];
+    EXPECT_EQ([[button backgroundView] type], styles[type].highlighted);
+    [button mouseUp:nil];
+    EXPECT_EQ([[button backgroundView] type], styles[type].normal);
+  }
+  RoundedButton *button = Button(4);
+  [button setType:5];
+  EXPECT_EQ([[button backgroundView] type], 12);
+}
+
+TEST(RoundedButton, ADisabledOneShowsThePressButSendsNothing) {
+  PressCounter *counter = [[[PressCounter alloc] init] autorelease];
+  RoundedButton *button = Button(1);
+  [button setTarget:counter];
+  [button setAction:@selector(pressed:)];
+  [button setEnabled:NO];
+  [button mouseDown:nil];
+  EXPECT_EQ([[button backgroundView] type], 5);
+  [button mouseUp:nil];
+  EXPECT_EQ(counter->presses, 0);
+  [button setEnabled:YES];
+  [button mouseDown:nil];
+  [button mouseUp:nil];
+  EXPECT_EQ(counter->presses, 1);
+}
+
+TEST(RoundedButton, CentresItsTitle) {
+  RoundedButton *button = Button(1);
+  [button setTitleString:@"Upload"];
+  NSTextField *label = [button titleLabel];
+  const CGFloat height = [[label attributedStringValue] size].height;
+  EXPECT_TRUE(NSEqualRects([label frame], NSMakeRect(0, std::floor((32 - height) / 2 - 3.5), 140, 32)));
+  EXPECT_EQ([label alignment], NSTextAlignmentCenter);
+  EXPECT_TRUE([[label textColor] isEqual:[NSColor whiteColor]]);
+  NSRect moved = [label titleRectForBounds:NSMakeRect(3, 4, 50, height + 13)];
+  EXPECT_TRUE(NSEqualRects(moved, NSMakeRect(3, 3, 50, height + 13)));
+}

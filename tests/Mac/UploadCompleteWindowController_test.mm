@@ -1,0 +1,95 @@
+#import "UploadCompleteWindowController.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#import "Controls.h"
+#include "PluginResources.h"
+#include "WindowScript.h"
+#include "WorkflowState.h"
+
+using namespace window_test;
+
+namespace {
+
+int cleanups = 0;
+
+std::string Contents(const std::filesystem::path &file) {
+  std::stringstream text;
+  text << std::ifstream(file).rdbuf();
+  return text.str();
+}
+
+// The complete window, with an xdg-open of the test's own that notes what it is asked to open.
+class CompleteWindow : public testing::Test {
+ protected:
+  void SetUp() override {
+    UsePluginResources();
+    cleanups = 0;
+    g_pCleanupFunc = [] { ++cleanups; };
+    folder_ = std::filesystem::temp_directory_path() / "complete_window";
+    std::filesystem::create_directories(folder_);
+    opened_ = folder_ / "opened";
+    const std::filesystem::path program = folder_ / "xdg-open";
+    std::ofstream(program) << "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" << opened_.string() << "'\n";
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    path_ = getenv("PATH");
+    setenv("PATH", (folder_.string() + ":" + path_).c_str(), 1);
+  }
+
+  void TearDown() override {
+    setenv("PATH", path_.c_str(), 1);
+    std::filesystem::remove_all(folder_);
+  }
+
+  static void Run(NSString *link, const std::function<void(UploadCompleteWindowController *)> &act) {
+    @autoreleasepool {
+      UploadCompleteWindowController *controller = [[UploadCompleteWindowController alloc] initWithLink:link];
+      RunWithScript([controller] { [controller showWindow]; },
+                    [controller, &act](Script &actions) {
+                      actions.WaitFor("the complete window",
+                                      [controller] { return IsModal([controller uploadCompleteWindow]); });
+                      actions.OnMain([controller, &act] { act(controller); });
+                    });
+      EXPECT_FALSE([[controller uploadCompleteWindow] isVisible]);
+      [controller release];
+    }
+  }
+
+  std::filesystem::path folder_;
+  std::filesystem::path opened_;
+  std::string path_;
+};
+
+}  // namespace
+
+TEST_F(CompleteWindow, OpensTheLinkAndEndsTheExportOnce) {
+  Run(@"https://acme.orvane.localhost:48443/review/7?a=1&b=2", [](UploadCompleteWindowController *controller) {
+    TakePicture([controller uploadCompleteWindow], "complete");
+    Press([controller openOrvaneBtn]);
+    [[controller uploadCompleteWindow] performClose:nil];
+  });
+  EXPECT_EQ(cleanups, 1);
+  EXPECT_TRUE(SpinUntil([this] { return Contents(opened_) == "https://acme.orvane.localhost:48443/review/7?a=1&b=2\n"; }));
+}
+
+TEST_F(CompleteWindow, ClosingOpensNothing) {
+  Run(@"https://acme.orvane.localhost:48443/review/7", [](UploadCompleteWindowController *controller) {
+    [[controller uploadCompleteWindow] performClose:nil];
+  });
+  EXPECT_EQ(cleanups, 1);
+  EXPECT_FALSE(std::filesystem::exists(opened_));
+}
+
+// A link comes from the service: it must not start another program than the browser, and may be missing.
+TEST_F(CompleteWindow, OpensOnlyAddressesOfTheWeb) {
+  for (NSString *link : {(NSString *)@"file:///etc/passwd", (NSString *)@"no address at all", (NSString *)nil}) {
+    Run(link, [](UploadCompleteWindowController *controller) { Press([controller openOrvaneBtn]); });
+  }
+  EXPECT_EQ(cleanups, 3);
+  EXPECT_FALSE(std::filesystem::exists(opened_));
+}

@@ -1,0 +1,137 @@
+#import "UploadStatusWindowController.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#import "Controls.h"
+#include "ExportLifetime.h"
+#include "MultipartForm.h"
+#include "PluginResources.h"
+#include "ScriptedApi.h"
+#include "WindowScript.h"
+#include "WorkflowState.h"
+
+using namespace window_test;
+
+namespace {
+
+int cleanups = 0;
+std::string completed_link;
+std::atomic<int> progress_calls(0);
+UploadStatusWindowController *status_controller = nil;
+
+// The progress window on a scripted service, with a file to upload.
+class StatusWindow : public testing::Test {
+ protected:
+  void SetUp() override {
+    UsePluginResources();
+    file_ = std::filesystem::temp_directory_path() / "VorrelExport_test.mp4";
+    std::ofstream(file_, std::ios::binary) << std::string(300000, 'x');
+    g_fpath = file_.string();
+    g_prj = "1";
+    g_fld = "11";
+    g_title = "Title";
+    g_desc = "";
+    g_tags = {"b", "a"};
+    cleanups = 0;
+    completed_link = "none";
+    progress_calls = 0;
+    g_pCleanupFunc = [] { ++cleanups; };
+    g_pCompleteFunc = [](std::string link) { completed_link = link; };
+    g_pUpdFunc = [](double total, double now) {
+      ++progress_calls;
+      [status_controller updateProgressBarWithTotal:total now:now];
+    };
+    ASSERT_EQ(client_.login("acme", "editor", "secret"), "success");
+    status_controller = [[UploadStatusWindowController alloc] initWithProjectsApiPointer:&client_];
+  }
+
+  void TearDown() override {
+    [status_controller release];
+    status_controller = nil;
+    std::filesystem::remove(file_);
+  }
+
+  static bool UploadHasEnded() { return !ExportLifetime::UploadIsRunning(); }
+
+  ScriptedApi api_;
+  OrvaneProjectsAPI client_;
+  std::filesystem::path file_;
+};
+
+}  // namespace
+
+TEST_F(StatusWindow, UploadsDeletesTheFileAndHandsTheLinkOn) {
+  [status_controller showWindow];
+  EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);
+  EXPECT_EQ([[status_controller uploadStatusWindow] level], NSFloatingWindowLevel);
+  EXPECT_FALSE([status_controller windowShouldClose:nil]);
+  ASSERT_TRUE(SpinUntil([] { return completed_link != "none"; }));
+  EXPECT_EQ(completed_link, "https://acme.orvane.localhost/review/7");
+  EXPECT_FALSE([[status_controller uploadStatusWindow] isVisible]);
+  EXPECT_FALSE(std::filesystem::exists(file_));
+  EXPECT_EQ(cleanups, 0);
+  EXPECT_GT(progress_calls, 1);
+
+  auto uploads = api_.RequestsFor(std::string(ScriptedApi::kUpload) + "1");
+  ASSERT_EQ(uploads.size(), 1u);
+  std::string names;
+  for (const auto &part : orvane_test::ParseMultipartForm(uploads[0])) names += part.name + " ";
+  EXPECT_EQ(names, "Filedata auth_token auth_key folder_id title tags_array[] tags_array[] ");
+}
+
+// Each of these answers leaves the file and the window, and says what the service said.
+TEST_F(StatusWindow, ARefusalLeavesFileAndWindow) {
+  const std::pair<std::string, std::string> cases[] = {
+      {ScriptedApi::Refusal("The folder is full."), "The folder is full."},
+      {"<html>no JSON</html>", ""},
+      {R"({"root":{"status":1,"message":5}})", "5"},
+      {"\xff\xfe", ""},
+  };
+  for (const auto &[answer, message] : cases) {
+    api_.Answer(std::string(ScriptedApi::kUpload) + "1", answer);
+    std::string texts;
+    RunWithScript([] { [status_controller showWindow]; SpinUntil([] { return UploadHasEnded() && !AlertPanel(); }); },
+                  [&texts](Script &actions) {
+                    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+                    actions.OnMain([&texts] {
+                      texts = AlertTexts();
+                      TakePicture(AlertPanel(), "alert-upload");
+                      DismissAlert();
+                    });
+                  });
+    EXPECT_EQ(texts, "There was an error uploading to Orvane.\nThe system returned this message: \"" + message +
+                         "\"\n");
+    EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);
+    EXPECT_TRUE([status_controller windowShouldClose:nil]);
+    EXPECT_TRUE(std::filesystem::exists(file_));
+  }
+  EXPECT_EQ(completed_link, "none");
+  EXPECT_EQ(cleanups, 0);
+}
+
+TEST_F(StatusWindow, ShowsTheNewestProgressFromAnyThread) {
+  [status_controller updateProgressBarWithTotal:0 now:0];  // the size is not known yet
+  EXPECT_EQ([[status_controller progressBar] maxValue], 100);
+  [status_controller updateProgressBarWithTotal:200 now:50];
+  EXPECT_EQ([[status_controller progressBar] maxValue], 200);
+  EXPECT_EQ([[status_controller progressBar] doubleValue], 50);
+  EXPECT_FALSE([[status_controller progressBar] isHidden]);
+  EXPECT_FALSE([[status_controller progressBar] isIndeterminate]);
+
+  std::thread uploader([] {
+    for (int i = 0; i <= 20000; ++i) [status_controller updateProgressBarWithTotal:45e6 now:45e6 * i / 20000];
+  });
+  uploader.join();
+  EXPECT_TRUE(SpinUntil([] { return [[status_controller progressBar] doubleValue] == 45e6; }));
+  EXPECT_STREQ([[[status_controller uploadLabel] stringValue] UTF8String],
+               "Uploading to Orvane: 45.0 MB of 45.0 MB (100 %)");
+  [status_controller updateProgressBarWithTotal:45e6 now:17.3e6];
+  [[status_controller uploadStatusWindow] makeKeyAndOrderFront:nil];
+  TakePicture([status_controller uploadStatusWindow], "progress");
+  [[status_controller uploadStatusWindow] orderOut:nil];
+}
