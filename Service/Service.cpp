@@ -139,11 +139,16 @@ void Service::AddPageHandlers() {
 
 void Service::AddBodyLimit() {
   server_.set_pre_routing_handler([](const Request& request, Response& response) {
+    const bool unlimited = request.has_header("Transfer-Encoding");
     const bool too_long = request.get_header_value<uint64_t>("Content-Length") > kMaxSmallBody;
-    if (IsUpload(request) || !(too_long || request.has_header("Transfer-Encoding"))) {
+    if (request.has_header("Content-Encoding")) {
+      // A few bytes could unpack to any size.
+      AnswerRefusal(response, {415, "Compressed requests are not accepted."});
+    } else if (!IsUpload(request) && (unlimited || too_long)) {
+      AnswerRefusal(response, {413, "The request is too large."});
+    } else {
       return httplib::Server::HandlerResponse::Unhandled;
     }
-    AnswerRefusal(response, {413, "The request is too large."});
     return httplib::Server::HandlerResponse::Handled;
   });
 }
