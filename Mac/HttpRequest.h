@@ -32,8 +32,7 @@ class HttpRequest {
   /// The transfers behind the three operations. The body goes to out; timeout is in seconds, 0 for none. Each returns
   /// the result of the last libcurl call it made.
   static CURLcode curl_read(const std::string& url, std::ostream& out, long timeout);
-  static CURLcode curl_read_with_post(const std::string& url, std::ostream& out, const std::string& body,
-                                      long timeout);
+  static CURLcode curl_read_with_post(const std::string& url, std::ostream& out, const std::string& body, long timeout);
   static CURLcode curl_upload(const std::string& url, std::ostream& out, const std::string& filePath,
                               const std::string& authToken, const std::string& authKey, const std::string& folderId,
                               long timeout);

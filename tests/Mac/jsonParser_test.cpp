@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
 #include <random>
 #include <stdexcept>
@@ -262,6 +263,39 @@ TEST(JsonParser, AgreesWithTheReferenceOnRandomTexts) {
   EXPECT_GT(parsed, 10000);
   EXPECT_GT(refused, 10000);
   EXPECT_GT(thrown, 1000);
+}
+
+std::string Repeated(const std::string& piece, size_t count) {
+  std::string text;
+  text.reserve(piece.size() * count);
+  for (; count != 0; --count) text += piece;
+  return text;
+}
+
+TEST(JsonParser, TakesTimeInProportionToTheText) {
+  constexpr size_t kCount = 200000;
+  // Each of these invites a parser to look at the rest of the text again for every piece.
+  const std::string texts[] = {
+      "[" + Repeated("\"a\" ", kCount) + "{}]",
+      "[" + Repeated("[],", kCount) + "]",
+      "[" + Repeated("1 ,", kCount) + Repeated(" ", kCount) + "]",
+      "[\"" + Repeated("\\\\", kCount) + "\"]",
+      "{" + Repeated("\"a\":{\"a\":1},", kCount) + "}",
+      Repeated("[", kCount) + "}" + Repeated("]", kCount),
+      "[" + Repeated("[}", kCount) + "]",
+      Repeated("{\"a\":[", kCount) + "\"x" + Repeated("]}", kCount),
+      Repeated("{\"a\":", kCount) + "x" + Repeated("}", kCount),
+  };
+  // Far more than a sanitizer needs, and far less than time that grows with the square of the text.
+  constexpr std::chrono::seconds kDeadline(60);
+  for (const std::string& text : texts) {
+    const auto begin = std::chrono::steady_clock::now();
+    try {
+      Deserialize(text);
+    } catch (const std::out_of_range&) {
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, kDeadline) << text.substr(0, 20);
+  }
 }
 
 TEST(JsonParser, DepthDoesNotUseUpTheStack) {

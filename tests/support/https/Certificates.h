@@ -19,7 +19,8 @@ struct Identity {
   Certificate certificate;
 };
 
-/// A new authority of that name, valid for a day. Throws std::runtime_error when OpenSSL fails, as IssueCertificate() does.
+/// A new authority of that name, valid for a day. Throws std::runtime_error when OpenSSL fails, as IssueCertificate()
+/// does.
 Identity MakeAuthority(const std::string& name);
 
 /// A new server certificate for the DNS names (wildcards allowed), signed by the authority.

@@ -40,6 +40,12 @@ extern "C" CURLcode curl_easy_perform(CURL* handle) {
   return result;
 }
 
+/// Read by the leak sanitizer. A handle that is reset forgets the list of cookie files, which it had allocated: 17
+/// bytes for every transfer.
+extern "C" __attribute__((weak)) const char* __lsan_default_suppressions() {
+  return "leak:libcurl.so\n";
+}
+
 namespace orvane_test {
 
 TransferRedirect::TransferRedirect(const HttpsServer& server) {
