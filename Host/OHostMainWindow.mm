@@ -120,6 +120,7 @@ NSString *DurationText(double seconds) {
       NSMakeRect(kMargin, bottom, kWidth - 2 * kMargin, kHeight - 2 * kMargin - OHostPictureHeight - bottom);
   NSScrollView *scroll = [[[NSScrollView alloc] initWithFrame:frame] autorelease];
   [scroll setHasVerticalScroller:YES];
+  [scroll setAutohidesScrollers:YES];
   [scroll setBorderType:NSBezelBorder];
   const NSSize size = [scroll contentSize];
   _log = [[[NSTextView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)] autorelease];

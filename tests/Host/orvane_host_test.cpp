@@ -83,24 +83,97 @@ TEST_F(OrvaneHost, WrongOptionsAreToldAndEndIt) {
   EXPECT_TRUE(Contains(help.output, "--connect-port N"));
 }
 
-// SIGTERM while FFmpeg works for an hour: the render is cancelled, shut-down is called, nothing is left behind.
-TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
-  ChildProcess host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE, "--seconds", "3600", "--export"});
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(40);
-  std::string output;
-  std::string errors;
-  bool terminated = false;
-  while (host.Read(50, output, errors)) {
-    ASSERT_LT(std::chrono::steady_clock::now(), deadline) << output << errors;
-    if (!terminated && folder_.Count() == 1) {
-      host.Signal(SIGTERM);
-      terminated = true;
+// The program while it runs. Everything it waits for must come within 40 seconds.
+class RunningHost {
+ public:
+  explicit RunningHost(std::vector<std::string> options) : process_(Command(options)) {}
+
+  // Runs check between reading the output until it holds; fails when the program ends before.
+  template <class Check>
+  void Until(const char* what, Check check) {
+    while (!check()) {
+      ASSERT_LT(std::chrono::steady_clock::now(), deadline_) << what << "\n" << output << errors;
+      ASSERT_TRUE(process_.Read(50, output, errors)) << "ended before: " << what << "\n" << output << errors;
     }
   }
-  EXPECT_TRUE(terminated);
-  EXPECT_EQ(host.Wait(), 4) << errors;
-  EXPECT_TRUE(Contains(output, "orvane-host: export answered 2\norvane-host: done\n")) << output;
+
+  // The exit status.
+  int End() {
+    while (process_.Read(50, output, errors)) {
+      if (std::chrono::steady_clock::now() < deadline_) continue;
+      ADD_FAILURE() << "it does not end\n" << output << errors;
+      process_.Signal(SIGKILL);
+    }
+    return process_.Wait();
+  }
+
+  void Terminate() { process_.Signal(SIGTERM); }
+
+  std::string output;
+  std::string errors;
+
+ private:
+  static std::vector<std::string> Command(std::vector<std::string> options) {
+    options.insert(options.begin(), {ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE});
+    return options;
+  }
+
+  ChildProcess process_;
+  std::chrono::steady_clock::time_point deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(40);
+};
+
+// The number of the window with that title, or an empty string.
+std::string FindWindow(const std::string& title) {
+  const std::string found = RunChild({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$"}).output;
+  return found.substr(0, found.find('\n'));
+}
+
+// Drags from File over Export to the plug-in's item; the pauses are those of a quick hand.
+void ChooseExport(const std::string& window) {
+  std::vector<std::string> command{"xdotool"};
+  const auto move = [&](const char* x, const char* y) {
+    command.insert(command.end(), {"mousemove", "--window", window, x, y, "sleep", "0.15"});
+  };
+  move("114", "10");
+  command.insert(command.end(), {"mousedown", "1", "sleep", "0.2"});
+  for (const char* x : {"126", "128", "208", "210"}) move(x, "30");
+  command.insert(command.end(), {"mouseup", "1"});
+  RunChild(command);
+}
+
+// SIGTERM while FFmpeg works for an hour: the render is cancelled, shut-down is called, nothing is left behind.
+TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
+  RunningHost host({"--seconds", "3600", "--export"});
+  ASSERT_NO_FATAL_FAILURE(host.Until("a partial file", [this] { return folder_.Count() == 1; }));
+  host.Terminate();
+  EXPECT_EQ(host.End(), 4) << host.errors;
+  EXPECT_TRUE(Contains(host.output, "orvane-host: export answered 2\norvane-host: done\n")) << host.output;
   EXPECT_EQ(folder_.Count(), 0U);
+}
+
+TEST_F(OrvaneHost, MenuExportsCancelStopsAndClosingEnds) {
+  RunningHost host({"--seconds", "3600"});
+  ASSERT_NO_FATAL_FAILURE(host.Until("the main window", [] { return !FindWindow("Orvane Host").empty(); }));
+  ASSERT_NO_FATAL_FAILURE(host.Until("the render's window", [] {
+    ChooseExport(FindWindow("Orvane Host"));
+    return !FindWindow("Rendering").empty();
+  }));
+  ASSERT_NO_FATAL_FAILURE(host.Until("a partial file", [this] { return folder_.Count() == 1; }));
+  RunChild({"xdotool", "key", "Escape"});
+  ASSERT_NO_FATAL_FAILURE(host.Until("the answer", [&] { return Contains(host.output, "export answered 2\n"); }));
+  EXPECT_EQ(folder_.Count(), 0U);
+  EXPECT_EQ(FindWindow("Rendering"), "");
+  RunChild({"wmctrl", "-c", "Orvane Host"});
+  EXPECT_EQ(host.End(), 4) << host.errors;
+  EXPECT_TRUE(Contains(host.output, "orvane-host: done\n")) << host.output;
+}
+
+TEST_F(OrvaneHost, ClosedWithoutAnExportIsNoFailure) {
+  RunningHost host({});
+  ASSERT_NO_FATAL_FAILURE(host.Until("the main window", [] { return !FindWindow("Orvane Host").empty(); }));
+  RunChild({"wmctrl", "-c", "Orvane Host"});
+  EXPECT_EQ(host.End(), 0) << host.errors;
+  EXPECT_TRUE(Contains(host.output, "orvane-host: done\n")) << host.output;
 }
 
 }  // namespace
