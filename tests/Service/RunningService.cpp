@@ -77,8 +77,8 @@ void RunningService::ExpectNothingStored() const {
 void RunningService::ExpectRefused(const Reply& reply, long status) const {
   EXPECT_EQ(reply.status, status);
   const nlohmann::json root = reply.Root();
-  EXPECT_EQ(root["status"], "error");
-  EXPECT_NE(root["message"], "");
-  EXPECT_EQ(root["payload"], nlohmann::json::array());
+  EXPECT_EQ(root.value("status", ""), "error") << root;
+  EXPECT_NE(root.value("message", ""), "") << root;
+  EXPECT_EQ(root.value("payload", nlohmann::json()), nlohmann::json::array()) << root;
   ExpectNothingStored();
 }
