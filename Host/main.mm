@@ -4,6 +4,8 @@
 #import "OHostApplication.h"
 #import "OHostController.h"
 
+#include <cstdlib>
+
 #include "Console.h"
 #include "ExitStatus.h"
 #include "LocalTrust.h"
@@ -35,6 +37,11 @@ int main(int argc, char **argv, char **environment) {
   if (!options) return status;
   const auto sequence = orvane_host::OpenSequence(*options);
   if (!sequence) return static_cast<int>(orvane_host::ExitStatus::kUsage);
+  const char *display = getenv("DISPLAY");
+  if (!display || !*display) {
+    orvane_host::Complain("there is no display to open windows on; set DISPLAY");
+    return static_cast<int>(orvane_host::ExitStatus::kUsage);
+  }
   orvane_host::SetTrustedAuthority(options->authority);
   orvane_host::SetConnectPort(options->connect_port);
 

@@ -78,6 +78,9 @@ TEST_F(OrvaneHost, WrongOptionsAreToldAndEndIt) {
     EXPECT_EQ(result.status, 2) << options.back();
     EXPECT_TRUE(Contains(result.errors, "--help")) << result.errors;
   }
+  const ChildResult blind = RunChild({"env", "-u", "DISPLAY", ORVANE_HOST_PROGRAM});
+  EXPECT_EQ(blind.status, 2);
+  EXPECT_TRUE(Contains(blind.errors, "DISPLAY")) << blind.errors;
   const ChildResult help = Run({"--help"});
   EXPECT_EQ(help.status, 0);
   EXPECT_TRUE(Contains(help.output, "--connect-port N"));
