@@ -28,3 +28,14 @@ add_executable(ExportControllerTime_test ExportControllerTime_test.cpp
 target_include_directories(ExportControllerTime_test PRIVATE "${PROJECT_SOURCE_DIR}/Mac")
 target_link_libraries(ExportControllerTime_test PRIVATE premiere_sdk orvane_warnings GTest::gtest_main)
 gtest_discover_tests(ExportControllerTime_test)
+
+# The module itself, loaded as the host loads it.
+orvane_add_window_test(ExportController_test ExportController_test.mm PluginRun.mm LIBRARIES
+  orvane_host_core orvane_local_trust orvane_service_core gnustep_blocks PkgConfig::LIBSECRET)
+target_compile_definitions(ExportController_test PRIVATE ORVANE_BUNDLE_PATH="${ORVANE_BUNDLE}")
+target_include_directories(ExportController_test PRIVATE "${PROJECT_SOURCE_DIR}/Mac")
+add_dependencies(ExportController_test orvane_bundle)
+set_tests_properties(ExportController_test PROPERTIES RESOURCE_LOCK installed_presets TIMEOUT 600)
+
+add_test(NAME exported_symbols
+         COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/exported_symbols_test" "${ORVANE_BUNDLE}/Contents/MacOS/Orvane")

@@ -15,7 +15,8 @@ struct ScriptFailure {
 /// two events, whether the main thread is in the main loop or in a modal one.
 class Script {
  public:
-  /// Runs the work on the main thread and waits for it. The work must not open a modal window.
+  /// Runs the work on the main thread and waits for it. The work must not open a modal window: after ten seconds
+  /// ScriptFailure is thrown.
   void OnMain(const std::function<void()>& work);
 
   /// Runs the work on the main thread and does not wait: for clicks that open modal windows.

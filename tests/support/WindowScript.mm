@@ -118,7 +118,8 @@ void AbandonModalLoops(const std::atomic<bool> &body_ended) {
 void Script::OnMain(const std::function<void()> &work) {
   std::shared_ptr<Work> queued = Enqueue(work);
   std::unique_lock<std::mutex> lock(work_mutex);
-  work_done.wait(lock, [&queued] { return queued->done; });
+  if (work_done.wait_for(lock, kDeadline, [&queued] { return queued->done; })) return;
+  throw ScriptFailure{"work on the main thread to end; it opened a modal window?"};
 }
 
 void Script::Post(std::function<void()> work) { Enqueue(std::move(work)); }

@@ -1,0 +1,298 @@
+// The built module, loaded by the host through its entry point.
+#include "ExportController.h"
+
+#include <dlfcn.h>
+#include <malloc.h>
+
+#include <atomic>
+#include <cstring>
+#include <filesystem>
+
+#import "Controls.h"
+#include "HttpsServer.h"
+#include "LocalTrust.h"
+#include "PluginRun.h"
+
+using namespace window_test;
+
+namespace {
+
+class ExportController : public PluginRun {
+ protected:
+  static ExportControllerEntryFunc Entry() {
+    void *module = dlopen(ORVANE_BUNDLE_PATH "/Contents/MacOS/Orvane", RTLD_NOW | RTLD_NOLOAD);
+    return reinterpret_cast<ExportControllerEntryFunc>(dlsym(module, "xExportControllerEntry"));
+  }
+
+  // How often the plug-in has cleaned up since CaptureStderr was called.
+  static int CapturedCleanups() {
+    const std::string log = testing::internal::GetCapturedStderr();
+    int count = 0;
+    for (size_t at = 0; (at = log.find("[orvanevorrel: clearing variables]", at)) != std::string::npos; ++at) ++count;
+    return count;
+  }
+};
+
+size_t OpenFiles() {
+  const std::filesystem::directory_iterator entries("/proc/self/fd");
+  return static_cast<size_t>(std::distance(begin(entries), end(entries)));
+}
+
+constexpr prUTF16Char kGuard = 0x5a5a;
+
+}  // namespace
+
+TEST_F(ExportController, KnowsItsSelectorsAlone) {
+  for (int selector : {-1, 2, 3, 4, 5, 6, 8, 100}) EXPECT_EQ(Entry()(selector, nullptr, nullptr), -100) << selector;
+  // Without a basic suite nothing is acquired or released.
+  ecStdParms parameters = {1, nullptr};
+  struct {
+    ExportControllerInitRec record;
+    prUTF16Char guard[4];
+  } init = {};
+  std::fill(std::begin(init.record.displayName) + 6, std::end(init.record.displayName), kGuard);
+  EXPECT_EQ(Entry()(7, &parameters, nullptr), 0);
+  EXPECT_EQ(Entry()(0, &parameters, &init.record), 0);
+  EXPECT_EQ(memcmp(init.record.displayName, u"Orvane", 6 * sizeof(prUTF16Char)), 0);
+  EXPECT_EQ(init.record.displayName[6], kGuard);
+  EXPECT_EQ(host_->DisplayName(), "Orvane");
+}
+
+TEST_F(ExportController, ExportsUploadsAndDeletesTheTemporaryFile) {
+  testing::internal::CaptureStderr();
+  const csSDK_int32 answer = Export([](Script &actions) {
+    LogIn(actions, kPassword, true);
+    ChooseAndUpload(actions);
+    CloseComplete(actions);
+  });
+  EXPECT_EQ(CapturedCleanups(), 1);
+  EXPECT_EQ(answer, 0);
+  ASSERT_EQ(host_->RenderedFiles().size(), 1u);
+  EXPECT_EQ(StoredDigests(), std::vector<std::string>{host_->RenderedFiles()[0].sha256});
+  EXPECT_EQ(TemporaryFiles(), std::vector<std::string>{});
+  EXPECT_TRUE(LoginIsSaved());
+  EXPECT_TRUE(host_->Events().empty());
+
+  // The next export of the same process needs no login window.
+  EXPECT_EQ(Export([](Script &actions) {
+              ChooseAndUpload(actions);
+              CloseComplete(actions);
+            }),
+            0);
+  EXPECT_EQ(StoredDigests().size(), 2u);
+}
+
+TEST_F(ExportController, EveryWayOutCleansUpOnce) {
+  SaveLogin("a password that has changed");
+  testing::internal::CaptureStderr();
+  std::string alert;
+  EXPECT_EQ(Export([&alert](Script &actions) {
+              alert = DismissAlertWhenItComes(actions);
+              CloseWindow(actions, @"Orvane: Log In");
+            }),
+            0);
+  EXPECT_EQ(CapturedCleanups(), 1);
+  EXPECT_EQ(alert, "Error\nThe saved Orvane username and/or password is invalid. Please log in again.\n");
+  EXPECT_FALSE(LoginIsSaved());
+
+  SaveLogin();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Export([](Script &actions) { CloseWindow(actions, @"Orvane: Upload"); }), 0);
+  EXPECT_EQ(CapturedCleanups(), 1);
+  EXPECT_TRUE(LoginIsSaved());
+
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Export([](Script &actions) {
+              actions.WaitFor("the upload window", [] { return IsModal(WindowTitled(@"Orvane: Upload")); });
+              actions.OnMain([] { Press(ButtonTitled(WindowTitled(@"Orvane: Upload"), @"Log Out")); });
+            }),
+            0);
+  EXPECT_EQ(CapturedCleanups(), 1);
+  EXPECT_FALSE(LoginIsSaved());
+  EXPECT_EQ(host_->Outcome(), orvane_host::ExitStatus::kUserCancelled);
+  EXPECT_TRUE(host_->RenderedFiles().empty());
+}
+
+TEST_F(ExportController, ChoosesThePresetByTheFrameSize) {
+  const struct {
+    int width, height;
+    const char *preset;
+  } cases[] = {{1920, 1080, "HIGH"}, {1919, 1080, "MEDIUM"}, {1280, 720, "MEDIUM"}, {1279, 1279, "LOW"},
+               {720, 1920, "HIGH"},  {720, 1280, "MEDIUM"}};
+  SaveLogin();
+  for (const auto &item : cases) {
+    UseSequence(item.width, item.height);
+    host_->SetRenderFault(orvane_host::RenderFault::kCancel);
+    testing::internal::CaptureStderr();
+    const csSDK_int32 answer = Export([](Script &actions) {
+      ChooseAndUpload(actions);
+      // A cancelled render leaves no file; the upload is tried all the same.
+      DismissAlertWhenItComes(actions);
+    });
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_NE(answer, 0);
+    EXPECT_NE(log.find(std::string("[orvanevorrel: selected ") + item.preset + " preset]"), std::string::npos)
+        << item.width << " x " << item.height;
+    EXPECT_NE(log.find("[orvanevorrel: Sequence frame size is " + std::to_string(item.width) + " x " +
+                       std::to_string(item.height) + "]\n"),
+              std::string::npos);
+  }
+}
+
+TEST_F(ExportController, ARefusedUploadKeepsTheFileAndTheNextExportWorks) {
+  SaveLogin();
+  options_.refuse_uploads = "The disk is full.";
+  StartService();
+  std::string alert;
+  EXPECT_EQ(Export([&alert](Script &actions) {
+              ChooseAndUpload(actions);
+              alert = DismissAlertWhenItComes(actions);
+            }),
+            0);
+  EXPECT_EQ(alert,
+            "There was an error uploading to Orvane.\nThe system returned this message: \"The disk is full.\"\n");
+  EXPECT_NE(WindowTitled(@"Orvane: Uploading"), nil);
+  EXPECT_EQ(TemporaryFiles().size(), 1u);
+  EXPECT_TRUE(StoredDigests().empty());
+
+  options_.refuse_uploads.reset();
+  StartService();
+  EXPECT_EQ(Export([](Script &actions) {
+              ChooseAndUpload(actions);
+              actions.WaitFor("the old progress window to go", [] {
+                return IsModal(WindowTitled(@"Orvane: Upload Complete")) && !WindowTitled(@"Orvane: Uploading");
+              });
+              CloseComplete(actions);
+            }),
+            0);
+  EXPECT_EQ(StoredDigests().size(), 1u);
+}
+
+// A hotel's network answers every request with a page of its own.
+TEST_F(ExportController, ACaptivePortalEndsTheExportAndSparesTheSavedLogin) {
+  orvane_test::HttpsServer portal;
+  portal.RouteOthers([](const orvane_test::Request &) { return orvane_test::TextResponse("<html>Welcome</html>"); });
+  orvane_host::SetTrustedAuthority(orvane_test::HttpsServer::AuthorityFile());
+  orvane_host::SetConnectPort(portal.port());
+  SaveLogin();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Export([](Script &) {}), -1);
+  EXPECT_EQ(CapturedCleanups(), 1);
+  ASSERT_EQ(host_->Events().size(), 1u);
+  EXPECT_EQ(host_->Events()[0].type, 3u);
+  EXPECT_NE(host_->Events()[0].text.find("json mValueType==ObjectVal required"), std::string::npos);
+  EXPECT_TRUE(LoginIsSaved());
+
+  ForgetLogin();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Export([](Script &actions) { LogIn(actions); }), -1);
+  EXPECT_EQ(CapturedCleanups(), 1);
+  EXPECT_EQ(host_->Events().size(), 2u);
+  EXPECT_EQ([NSApp modalWindow], nil);
+  EXPECT_EQ(WindowTitled(@"Orvane: Log In"), nil);
+
+  StartService();
+  EXPECT_EQ(Export([](Script &actions) {
+              LogIn(actions);
+              ChooseAndUpload(actions);
+              CloseComplete(actions);
+            }),
+            0);
+}
+
+TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
+  std::atomic<bool> answer_upload(false);
+  orvane_test::HttpsServer slow;
+  slow.Route("/api/prjacc/prjacc", [](const orvane_test::Request &request) {
+    return orvane_test::TextResponse(
+        request.method == "GET" ? R"({"root":{"status":"success","apiver":"3","auth_key":"k"}})"
+                                : R"({"root":{"status":"success","payload":{"token":"t"}}})");
+  });
+  slow.Route("/api/prjacc/get_project_list",
+             orvane_test::TextResponse(
+                 R"({"root":{"payload":[{"id":"1","project_name":"東京ドキュメンタリー"}]}})"));
+  slow.Route("/api/prjacc/get_folders/1",
+             orvane_test::TextResponse(R"({"root":{"payload":[{"id":"2","name":"      最終版 🎬","sub_folders":0}]}})"));
+  slow.Route("/api/prjacc/upload_file/1", [&answer_upload](const orvane_test::Request &) {
+    while (!answer_upload) std::this_thread::yield();
+    return orvane_test::TextResponse(R"({"root":{"status":"success","payload":{"link":"https://x.test/"}}})");
+  });
+  orvane_host::SetTrustedAuthority(orvane_test::HttpsServer::AuthorityFile());
+  orvane_host::SetConnectPort(slow.port());
+  SaveLogin();
+  csSDK_int32 second = 0;
+  EXPECT_EQ(Export([this, &second, &answer_upload](Script &actions) {
+              ChooseAndUpload(actions);
+              actions.WaitFor("the progress window", [this] {
+                return WindowTitled(@"Orvane: Uploading") != nil && !host_->InCall();
+              });
+              actions.OnMain([this, &second] { second = host_->ExportTimeline(); });
+              answer_upload = true;
+              CloseComplete(actions);
+            }),
+            0);
+  EXPECT_EQ(second, -1);
+  ASSERT_EQ(host_->Events().size(), 1u);
+  EXPECT_EQ(host_->Events()[0].type, 2u);
+}
+
+TEST_F(ExportController, ReportsAMissingPresetOfTheChosenSize) {
+  const std::filesystem::path preset =
+      "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel/Orvane_low.epr";
+  const std::filesystem::path hidden = preset.string() + ".hidden-by-test";
+  std::error_code error;
+  std::filesystem::rename(preset, hidden, error);
+  if (error) GTEST_SKIP() << "the installed presets cannot be moved: " << error.message();
+  SaveLogin();
+  csSDK_int32 answer = Export([](Script &actions) {
+    ChooseAndUpload(actions);
+    DismissAlertWhenItComes(actions);
+  });
+  std::filesystem::rename(hidden, preset);
+  EXPECT_EQ(answer, -1);
+  ASSERT_EQ(host_->Events().size(), 1u);
+  EXPECT_EQ(host_->Events()[0].title, "SDK Export Controller error");
+  EXPECT_EQ(host_->Events()[0].text, "No preset found.  Export cancelled.");
+}
+
+TEST_F(ExportController, SaysThatThePresetsAreMissing) {
+  const std::filesystem::path preset =
+      "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel/Orvane.epr";
+  const std::filesystem::path hidden = preset.string() + ".hidden-by-test";
+  std::error_code error;
+  std::filesystem::rename(preset, hidden, error);
+  if (error) GTEST_SKIP() << "the installed presets cannot be moved: " << error.message();
+  std::string alert;
+  testing::internal::CaptureStderr();
+  csSDK_int32 answer = Export([&alert](Script &actions) { alert = DismissAlertWhenItComes(actions); });
+  const int cleanups = CapturedCleanups();
+  std::filesystem::rename(hidden, preset);
+  EXPECT_EQ(answer, 0);
+  EXPECT_EQ(cleanups, 1);
+  EXPECT_EQ(alert,
+            "The Orvane encoding configuration is missing. Orvane Vorrel will not function without this file.\n"
+            "The plugin may not have installed correctly. Try uninstalling and re-installing it.\n\n('Orvane.epr' not "
+            "found in '/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel')\n");
+}
+
+TEST_F(ExportController, MemoryAndHandlesStayLevelOverTwentyExports) {
+  SaveLogin();
+  const auto export_once = [this] {
+    ASSERT_EQ(Export([](Script &actions) {
+                ChooseAndUpload(actions);
+                CloseComplete(actions);
+              }),
+              0);
+  };
+  for (int i = 0; i < 3; ++i) export_once();
+  const size_t files = OpenFiles();
+  const size_t memory = mallinfo2().uordblks;
+  for (int i = 0; i < 20; ++i) export_once();
+  EXPECT_LE(OpenFiles(), files + 1);
+  const double growth = (static_cast<double>(mallinfo2().uordblks) - static_cast<double>(memory)) / 20 / 1024;
+  RecordProperty("kib_per_export", std::to_string(growth));
+  printf("growth: %.1f KiB an export\n", growth);
+#ifndef __SANITIZE_ADDRESS__
+  EXPECT_LT(growth, 64);
+#endif
+}

@@ -1,0 +1,59 @@
+// The built plug-in in a host and against a service in this process.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "HostSession.h"
+#include "Service.h"
+#include "WindowScript.h"
+
+namespace window_test {
+
+/// A host session with the built bundle loaded and started, a service with the demo data on a free port, and a
+/// temporary-items folder of its own. The sequence is small and lasts half a second.
+class PluginRun : public testing::Test {
+ protected:
+  static constexpr const char* kPassword = "let-me-in";
+
+  void SetUp() override;
+  void TearDown() override;
+
+  /// Restarts the service with the options as they now are.
+  void StartService();
+
+  /// Starts another host session for a sequence of that size.
+  void UseSequence(int width, int height);
+
+  /// Exports while the script acts. Returns what the plug-in answered. The body ends when no plug-in window is left, or
+  /// when the script is through and only the progress window of a failed upload is.
+  csSDK_int32 Export(const std::function<void(Script&)>& script);
+
+  /// Script steps. Each waits for its window.
+  static void LogIn(Script& actions, const char* password = kPassword, bool remember = false);
+  static void ChooseAndUpload(Script& actions, NSString* title = @"Scene 12");
+  static void CloseComplete(Script& actions);
+  static void CloseWindow(Script& actions, NSString* title);
+  static std::string DismissAlertWhenItComes(Script& actions);
+
+  /// Saves the login as "Remember me" does, or deletes it.
+  static void SaveLogin(const char* password = kPassword);
+  static void ForgetLogin();
+  static bool LoginIsSaved();
+
+  /// Files in the temporary-items folder, and files that the service has stored, with their SHA-256.
+  std::vector<std::string> TemporaryFiles() const;
+  std::vector<std::string> StoredDigests() const;
+
+  std::filesystem::path folder_;
+  orvane_service::ServiceOptions options_;
+  std::unique_ptr<orvane_service::Service> service_;
+  std::unique_ptr<orvane_host::HostSession> host_;
+};
+
+}  // namespace window_test

@@ -1,0 +1,192 @@
+#include "PluginRun.h"
+
+#include <openssl/sha.h>
+#include <libsecret/secret.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#import "Controls.h"
+#include "LocalTrust.h"
+
+namespace window_test {
+
+namespace {
+
+NSString *const kLoginTitle = @"Orvane: Log In";
+NSString *const kUploadTitle = @"Orvane: Upload";
+NSString *const kProgressTitle = @"Orvane: Uploading";
+NSString *const kCompleteTitle = @"Orvane: Upload Complete";
+
+const SecretSchema kSavedLoginSchema = {"com.orvane.GenericPassword",
+                                        SECRET_SCHEMA_NONE,
+                                        {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING},
+                                         {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
+                                         {"synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN},
+                                         {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
+                                        0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+
+// The control that the window's controller knows under that name.
+id Control(NSString *windowTitle, NSString *name) {
+  return [static_cast<id>([WindowTitled(windowTitle) delegate]) valueForKey:name];
+}
+
+bool PluginWindowIsOpen() {
+  return WindowTitled(kLoginTitle) || WindowTitled(kUploadTitle) || WindowTitled(kProgressTitle) ||
+         WindowTitled(kCompleteTitle) || AlertPanel();
+}
+
+std::string Digest(const std::filesystem::path &file) {
+  std::stringstream content;
+  content << std::ifstream(file, std::ios::binary).rdbuf();
+  const std::string bytes = content.str();
+  unsigned char digest[SHA256_DIGEST_LENGTH];
+  SHA256(reinterpret_cast<const unsigned char *>(bytes.data()), bytes.size(), digest);
+  std::string text;
+  for (unsigned char byte : digest) {
+    char hex[3];
+    snprintf(hex, sizeof hex, "%02x", byte);
+    text += hex;
+  }
+  return text;
+}
+
+}  // namespace
+
+void PluginRun::SetUp() {
+  char pattern[] = "/tmp/orvane_plugin_XXXXXX";
+  folder_ = mkdtemp(pattern);
+  std::filesystem::create_directory(folder_ / "temporary");
+  setenv("TMPDIR", (folder_ / "temporary").c_str(), 1);
+  options_.data = folder_ / "service";
+  options_.port = 0;
+  options_.demo_password = kPassword;
+  StartService();
+  UseSequence(320, 180);
+  ForgetLogin();
+}
+
+void PluginRun::TearDown() {
+  if (host_) host_->Shutdown();
+  host_.reset();
+  orvane_host::SetConnectPort(0);
+  orvane_host::SetTrustedAuthority("");
+  service_.reset();
+  std::filesystem::remove_all(folder_);
+}
+
+void PluginRun::StartService() {
+  service_.reset();
+  service_ = std::make_unique<orvane_service::Service>(options_);
+  service_->Start();
+  orvane_host::SetTrustedAuthority(service_->AuthorityFile());
+  orvane_host::SetConnectPort(service_->Port());
+}
+
+void PluginRun::UseSequence(int width, int height) {
+  if (host_) host_->Shutdown();
+  host_.reset();
+  orvane_host::Sequence sequence;
+  sequence.width = width;
+  sequence.height = height;
+  sequence.seconds = 0.5;
+  host_ = std::make_unique<orvane_host::HostSession>(sequence);
+  host_->Load(ORVANE_BUNDLE_PATH);
+  host_->Startup();
+}
+
+csSDK_int32 PluginRun::Export(const std::function<void(Script &)> &script) {
+  csSDK_int32 answer = -2;
+  bool script_is_through = false;
+  RunWithScript(
+      [this, &answer, &script_is_through] {
+        answer = host_->ExportTimeline();
+        SpinUntil([&script_is_through] { return script_is_through || !PluginWindowIsOpen(); });
+      },
+      [&script, &script_is_through](Script &actions) {
+        script(actions);
+        actions.OnMain([&script_is_through] { script_is_through = true; });
+      });
+  return answer;
+}
+
+void PluginRun::LogIn(Script &actions, const char *password, bool remember) {
+  actions.WaitFor("the login window", [] { return IsModal(WindowTitled(kLoginTitle)); });
+  actions.Post([password, remember] {
+    [Control(kLoginTitle, @"inputSubdomain") setStringValue:@"acme"];
+    [Control(kLoginTitle, @"inputUsername") setStringValue:@"editor"];
+    [Control(kLoginTitle, @"inputPassword") setStringValue:[NSString stringWithUTF8String:password]];
+    [Control(kLoginTitle, @"rememberMeCheckbox") setState:remember ? NSOnState : NSOffState];
+    Press(Control(kLoginTitle, @"loginBtn"));
+  });
+}
+
+void PluginRun::ChooseAndUpload(Script &actions, NSString *title) {
+  actions.WaitFor("the upload window", [] { return IsModal(WindowTitled(kUploadTitle)); });
+  actions.OnMain([title] {
+    Choose(Control(kUploadTitle, @"inputProject"), @"東京ドキュメンタリー");
+    Choose(Control(kUploadTitle, @"inputFolder"), @"      最終版 🎬");
+    [Control(kUploadTitle, @"inputTitle") setStringValue:title];
+    Press(Control(kUploadTitle, @"uploadBtn"));
+  });
+}
+
+void PluginRun::CloseComplete(Script &actions) {
+  actions.WaitFor("the complete window", [] { return IsModal(WindowTitled(kCompleteTitle)); });
+  CloseWindow(actions, kCompleteTitle);
+}
+
+void PluginRun::CloseWindow(Script &actions, NSString *title) {
+  actions.WaitFor("the window to close", [title] { return WindowTitled(title) != nil; });
+  actions.OnMain([title] { [WindowTitled(title) performClose:nil]; });
+}
+
+std::string PluginRun::DismissAlertWhenItComes(Script &actions) {
+  actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+  std::string texts;
+  actions.OnMain([&texts] {
+    texts = AlertTexts();
+    DismissAlert();
+  });
+  return texts;
+}
+
+void PluginRun::SaveLogin(const char *password) {
+  const std::string login =
+      std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}";
+  ASSERT_TRUE(secret_password_store_sync(&kSavedLoginSchema, nullptr, "OrvanePluginPremiere", login.c_str(), nullptr,
+                                         nullptr, "service", "OrvanePluginPremiere", "account", "userData",
+                                         "synchronizable", FALSE, nullptr));
+}
+
+void PluginRun::ForgetLogin() {
+  secret_password_clear_sync(&kSavedLoginSchema, nullptr, nullptr, "service", "OrvanePluginPremiere", "account",
+                             "userData", nullptr);
+}
+
+bool PluginRun::LoginIsSaved() {
+  gchar *login = secret_password_lookup_sync(&kSavedLoginSchema, nullptr, nullptr, "service", "OrvanePluginPremiere",
+                                             "account", "userData", nullptr);
+  const bool found = login != nullptr;
+  secret_password_free(login);
+  return found;
+}
+
+std::vector<std::string> PluginRun::TemporaryFiles() const {
+  std::vector<std::string> names;
+  for (const auto &entry : std::filesystem::directory_iterator(folder_ / "temporary")) {
+    if (entry.path().filename().string().rfind("VorrelExport_", 0) == 0) names.push_back(entry.path().filename());
+  }
+  return names;
+}
+
+std::vector<std::string> PluginRun::StoredDigests() const {
+  std::vector<std::string> digests;
+  for (const auto &entry : std::filesystem::recursive_directory_iterator(service_->Data() / "files")) {
+    if (entry.is_regular_file()) digests.push_back(Digest(entry.path()));
+  }
+  return digests;
+}
+
+}  // namespace window_test
