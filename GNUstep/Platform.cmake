@@ -7,6 +7,7 @@ add_library(orvane_platform OBJECT
   Dispatch.mm
   FontFallback.mm
   ModalLoop.mm
+  NibLoading.mm
   NibProgressIndicator.mm
   Replacements.mm
   TemplateImages.mm

@@ -3,6 +3,7 @@
 
 void InstallFontFallback();
 void InstallModalLoop();
+void InstallNibLoading();
 void InstallTemplateImages();
 void InstallWindowDisplay();
 void InstallWorkspaceOpen();

@@ -28,6 +28,7 @@
   [[NSNotificationCenter defaultCenter] removeObserver:self];
   InstallFontFallback();
   InstallModalLoop();
+  InstallNibLoading();
   InstallTemplateImages();
   InstallWindowDisplay();
   InstallWorkspaceOpen();
