@@ -4,4 +4,4 @@
 #import <Cocoa/Cocoa.h>
 
 /// Gives the button's title that colour over its whole length and keeps its other attributes.
-void SetButtonTitleColor(NSButton *button, NSColor *color);
+void SetButtonTitleColor(NSButton* button, NSColor* color);

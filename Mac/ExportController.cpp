@@ -207,9 +207,13 @@ csSDK_int32 ecExportTimeline(ecStdParms*, ExportControllerTimelineInfoRec* timel
   return result;
 }
 
-void progressUpdate(double total, double now) { simUiPtr->UpdateProgress(total, now); }
+void progressUpdate(double total, double now) {
+  simUiPtr->UpdateProgress(total, now);
+}
 
-void showCompleteWindow(std::string link) { simUiPtr->Complete(link); }
+void showCompleteWindow(std::string link) {
+  simUiPtr->Complete(link);
+}
 
 void cleanup() {
   ExportLifetime::Close();

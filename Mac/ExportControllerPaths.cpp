@@ -107,6 +107,10 @@ void copyConvertStringLiteralIntoUTF16(const wchar_t* source, prUTF16Char* desti
   CFStringGetCharacters(text.get(), CFRangeMake(0, units), reinterpret_cast<UniChar*>(destination));
 }
 
-void safeStrCpy(char* destination, size_t, const char* source) { strcpy(destination, source); }
+void safeStrCpy(char* destination, size_t, const char* source) {
+  strcpy(destination, source);
+}
 
-void safeWcscat(wchar_t* destination, size_t, const wchar_t* source) { wcscat(destination, source); }
+void safeWcscat(wchar_t* destination, size_t, const wchar_t* source) {
+  wcscat(destination, source);
+}

@@ -24,11 +24,12 @@ struct RateRow {
 
 // The ways of writing a rate. The 60 family has no row of thousandths, unlike the others.
 const RateRow kRateRows[] = {
-    {24000, 1001, kVideoFrameRate_24Drop}, {23976, 1000, kVideoFrameRate_24Drop}, {2397, 100, kVideoFrameRate_24Drop},
-    {24, kAnySampleSize, kVideoFrameRate_24}, {25, kAnySampleSize, kVideoFrameRate_PAL},
-    {30000, 1001, kVideoFrameRate_NTSC}, {29970, 1000, kVideoFrameRate_NTSC}, {2997, 100, kVideoFrameRate_NTSC},
-    {30, kAnySampleSize, kVideoFrameRate_30}, {50, kAnySampleSize, kVideoFrameRate_PAL_HD},
-    {60000, 1001, kVideoFrameRate_NTSC_HD}, {5994, 100, kVideoFrameRate_NTSC_HD},
+    {24000, 1001, kVideoFrameRate_24Drop},     {23976, 1000, kVideoFrameRate_24Drop},
+    {2397, 100, kVideoFrameRate_24Drop},       {24, kAnySampleSize, kVideoFrameRate_24},
+    {25, kAnySampleSize, kVideoFrameRate_PAL}, {30000, 1001, kVideoFrameRate_NTSC},
+    {29970, 1000, kVideoFrameRate_NTSC},       {2997, 100, kVideoFrameRate_NTSC},
+    {30, kAnySampleSize, kVideoFrameRate_30},  {50, kAnySampleSize, kVideoFrameRate_PAL_HD},
+    {60000, 1001, kVideoFrameRate_NTSC_HD},    {5994, 100, kVideoFrameRate_NTSC_HD},
     {60, kAnySampleSize, kVideoFrameRate_60},
 };
 

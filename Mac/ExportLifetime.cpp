@@ -8,14 +8,28 @@ unsigned failures = 0;
 
 namespace ExportLifetime {
 
-void Open() { is_open = true; }
-void Close() { is_open = false; }
-bool IsOpen() { return is_open; }
+void Open() {
+  is_open = true;
+}
+void Close() {
+  is_open = false;
+}
+bool IsOpen() {
+  return is_open;
+}
 
-void SetUploadIsRunning(bool running) { upload_is_running = running; }
-bool UploadIsRunning() { return upload_is_running; }
+void SetUploadIsRunning(bool running) {
+  upload_is_running = running;
+}
+bool UploadIsRunning() {
+  return upload_is_running;
+}
 
-void CountFailure() { ++failures; }
-unsigned Failures() { return failures; }
+void CountFailure() {
+  ++failures;
+}
+unsigned Failures() {
+  return failures;
+}
 
 }  // namespace ExportLifetime

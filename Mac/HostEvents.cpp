@@ -11,9 +11,8 @@ namespace {
 // Zero-terminated UTF-16 of a UTF-8 text; empty when it is not UTF-8.
 std::vector<prUTF16Char> HostText(const std::string& text) {
   std::vector<prUTF16Char> units;
-  CFStringRef string =
-      CFStringCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(text.data()),
-                              static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8, false);
+  CFStringRef string = CFStringCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(text.data()),
+                                               static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8, false);
   if (string) {
     const CFIndex length = CFStringGetLength(string);
     units.resize(static_cast<size_t>(length));

@@ -67,7 +67,9 @@ void OrvaneUI::Launch() {
   if (!LoginWithSavedCredentials()) RunLoginWindow();
 }
 
-bool OrvaneUI::PresetIsInstalled() { return [[NSFileManager defaultManager] fileExistsAtPath:kHighPresetPath]; }
+bool OrvaneUI::PresetIsInstalled() {
+  return [[NSFileManager defaultManager] fileExistsAtPath:kHighPresetPath];
+}
 
 // Returns whether the user is logged in now. A saved login that the service refuses is deleted.
 bool OrvaneUI::LoginWithSavedCredentials() {
@@ -97,8 +99,7 @@ bool OrvaneUI::LoginWithSavedCredentials() {
 }
 
 void OrvaneUI::RunLoginWindow() {
-  OrvaneUIController *controller =
-      [[[OrvaneUIController alloc] initWithProjectsApiPointer:projectsApi] autorelease];
+  OrvaneUIController *controller = [[[OrvaneUIController alloc] initWithProjectsApiPointer:projectsApi] autorelease];
   [controller showWindow];
 }
 

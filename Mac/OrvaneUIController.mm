@@ -148,8 +148,7 @@ static NSString *const kInstallerAddress =
 
   NSString *reason = [error localizedDescription];
   NSLog(@"#orvanevorrel KEYCHAIN ERROR whle attempting save: %@", reason);
-  ShowAlertSheet(orvaneWindow, self,
-                 @"A security error occured while attempting to save the \"Remember me\" setting.",
+  ShowAlertSheet(orvaneWindow, self, @"A security error occured while attempting to save the \"Remember me\" setting.",
                  [NSString stringWithFormat:@"The system returned this message: \"%@\"", reason], orvaneIcon);
   return NO;
 }

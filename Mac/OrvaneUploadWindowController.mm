@@ -117,9 +117,7 @@ static NSString *const kNoChoice = @"0";
 }
 
 - (IBAction)selectPrj:(id)sender {
-  RunGuarded([self, sender] {
-    [self fillFoldersOfProject:[self choiceOf:sender in:ProjectDict]];
-  });
+  RunGuarded([self, sender] { [self fillFoldersOfProject:[self choiceOf:sender in:ProjectDict]]; });
 }
 
 // The id of the chooser's selected item; that of a placeholder when it has none.

@@ -2,7 +2,9 @@
 
 #include "Deployment.h"
 
-NSBundle *PluginBundle() { return [NSBundle bundleWithIdentifier:@ORVANE_BUNDLE_IDENTIFIER]; }
+NSBundle *PluginBundle() {
+  return [NSBundle bundleWithIdentifier:@ORVANE_BUNDLE_IDENTIFIER];
+}
 
 NSImage *PluginImage(NSString *fileName) {
   static NSMutableDictionary *images = nil;

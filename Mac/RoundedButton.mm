@@ -22,7 +22,9 @@ const Style kStyles[] = {
 
 constexpr int kStyleCount = sizeof kStyles / sizeof kStyles[0];
 
-const Style *StyleOfType(int type) { return type >= 0 && type < kStyleCount ? &kStyles[type] : nullptr; }
+const Style *StyleOfType(int type) {
+  return type >= 0 && type < kStyleCount ? &kStyles[type] : nullptr;
+}
 
 }  // namespace
 

@@ -57,8 +57,8 @@ void DrawRoundedBackground(int type, NSRect rectangle, BOOL flipped) {
                         Slice(background, @"bottomedge"), Slice(background, @"bottomright"),
                         NSCompositingOperationSourceOver, 1.0, flipped);
   } else {
-    NSDrawThreePartImage(rectangle, FirstSlice(background), Slice(background, @"center"),
-                         Slice(background, @"right"), NO, NSCompositingOperationSourceOver, 1.0, flipped);
+    NSDrawThreePartImage(rectangle, FirstSlice(background), Slice(background, @"center"), Slice(background, @"right"),
+                         NO, NSCompositingOperationSourceOver, 1.0, flipped);
   }
 }
 

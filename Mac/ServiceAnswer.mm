@@ -16,9 +16,13 @@ NSDictionary *AnswerRoot(const std::string &answer) {
   return ObjectMember(object, @"root");
 }
 
-NSDictionary *ObjectMember(id container, NSString *key) { return Member(container, key, [NSDictionary class]); }
+NSDictionary *ObjectMember(id container, NSString *key) {
+  return Member(container, key, [NSDictionary class]);
+}
 
-NSArray *ListMember(id container, NSString *key) { return Member(container, key, [NSArray class]); }
+NSArray *ListMember(id container, NSString *key) {
+  return Member(container, key, [NSArray class]);
+}
 
 NSString *TextMember(id container, NSString *key) {
   NSString *text = Member(container, key, [NSString class]);

@@ -54,8 +54,8 @@ static const CGFloat kRightMargin = 6;
   [[titleLabel cell] setLineBreakMode:NSLineBreakByTruncatingTail];
   [self addSubview:titleLabel];
 
-  NSRect imageFrame = NSMakeRect(0, (NSHeight([self frame]) - kDeleteImageSize) / 2, kDeleteImageSize,
-                                 kDeleteImageSize);
+  NSRect imageFrame =
+      NSMakeRect(0, (NSHeight([self frame]) - kDeleteImageSize) / 2, kDeleteImageSize, kDeleteImageSize);
   [self setDeleteImageView:[[[NSImageView alloc] initWithFrame:imageFrame] autorelease]];
   [deleteImageView setImage:[NSImage imageNamed:@"NSStopProgressFreestandingTemplate"]];
   [self addSubview:deleteImageView];
@@ -81,8 +81,8 @@ static const CGFloat kRightMargin = 6;
   size.width = kTextInset + labelWidth + kDeleteImageGap + kDeleteImageSize + kRightMargin;
   [self setFrameSize:size];
   [backgroundView setFrame:[self bounds]];
-  [deleteImageView setFrameOrigin:NSMakePoint(size.width - kRightMargin - kDeleteImageSize,
-                                              NSMinY([deleteImageView frame]))];
+  [deleteImageView
+      setFrameOrigin:NSMakePoint(size.width - kRightMargin - kDeleteImageSize, NSMinY([deleteImageView frame]))];
 }
 
 - (BOOL)isHighlighted {

@@ -79,8 +79,8 @@ static const float kGap = 10;
   NSString *typed = [_tagTextField stringValue];
   if ([typed length] > 0) {
     NSCharacterSet *blanks = [NSCharacterSet whitespaceAndNewlineCharacterSet];
-    NSString *tag = [[typed stringByTrimmingTrailingCharactersInSet:blanks]
-        stringByTrimmingLeadingCharactersInSet:blanks];
+    NSString *tag =
+        [[typed stringByTrimmingTrailingCharactersInSet:blanks] stringByTrimmingLeadingCharactersInSet:blanks];
     [self placeChipWithTitle:tag];
     [_tagTextField setStringValue:@""];
   }

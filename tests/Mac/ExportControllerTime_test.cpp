@@ -65,8 +65,8 @@ TEST(ExportControllerTime, ReadsARateFromAFramesDuration) {
 TEST(ExportControllerTime, FindsADurationForEveryWayOfWritingARate) {
   const struct {
     int scale, sample_size, code;
-  } rows[] = {{24000, 1001, 1}, {23976, 1000, 1}, {2397, 100, 1},   {24, 1, 2},       {25, 7, 3},
-              {30000, 1001, 4}, {29970, 1000, 4}, {2997, 100, 4},   {30, 1, 5},       {50, 1, 6},
+  } rows[] = {{24000, 1001, 1}, {23976, 1000, 1}, {2397, 100, 1}, {24, 1, 2}, {25, 7, 3},
+              {30000, 1001, 4}, {29970, 1000, 4}, {2997, 100, 4}, {30, 1, 5}, {50, 1, 6},
               {60000, 1001, 7}, {5994, 100, 7},   {60, 1, 8}};
   for (const auto& row : rows) {
     EXPECT_EQ(DurationOf(row.scale, row.sample_size), kTicksPerFrame[row.code]) << row.scale << "/" << row.sample_size;

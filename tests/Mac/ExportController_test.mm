@@ -117,8 +117,8 @@ TEST_F(ExportController, ChoosesThePresetByTheFrameSize) {
   const struct {
     int width, height;
     const char *preset;
-  } cases[] = {{1920, 1080, "HIGH"}, {1919, 1080, "MEDIUM"}, {1280, 720, "MEDIUM"}, {1279, 1279, "LOW"},
-               {720, 1920, "HIGH"},  {720, 1280, "MEDIUM"}};
+  } cases[] = {{1920, 1080, "HIGH"}, {1919, 1080, "MEDIUM"}, {1280, 720, "MEDIUM"},
+               {1279, 1279, "LOW"},  {720, 1920, "HIGH"},    {720, 1280, "MEDIUM"}};
   SaveLogin();
   for (const auto &item : cases) {
     UseSequence(item.width, item.height);
@@ -204,13 +204,12 @@ TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
   std::atomic<bool> answer_upload(false);
   orvane_test::HttpsServer slow;
   slow.Route("/api/prjacc/prjacc", [](const orvane_test::Request &request) {
-    return orvane_test::TextResponse(
-        request.method == "GET" ? R"({"root":{"status":"success","apiver":"3","auth_key":"k"}})"
-                                : R"({"root":{"status":"success","payload":{"token":"t"}}})");
+    return orvane_test::TextResponse(request.method == "GET"
+                                         ? R"({"root":{"status":"success","apiver":"3","auth_key":"k"}})"
+                                         : R"({"root":{"status":"success","payload":{"token":"t"}}})");
   });
   slow.Route("/api/prjacc/get_project_list",
-             orvane_test::TextResponse(
-                 R"({"root":{"payload":[{"id":"1","project_name":"東京ドキュメンタリー"}]}})"));
+             orvane_test::TextResponse(R"({"root":{"payload":[{"id":"1","project_name":"東京ドキュメンタリー"}]}})"));
   slow.Route("/api/prjacc/get_folders/1",
              orvane_test::TextResponse(R"({"root":{"payload":[{"id":"2","name":"      最終版 🎬","sub_folders":0}]}})"));
   slow.Route("/api/prjacc/upload_file/1", [&answer_upload](const orvane_test::Request &) {
@@ -223,9 +222,8 @@ TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
   csSDK_int32 second = 0;
   EXPECT_EQ(Export([this, &second, &answer_upload](Script &actions) {
               ChooseAndUpload(actions);
-              actions.WaitFor("the progress window", [this] {
-                return WindowTitled(@"Orvane: Uploading") != nil && !host_->InCall();
-              });
+              actions.WaitFor("the progress window",
+                              [this] { return WindowTitled(@"Orvane: Uploading") != nil && !host_->InCall(); });
               actions.OnMain([this, &second] { second = host_->ExportTimeline(); });
               answer_upload = true;
               CloseComplete(actions);

@@ -8,13 +8,13 @@ TEST(CompareToVersion, ComparesComponentsAsNumbers) {
     NSString *left, *right;
     NSComparisonResult expected;
   } cases[] = {
-      {@"1.2", @"1.1", NSOrderedDescending},  {@"1.1", @"1.2", NSOrderedAscending},
-      {@"1.1", @"1.1", NSOrderedSame},        {@"1.10", @"1.9", NSOrderedDescending},
+      {@"1.2", @"1.1", NSOrderedDescending},   {@"1.1", @"1.2", NSOrderedAscending},
+      {@"1.1", @"1.1", NSOrderedSame},         {@"1.10", @"1.9", NSOrderedDescending},
       {@"1.1.1", @"1.1", NSOrderedDescending}, {@"1.1.0", @"1.1", NSOrderedSame},
-      {@"error", @"1.1", NSOrderedAscending}, {@"0", nil, NSOrderedSame},
-      {@"1.1", nil, NSOrderedDescending},     {@"1.01", @"1.1", NSOrderedSame},
-      {@"1.1\n", @"1.1", NSOrderedSame},      {@"1..2", @"1.0.2", NSOrderedSame},
-      {@"1.2rc1", @"1.2", NSOrderedSame},     {@" +2", @"1.9.9", NSOrderedDescending},
+      {@"error", @"1.1", NSOrderedAscending},  {@"0", nil, NSOrderedSame},
+      {@"1.1", nil, NSOrderedDescending},      {@"1.01", @"1.1", NSOrderedSame},
+      {@"1.1\n", @"1.1", NSOrderedSame},       {@"1..2", @"1.0.2", NSOrderedSame},
+      {@"1.2rc1", @"1.2", NSOrderedSame},      {@" +2", @"1.9.9", NSOrderedDescending},
   };
   for (const auto &item : cases) {
     EXPECT_EQ([item.left compareToVersion:item.right], item.expected)
@@ -35,8 +35,11 @@ TEST(TrimmingAdditions, TrimsOneEnd) {
   const struct {
     NSString *text, *without_leading, *without_trailing;
   } cases[] = {
-      {@"  tag \n", @"tag \n", @"  tag"}, {@"", @"", @""},     {@" \t\n", @"", @""},
-      {@"a b", @"a b", @"a b"},           {@"\U0001F3AC ", @"\U0001F3AC ", @"\U0001F3AC"},
+      {@"  tag \n", @"tag \n", @"  tag"},
+      {@"", @"", @""},
+      {@" \t\n", @"", @""},
+      {@"a b", @"a b", @"a b"},
+      {@"\U0001F3AC ", @"\U0001F3AC ", @"\U0001F3AC"},
   };
   for (const auto &item : cases) {
     EXPECT_TRUE([[item.text stringByTrimmingLeadingCharactersInSet:blanks] isEqualToString:item.without_leading]);

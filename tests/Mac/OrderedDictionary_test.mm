@@ -103,26 +103,35 @@ TEST(OrderedDictionary, ArchivesKeepClassAndOrder) {
 
 TEST(OrderedDictionary, RefusesDuplicateKeysAndWrongIndexes) {
   std::string raised = Raised(^{
-    [[[OrderedDictionary alloc] initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]] release];
+      [[[OrderedDictionary alloc] initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]] release];
   });
   EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == [_values count]"), std::string::npos)
       << raised;
   raised = Raised(^{
-    id objects[] = {@"1", @"2"};
-    id<NSCopying> keys[] = {@"a", @"a"};
-    [[[OrderedDictionary alloc] initWithObjects:objects forKeys:keys count:2] release];
+      id objects[] = {@"1", @"2"};
+      id<NSCopying> keys[] = {@"a", @"a"};
+      [[[OrderedDictionary alloc] initWithObjects:objects forKeys:keys count:2] release];
   });
   EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == count"), std::string::npos) << raised;
-  EXPECT_NE(Raised(^{ [Letters() objectAtIndex:3]; }), "");
-  EXPECT_NE(Raised(^{ [Letters() keyAtIndex:3]; }), "");
-  EXPECT_NE(Raised(^{ [Letters() setObject:nil forKey:@"n"]; }), "");
+  EXPECT_NE(Raised(^{
+                [Letters() objectAtIndex:3];
+            }),
+            "");
+  EXPECT_NE(Raised(^{
+                [Letters() keyAtIndex:3];
+            }),
+            "");
+  EXPECT_NE(Raised(^{
+                [Letters() setObject:nil forKey:@"n"];
+            }),
+            "");
 }
 
 TEST(OrderedDictionary, WalksWithIndexesUntilStopped) {
   __block std::string walked;
   [Letters() enumerateKeysAndObjectsWithIndexUsingBlock:^(id key, id object, NSUInteger index, BOOL *stop) {
-    walked += std::to_string(index) + [key UTF8String] + [object UTF8String] + " ";
-    *stop = index == 1;
+      walked += std::to_string(index) + [key UTF8String] + [object UTF8String] + " ";
+      *stop = index == 1;
   }];
   EXPECT_EQ(walked, "0b2 1a1 ");
 }

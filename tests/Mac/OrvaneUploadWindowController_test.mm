@@ -99,8 +99,7 @@ TEST_F(UploadWindow, ListsTheFolderTreeDepthFirstWithIndentation) {
 }
 
 TEST_F(UploadWindow, ListsAreTakenAsTheyComeHoweverOdd) {
-  api_.Answer(ScriptedApi::kProjects,
-              ScriptedApi::Success(R"([{"id":7,"project_name":"Numeric"},{"id":"8"},"text",null,
+  api_.Answer(ScriptedApi::kProjects, ScriptedApi::Success(R"([{"id":7,"project_name":"Numeric"},{"id":"8"},"text",null,
                                        {"id":"9","project_name":"Twice"},{"id":"10","project_name":"Twice"}])"));
   api_.Answer(std::string(ScriptedApi::kFolders) + "7", "<html>no folders today</html>");
   api_.Answer(std::string(ScriptedApi::kFolders) + "10",

@@ -19,7 +19,7 @@ namespace window_test {
 /// temporary-items folder of its own. The sequence is small and lasts half a second.
 class PluginRun : public testing::Test {
  protected:
-  static constexpr const char* kPassword = "let-me-in";
+  static constexpr const char *kPassword = "let-me-in";
 
   void SetUp() override;
   void TearDown() override;
@@ -32,17 +32,17 @@ class PluginRun : public testing::Test {
 
   /// Exports while the script acts. Returns what the plug-in answered. The body ends when no plug-in window is left, or
   /// when the script is through and only the progress window of a failed upload is.
-  csSDK_int32 Export(const std::function<void(Script&)>& script);
+  csSDK_int32 Export(const std::function<void(Script &)> &script);
 
   /// Script steps. Each waits for its window.
-  static void LogIn(Script& actions, const char* password = kPassword, bool remember = false);
-  static void ChooseAndUpload(Script& actions, NSString* title = @"Scene 12");
-  static void CloseComplete(Script& actions);
-  static void CloseWindow(Script& actions, NSString* title);
-  static std::string DismissAlertWhenItComes(Script& actions);
+  static void LogIn(Script &actions, const char *password = kPassword, bool remember = false);
+  static void ChooseAndUpload(Script &actions, NSString *title = @"Scene 12");
+  static void CloseComplete(Script &actions);
+  static void CloseWindow(Script &actions, NSString *title);
+  static std::string DismissAlertWhenItComes(Script &actions);
 
   /// Saves the login as "Remember me" does, or deletes it.
-  static void SaveLogin(const char* password = kPassword);
+  static void SaveLogin(const char *password = kPassword);
   static void ForgetLogin();
   static bool LoginIsSaved();
 

@@ -26,7 +26,14 @@ const SecretSchema kSavedLoginSchema = {"com.orvane.GenericPassword",
                                          {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
                                          {"synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN},
                                          {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
-                                        0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+                                        0,
+                                        nullptr,
+                                        nullptr,
+                                        nullptr,
+                                        nullptr,
+                                        nullptr,
+                                        nullptr,
+                                        nullptr};
 
 // The control that the window's controller knows under that name.
 id Control(NSString *windowTitle, NSString *name) {
@@ -155,8 +162,7 @@ std::string PluginRun::DismissAlertWhenItComes(Script &actions) {
 }
 
 void PluginRun::SaveLogin(const char *password) {
-  const std::string login =
-      std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}";
+  const std::string login = std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}";
   ASSERT_TRUE(secret_password_store_sync(&kSavedLoginSchema, nullptr, "OrvanePluginPremiere", login.c_str(), nullptr,
                                          nullptr, "service", "OrvanePluginPremiere", "account", "userData",
                                          "synchronizable", FALSE, nullptr));

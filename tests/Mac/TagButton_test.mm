@@ -29,7 +29,9 @@ TagButton *ChipWithTitle(NSString *title) {
   return chip;
 }
 
-CGFloat TextWidth(TagButton *chip) { return [[[chip titleLabel] attributedStringValue] size].width; }
+CGFloat TextWidth(TagButton *chip) {
+  return [[[chip titleLabel] attributedStringValue] size].width;
+}
 
 // A text at least that wide.
 NSString *TextOfWidth(CGFloat width) {
@@ -53,7 +55,9 @@ TEST(TagButton, SizesItselfToItsText) {
   EXPECT_EQ([[[chip titleLabel] font] pointSize], 12);
 }
 
-TEST(TagButton, AnEmptyTitleIsAllMargins) { EXPECT_EQ(NSWidth([ChipWithTitle(@"") frame]), 45); }
+TEST(TagButton, AnEmptyTitleIsAllMargins) {
+  EXPECT_EQ(NSWidth([ChipWithTitle(@"") frame]), 45);
+}
 
 TEST(TagButton, CutsATextAt260Points) {
   TagButton *chip = ChipWithTitle(TextOfWidth(260));

@@ -74,13 +74,13 @@ TEST_F(CompleteWindow, OpensTheLinkAndEndsTheExportOnce) {
     [[controller uploadCompleteWindow] performClose:nil];
   });
   EXPECT_EQ(cleanups, 1);
-  EXPECT_TRUE(SpinUntil([this] { return Contents(opened_) == "https://acme.orvane.localhost:48443/review/7?a=1&b=2\n"; }));
+  EXPECT_TRUE(
+      SpinUntil([this] { return Contents(opened_) == "https://acme.orvane.localhost:48443/review/7?a=1&b=2\n"; }));
 }
 
 TEST_F(CompleteWindow, ClosingOpensNothing) {
-  Run(@"https://acme.orvane.localhost:48443/review/7", [](UploadCompleteWindowController *controller) {
-    [[controller uploadCompleteWindow] performClose:nil];
-  });
+  Run(@"https://acme.orvane.localhost:48443/review/7",
+      [](UploadCompleteWindowController *controller) { [[controller uploadCompleteWindow] performClose:nil]; });
   EXPECT_EQ(cleanups, 1);
   EXPECT_FALSE(std::filesystem::exists(opened_));
 }

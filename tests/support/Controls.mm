@@ -47,13 +47,21 @@ std::string AlertTexts() {
   return texts;
 }
 
-bool IsModal(NSWindow *window) { return window && [NSApp modalWindow] == window; }
+bool IsModal(NSWindow *window) {
+  return window && [NSApp modalWindow] == window;
+}
 
-NSButton *ButtonTitled(NSWindow *window, NSString *title) { return FindButton([window contentView], title); }
+NSButton *ButtonTitled(NSWindow *window, NSString *title) {
+  return FindButton([window contentView], title);
+}
 
-void Press(NSButton *button) { [button performClick:nil]; }
+void Press(NSButton *button) {
+  [button performClick:nil];
+}
 
-void DismissAlert() { Press(ButtonTitled(AlertPanel(), @"OK")); }
+void DismissAlert() {
+  Press(ButtonTitled(AlertPanel(), @"OK"));
+}
 
 void Choose(NSPopUpButton *popUp, NSString *title) {
   [popUp selectItemWithTitle:title];

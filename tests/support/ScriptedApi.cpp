@@ -23,8 +23,8 @@ Response ListFolders(const Request& request) {
   const size_t at = request.body.find("&folder_id=");
   const std::string folder = at == std::string::npos ? "" : request.body.substr(at + 11);
   if (folder.empty()) {
-    return TextResponse(ScriptedApi::Success(
-        R"([{"id":"10","name":"A","sub_folders":1},{"id":"13","name":"D","sub_folders":0}])"));
+    return TextResponse(
+        ScriptedApi::Success(R"([{"id":"10","name":"A","sub_folders":1},{"id":"13","name":"D","sub_folders":0}])"));
   }
   if (folder == "10") return TextResponse(ScriptedApi::Success(R"([{"id":"11","name":"B","sub_folders":1}])"));
   if (folder == "11") return TextResponse(ScriptedApi::Success(R"([{"id":"12","name":"C","sub_folders":0}])"));

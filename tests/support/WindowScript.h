@@ -26,8 +26,8 @@ class Script {
   void WaitFor(const char* what, const std::function<bool()>& condition);
 };
 
-/// Runs the body on the main thread, and the script on a thread of its own meanwhile. Returns when both have ended. When
-/// the script fails, the test fails, and every modal loop of the body is ended.
+/// Runs the body on the main thread, and the script on a thread of its own meanwhile. Returns when both have ended.
+/// When the script fails, the test fails, and every modal loop of the body is ended.
 void RunWithScript(const std::function<void()>& body, const std::function<void(Script&)>& script);
 
 /// Goes round the main loop until the condition holds. Returns whether it did within ten seconds. Main thread.

@@ -122,7 +122,9 @@ void Script::OnMain(const std::function<void()> &work) {
   throw ScriptFailure{"work on the main thread to end; it opened a modal window?"};
 }
 
-void Script::Post(std::function<void()> work) { Enqueue(std::move(work)); }
+void Script::Post(std::function<void()> work) {
+  Enqueue(std::move(work));
+}
 
 void Script::WaitFor(const char *what, const std::function<bool()> &condition) {
   const Clock::time_point deadline = Clock::now() + kDeadline;
