@@ -1,10 +1,9 @@
 #import <Cocoa/Cocoa.h>
+#import <WakeEventLoop.h>
 #include <dispatch/dispatch.h>
 
 #include <deque>
 #include <mutex>
-
-#include "ModalLoop.h"
 
 namespace {
 
@@ -85,7 +84,7 @@ dispatch_block_t TakeFromMainQueue() {
       block();
     }
   }
-  orvane_wake_event_loop();
+  WakeEventLoop();
 }
 
 @end

@@ -1,23 +1,10 @@
 // GNUstep notices stopModal only when the next event arrives, and raises when no modal session runs. AppKit does
 // neither: stopping wakes the loop by itself, and stopping nothing does nothing.
 #import <Cocoa/Cocoa.h>
+#import <WakeEventLoop.h>
 
 #include "MethodReplacement.h"
 #include "Replacements.h"
-#include "ModalLoop.h"
-
-void orvane_wake_event_loop() {
-  NSEvent *event = [NSEvent otherEventWithType:NSApplicationDefined
-                                      location:NSZeroPoint
-                                 modifierFlags:0
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                       subtype:0
-                                         data1:0
-                                         data2:0];
-  [NSApp postEvent:event atStart:NO];
-}
 
 namespace {
 
@@ -27,7 +14,7 @@ StopModal original_stop_modal;
 void StopModalAndWake(id application, SEL selector, NSInteger code) {
   if (![application modalWindow]) return;
   original_stop_modal(application, selector, code);
-  orvane_wake_event_loop();
+  WakeEventLoop();
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #import "OHostController.h"
 
+#import <WakeEventLoop.h>
+
 #import "OHostMenu.h"
 
 #include <signal.h>
@@ -217,17 +219,7 @@ class Listener : public orvane_host::SessionListener {
     } else {
       [NSApp stopModal];  // an alert
     }
-    // AppKit notices the end of a modal loop at the next event only.
-    [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
-                                        location:NSZeroPoint
-                                   modifierFlags:0
-                                       timestamp:0
-                                    windowNumber:0
-                                         context:nil
-                                         subtype:0
-                                           data1:0
-                                           data2:0]
-             atStart:NO];
+    WakeEventLoop();
   }
 }
 

@@ -1,4 +1,5 @@
 #import <Cocoa/Cocoa.h>
+#import <WakeEventLoop.h>
 
 #include "WindowScript.h"
 
@@ -32,20 +33,6 @@ std::deque<std::shared_ptr<Work>> work_queue;
 
 NSArray *Modes() {
   return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
-}
-
-// GNUstep looks at the end of a modal session only when an event arrives.
-void WakeEventLoop() {
-  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
-                                      location:NSZeroPoint
-                                 modifierFlags:0
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                       subtype:0
-                                         data1:0
-                                         data2:0]
-           atStart:NO];
 }
 
 }  // namespace
