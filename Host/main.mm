@@ -1,6 +1,7 @@
 // orvane-host: runs export plug-ins without the editing application.
 #import <AppKit/AppKit.h>
 
+#import "Looks.h"
 #import "OHostApplication.h"
 #import "OHostController.h"
 
@@ -10,26 +11,6 @@
 #include "ExitStatus.h"
 #include "LocalTrust.h"
 #include "Options.h"
-
-namespace {
-
-// AppKit's looks on a system without a theme of its own. They count only when they are there before the application.
-void RegisterLooks() {
-  NSDictionary *looks = @{
-    @"GSSuppressAppIcon" : @"YES",
-    @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
-    @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
-    @"NSFont" : @"LiberationSans",
-    @"NSBoldFont" : @"LiberationSans-Bold",
-    @"NSFontSize" : @"13",
-    @"windowBackgroundColor" : @"0.93 0.93 0.93",
-    @"controlBackgroundColor" : @"0.93 0.93 0.93",
-    @"controlColor" : @"0.93 0.93 0.93",
-  };
-  [[NSUserDefaults standardUserDefaults] registerDefaults:looks];
-}
-
-}  // namespace
 
 int main(int argc, char **argv, char **environment) {
   int status = 0;

@@ -1,6 +1,8 @@
 // The main function of window tests: GoogleTest inside a running application, with the look of the host.
 #import <Cocoa/Cocoa.h>
 
+#import "Looks.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -34,17 +36,7 @@
 int main(int argc, char **argv) {
   testing::InitGoogleTest(&argc, argv);
   @autoreleasepool {
-    [[NSUserDefaults standardUserDefaults] registerDefaults:@{
-      @"GSSuppressAppIcon" : @"YES",
-      @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
-      @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
-      @"NSFont" : @"LiberationSans",
-      @"NSBoldFont" : @"LiberationSans-Bold",
-      @"NSFontSize" : @"13",
-      @"windowBackgroundColor" : @"0.93 0.93 0.93",
-      @"controlBackgroundColor" : @"0.93 0.93 0.93",
-      @"controlColor" : @"0.93 0.93 0.93"
-    }];
+    RegisterLooks();
     [NSApplication sharedApplication];
     [NSApp setDelegate:static_cast<id>([[WindowTestRunner alloc] init])];
     [NSApp run];
