@@ -66,11 +66,12 @@ OSStatus SecItemAdd(CFDictionaryRef attributes, CFTypeRef *) {
   NSDictionary *item = Dictionary(attributes);
   NSData *secret = Value(item, kSecValueData);
   if (!IsText(Value(item, kSecClass), kSecClassGenericPassword) || !secret) return errSecParam;
-  const KeyringAttributes described = AttributesOf(item);
+  KeyringAttributes described = AttributesOf(item);
+  if (described.synchronizable == KeyringSynchronizable::kAny) described.synchronizable = KeyringSynchronizable::kNo;
   NSArray *found = nil;
   const OSStatus status = FindKeyringItems(described, &found);
   if (status != errSecSuccess) return status;
-  if ([found count] > 0) return errSecDuplicateItem;
+  if ([found count] > 0) return [[found objectAtIndex:0] secret] ? errSecDuplicateItem : errSecInteractionNotAllowed;
   return StoreKeyringItem(described, Value(item, kSecAttrLabel), secret);
 }
 

@@ -38,7 +38,7 @@ enum { KcKeychainErrorBadArguments = -1001 };
 /// passwordData as UTF-8 text; nil when it is empty.
 @property(nonatomic, copy) NSString *password;
 
-/// passwordData as a keyed archive of any object; nil when it is empty.
+/// passwordData as a keyed archive of any object; nil when it is empty or no such archive.
 @property(nonatomic, copy) id<NSCoding> passwordObject;
 
 /// Whether this system knows synchronised items.

@@ -41,7 +41,12 @@ static void Report(OSStatus status, NSError **error) {
 
 - (id<NSCoding>)passwordObject {
   if ([passwordData length] == 0) return nil;
-  return [NSKeyedUnarchiver unarchiveObjectWithData:passwordData];
+  @try {
+    return [NSKeyedUnarchiver unarchiveObjectWithData:passwordData];
+  } @catch (NSException *exception) {
+    NSLog(@"#orvanevorrel the saved secret is not an archived object: %@", [exception reason]);
+  }
+  return nil;
 }
 
 - (void)setPasswordObject:(id<NSCoding>)object {

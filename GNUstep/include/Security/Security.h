@@ -40,7 +40,7 @@ enum {
 };
 
 /// Stores the item that the attributes describe. result is not used. A second item with the same service, account and
-/// synchronisation is a duplicate.
+/// synchronisation is a duplicate; any synchronisation is stored as none.
 OSStatus SecItemAdd(CFDictionaryRef attributes, CFTypeRef *result);
 
 /// Finds items. By the query, *result becomes the secret (data), a dictionary of attributes or a reference, and with
