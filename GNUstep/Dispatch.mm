@@ -24,11 +24,6 @@ struct OwnedBlock {
   OwnedBlock &operator=(const OwnedBlock &) = delete;
 };
 
-struct DrainingFlag {
-  DrainingFlag() { main_queue_is_draining = true; }
-  ~DrainingFlag() { main_queue_is_draining = false; }
-};
-
 dispatch_block_t TakeFromMainQueue() {
   std::lock_guard<std::mutex> lock(main_queue_mutex);
   if (main_queue_blocks.empty()) return nullptr;
@@ -36,6 +31,24 @@ dispatch_block_t TakeFromMainQueue() {
   main_queue_blocks.pop_front();
   return block;
 }
+
+bool MainQueueIsEmpty() {
+  std::lock_guard<std::mutex> lock(main_queue_mutex);
+  return main_queue_blocks.empty();
+}
+
+// Asks the main thread to run what is queued. Any thread.
+void WakeMainThread();
+
+// Marks the main queue as at work for one scope. A block that raises leaves the scope early, and the run loop swallows
+// what it raised: the blocks behind it are asked for again.
+struct Draining {
+  Draining() { main_queue_is_draining = true; }
+  ~Draining() {
+    main_queue_is_draining = false;
+    if (!MainQueueIsEmpty()) WakeMainThread();
+  }
+};
 
 }  // namespace
 
@@ -77,7 +90,7 @@ dispatch_block_t TakeFromMainQueue() {
 
 + (void)drainMainQueue {
   if (main_queue_is_draining) return;  // a nested run loop does not re-enter the serial queue
-  DrainingFlag draining;
+  Draining draining;
   while (dispatch_block_t block = TakeFromMainQueue()) {
     OwnedBlock owned(block);
     @autoreleasepool {
@@ -88,6 +101,19 @@ dispatch_block_t TakeFromMainQueue() {
 }
 
 @end
+
+namespace {
+
+void WakeMainThread() {
+  // A request of the main thread to itself does not end the run loop's poll(); one from another thread does.
+  if ([NSThread isMainThread]) {
+    [NSThread detachNewThreadSelector:@selector(wakeMainThread) toTarget:[OrvDispatchWork class] withObject:nil];
+  } else {
+    [OrvDispatchWork wakeMainThread];
+  }
+}
+
+}  // namespace
 
 dispatch_queue_t dispatch_get_main_queue(void) { return reinterpret_cast<dispatch_queue_t>(&main_queue_tag); }
 
@@ -108,11 +134,5 @@ void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
     queue_was_empty = main_queue_blocks.empty();
     main_queue_blocks.push_back(Block_copy(block));
   }
-  if (!queue_was_empty) return;
-  // A request of the main thread to itself does not end the run loop's poll(); one from another thread does.
-  if ([NSThread isMainThread]) {
-    [NSThread detachNewThreadSelector:@selector(wakeMainThread) toTarget:[OrvDispatchWork class] withObject:nil];
-  } else {
-    [OrvDispatchWork wakeMainThread];
-  }
+  if (queue_was_empty) WakeMainThread();
 }

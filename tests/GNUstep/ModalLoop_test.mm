@@ -1,0 +1,129 @@
+#import <Cocoa/Cocoa.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+namespace {
+
+constexpr NSInteger kCode = 4711;
+
+// Long enough for a loop that waits for an event that never comes to be told from one that ends by itself.
+constexpr std::chrono::seconds kRescue(10);
+
+}  // namespace
+
+@interface ModalLoopStopper : NSObject
++ (void)stopWithCode;
++ (void)wake;
+@end
+
+@implementation ModalLoopStopper
+
++ (void)stopWithCode {
+  [NSApp stopModalWithCode:kCode];
+}
+
++ (void)wake {
+  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
+                                      location:NSZeroPoint
+                                 modifierFlags:0
+                                     timestamp:0
+                                  windowNumber:0
+                                       context:nil
+                                       subtype:0
+                                         data1:0
+                                         data2:0]
+           atStart:NO];
+}
+
+@end
+
+namespace {
+
+// Has the main thread run the class method, as soon as it runs a modal loop. Any thread.
+void PerformOnMainThread(SEL method) {
+  @autoreleasepool {
+    [[ModalLoopStopper class] performSelectorOnMainThread:method
+                                               withObject:nil
+                                            waitUntilDone:NO
+                                                    modes:@[ NSModalPanelRunLoopMode ]];
+  }
+}
+
+// Frees a modal loop that does not end by itself.
+class Rescue {
+ public:
+  Rescue() : thread_([this] { Run(); }) {}
+
+  ~Rescue() {
+    ended_ = true;
+    thread_.join();
+  }
+
+  bool WasNeeded() const { return needed_; }
+
+ private:
+  void Run() {
+    const auto deadline = std::chrono::steady_clock::now() + kRescue;
+    while (!ended_ && std::chrono::steady_clock::now() < deadline) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    while (!ended_) {
+      needed_ = true;
+      PerformOnMainThread(@selector(stopWithCode));
+      PerformOnMainThread(@selector(wake));
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+  }
+
+  std::atomic<bool> ended_{false};
+  std::atomic<bool> needed_{false};
+  std::thread thread_;
+};
+
+class ModalLoop : public testing::Test {
+ protected:
+  void SetUp() override {
+    window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 200, 100)
+                                          styleMask:NSTitledWindowMask
+                                            backing:NSBackingStoreBuffered
+                                              defer:NO];
+    [window_ setReleasedWhenClosed:NO];
+  }
+
+  void TearDown() override {
+    [window_ orderOut:nil];
+    [window_ release];
+  }
+
+  NSWindow *window_ = nil;
+};
+
+}  // namespace
+
+TEST_F(ModalLoop, APerformerEndsTheLoopAtOnce) {
+  for (int round = 0; round < 20; ++round) {
+    Rescue rescue;
+    std::thread stopper([] { PerformOnMainThread(@selector(stopWithCode)); });
+    EXPECT_EQ([NSApp runModalForWindow:window_], kCode);
+    stopper.join();
+    EXPECT_FALSE(rescue.WasNeeded());
+    EXPECT_EQ([NSApp modalWindow], nil);
+    [window_ orderOut:nil];
+  }
+}
+
+// Stopping what does not run neither raises nor ends the next session before its time.
+TEST_F(ModalLoop, StoppingNothingDoesNothing) {
+  ASSERT_EQ([NSApp modalWindow], nil);
+  [NSApp stopModalWithCode:kCode + 1];
+  [NSApp stopModal];
+  Rescue rescue;
+  std::thread stopper([] { PerformOnMainThread(@selector(stopWithCode)); });
+  EXPECT_EQ([NSApp runModalForWindow:window_], kCode);
+  stopper.join();
+  EXPECT_FALSE(rescue.WasNeeded());
+}

@@ -1,0 +1,83 @@
+#import <Foundation/Foundation.h>
+#import <Security/Security.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+NSMutableDictionary *Item(NSString *account) {
+  return [NSMutableDictionary
+      dictionaryWithObjectsAndKeys:(id)kSecClassGenericPassword, (id)kSecClass, @"Orvane tests", (id)kSecAttrService,
+                                   account, (id)kSecAttrAccount, nil];
+}
+
+OSStatus Add(NSDictionary *description, NSString *secret) {
+  NSMutableDictionary *item = [[description mutableCopy] autorelease];
+  [item setObject:[secret dataUsingEncoding:NSUTF8StringEncoding] forKey:(id)kSecValueData];
+  return SecItemAdd((CFDictionaryRef)item, nullptr);
+}
+
+id Find(NSDictionary *description, CFStringRef wanted, CFStringRef limit) {
+  NSMutableDictionary *query = [[description mutableCopy] autorelease];
+  [query setObject:@(YES) forKey:(id)wanted];
+  [query setObject:(id)limit forKey:(id)kSecMatchLimit];
+  CFTypeRef result = nullptr;
+  if (SecItemCopyMatching((CFDictionaryRef)query, &result) != errSecSuccess) return nil;
+  return [(id)result autorelease];
+}
+
+}  // namespace
+
+TEST(Security, ASecondItemOfTheSameNameIsADuplicate) {
+  @autoreleasepool {
+    NSMutableDictionary *local = Item(@"duplicate");
+    EXPECT_EQ(Add(local, @"first"), errSecSuccess);
+    EXPECT_EQ(Add(local, @"second"), errSecDuplicateItem);
+    NSData *secret = Find(local, kSecReturnData, kSecMatchLimitOne);
+    EXPECT_TRUE([secret isEqual:[@"first" dataUsingEncoding:NSUTF8StringEncoding]]);
+
+    NSMutableDictionary *synchronised = Item(@"duplicate");
+    [synchronised setObject:@(YES) forKey:(id)kSecAttrSynchronizable];
+    EXPECT_EQ(Add(synchronised, @"third"), errSecSuccess);
+    EXPECT_EQ(Add(synchronised, @"fourth"), errSecDuplicateItem);
+    EXPECT_EQ([Find(local, kSecReturnAttributes, kSecMatchLimitAll) count], 2u);
+  }
+}
+
+TEST(Security, ALocalItemMayJoinASynchronisedOne) {
+  @autoreleasepool {
+    NSMutableDictionary *synchronised = Item(@"joined");
+    [synchronised setObject:@(YES) forKey:(id)kSecAttrSynchronizable];
+    EXPECT_EQ(Add(synchronised, @"1"), errSecSuccess);
+    NSMutableDictionary *any = Item(@"joined");
+    [any setObject:(id)kSecAttrSynchronizableAny forKey:(id)kSecAttrSynchronizable];
+    EXPECT_EQ(Add(any, @"2"), errSecSuccess);
+    EXPECT_EQ(Add(any, @"3"), errSecDuplicateItem);
+  }
+}
+
+TEST(Security, AReferenceDeletesItsItemOnce) {
+  @autoreleasepool {
+    NSMutableDictionary *item = Item(@"deleted");
+    EXPECT_EQ(Add(item, @"secret"), errSecSuccess);
+    NSArray *references = Find(item, kSecReturnRef, kSecMatchLimitAll);
+    ASSERT_EQ([references count], 1u);
+    SecKeychainItemRef reference = (SecKeychainItemRef)[references objectAtIndex:0];
+    EXPECT_EQ(SecKeychainItemDelete(reference), errSecSuccess);
+    EXPECT_NE(SecKeychainItemDelete(reference), errSecSuccess);
+    EXPECT_EQ(Find(item, kSecReturnRef, kSecMatchLimitOne), nil);
+  }
+}
+
+TEST(Security, OnlyGenericPasswordsWithASecretAreItems) {
+  @autoreleasepool {
+    NSMutableDictionary *item = Item(@"parameters");
+    EXPECT_EQ(SecItemAdd((CFDictionaryRef)item, nullptr), errSecParam);
+    [item setObject:@"inet" forKey:(id)kSecClass];
+    EXPECT_EQ(Add(item, @"secret"), errSecParam);
+    CFTypeRef result = nullptr;
+    EXPECT_EQ(SecItemCopyMatching((CFDictionaryRef)item, &result), errSecParam);
+    EXPECT_EQ(result, nullptr);
+    EXPECT_EQ(Find(Item(@"parameters"), kSecReturnRef, kSecMatchLimitOne), nil);
+  }
+}
