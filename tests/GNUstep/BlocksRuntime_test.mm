@@ -31,13 +31,19 @@ __attribute__((noinline)) int OverwriteStack() {
 
 __attribute__((noinline)) Number CopiedBlock(int base) {
   std::string text(40, 'x');
-  return Block_copy(^{ return base + static_cast<int>(text.size()); });
+  return Block_copy(^{
+      return base + static_cast<int>(text.size());
+  });
 }
 
 __attribute__((noinline)) void MakeSharedCounter(Number *increment, Number *read) {
   __block int count = 100;
-  *increment = Block_copy(^{ return ++count; });
-  *read = Block_copy(^{ return count; });
+  *increment = Block_copy(^{
+      return ++count;
+  });
+  *read = Block_copy(^{
+      return count;
+  });
   count = 5;  // the frame uses the variable that the blocks share
 }
 
@@ -73,7 +79,9 @@ TEST(BlocksRuntime, CppObjectsAreCopiedAndDestroyedOnce) {
   live_counters = 0;
   {
     Counter captured;
-    Number block = Block_copy(^{ return captured.value; });
+    Number block = Block_copy(^{
+        return captured.value;
+    });
     const int with_block = live_counters;
     EXPECT_GT(with_block, 1);
     Number again = Block_copy(block);
@@ -85,7 +93,9 @@ TEST(BlocksRuntime, CppObjectsAreCopiedAndDestroyedOnce) {
   EXPECT_EQ(live_counters, 0);
   {
     __block Counter shared;
-    Number block = Block_copy(^{ return ++shared.value; });
+    Number block = Block_copy(^{
+        return ++shared.value;
+    });
     EXPECT_EQ(block(), 8);
     EXPECT_EQ(shared.value, 8);
     Block_release(block);
@@ -98,9 +108,13 @@ TEST(BlocksRuntime, ObjectsAreRetainedForTheBlocksLife) {
   @autoreleasepool {
     NSObject *object = [[NSObject alloc] init];
     const NSUInteger before = [object retainCount];
-    Number block = Block_copy(^{ return [object isProxy] ? 1 : 2; });
+    Number block = Block_copy(^{
+        return [object isProxy] ? 1 : 2;
+    });
     EXPECT_EQ([object retainCount], before + 1);
-    Number outer = Block_copy(^{ return 10 * block(); });
+    Number outer = Block_copy(^{
+        return 10 * block();
+    });
     Block_release(block);
     EXPECT_EQ([object retainCount], before + 1) << "the outer block keeps the inner one, which keeps the object";
     EXPECT_EQ(outer(), 20);
@@ -108,7 +122,9 @@ TEST(BlocksRuntime, ObjectsAreRetainedForTheBlocksLife) {
     EXPECT_EQ([object retainCount], before);
 
     __block NSObject *unretained = object;
-    Number byref = Block_copy(^{ return unretained ? 1 : 0; });
+    Number byref = Block_copy(^{
+        return unretained ? 1 : 0;
+    });
     EXPECT_EQ([object retainCount], before);
     EXPECT_EQ(byref(), 1);
     Block_release(byref);
@@ -119,14 +135,18 @@ TEST(BlocksRuntime, ObjectsAreRetainedForTheBlocksLife) {
 TEST(BlocksRuntime, ABlockInABlockVariableMayCallItself) {
   __block Number countdown = nullptr;
   __block int left = 3;
-  countdown = Block_copy(^{ return --left > 0 ? countdown() + 1 : 1; });
+  countdown = Block_copy(^{
+      return --left > 0 ? countdown() + 1 : 1;
+  });
   EXPECT_EQ(countdown(), 3);
   EXPECT_EQ(left, 0);
   Block_release(countdown);
 }
 
 TEST(BlocksRuntime, ABlockWithoutCapturesNeedsNoCopy) {
-  Number global = ^{ return 3; };
+  Number global = ^{
+      return 3;
+  };
   Number copy = Block_copy(global);
   EXPECT_EQ(copy, global);
   Block_release(copy);
@@ -138,7 +158,9 @@ TEST(BlocksRuntime, ReferencesAreCountedAcrossThreads) {
   live_counters = 0;
   {
     Counter captured;
-    Number block = Block_copy(^{ return captured.value; });
+    Number block = Block_copy(^{
+        return captured.value;
+    });
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
       threads.emplace_back([block] {

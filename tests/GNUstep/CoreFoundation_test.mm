@@ -26,8 +26,7 @@ String FromUtf8(const std::string &text) {
 }
 
 Url FileUrl(const std::string &path) {
-  return Url(
-      CFURLCreateWithFileSystemPath(kCFAllocatorDefault, FromUtf8(path).get(), kCFURLPOSIXPathStyle, false));
+  return Url(CFURLCreateWithFileSystemPath(kCFAllocatorDefault, FromUtf8(path).get(), kCFURLPOSIXPathStyle, false));
 }
 
 struct Conversion {
@@ -56,8 +55,8 @@ TEST(CoreFoundation, ConversionStopsAtTheLastWholeCharacter) {
       CFIndex capacity;
       CFIndex units;
       std::string bytes;
-    } cases[] = {{0, 0, ""},     {1, 1, "a"},    {2, 1, "a"},      {3, 2, "aü"}, {6, 2, "aü"},
-                 {7, 4, "aü🎬"}, {8, 5, "aü🎬b"}, {100, 5, "aü🎬b"}};
+    } cases[] = {{0, 0, ""},   {1, 1, "a"},   {2, 1, "a"},    {3, 2, "aü"},
+                 {6, 2, "aü"}, {7, 4, "aü🎬"}, {8, 5, "aü🎬b"}, {100, 5, "aü🎬b"}};
     for (const auto &expected : cases) {
       const Conversion converted = Convert(text, kCFStringEncodingUTF8, expected.capacity);
       EXPECT_EQ(converted.units, expected.units) << expected.capacity;

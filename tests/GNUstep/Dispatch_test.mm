@@ -71,7 +71,9 @@ class Dispatch : public testing::Test {
   NSAutoreleasePool *pool_ = nil;
 };
 
-void OnMainQueue(dispatch_block_t block) { dispatch_async(dispatch_get_main_queue(), block); }
+void OnMainQueue(dispatch_block_t block) {
+  dispatch_async(dispatch_get_main_queue(), block);
+}
 void InBackground(dispatch_block_t block) {
   dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), block);
 }
@@ -82,8 +84,8 @@ TEST_F(Dispatch, MainBlocksRunInOrderOnTheMainThreadAndNotAtOnce) {
   std::atomic<bool> *on_main = new std::atomic<bool>(true);
   for (int i = 0; i < 5; ++i) {
     OnMainQueue(^{
-      order += std::to_string(i);
-      if (![NSThread isMainThread]) *on_main = false;
+        order += std::to_string(i);
+        if (![NSThread isMainThread]) *on_main = false;
     });
   }
   EXPECT_EQ(order, "") << "queueing returns before the block runs";
@@ -96,8 +98,10 @@ TEST_F(Dispatch, MainBlocksRunInOrderOnTheMainThreadAndNotAtOnce) {
 TEST_F(Dispatch, BackgroundBlocksRunElsewhereAndReachTheMainQueue) {
   __block std::thread::id background;
   InBackground(^{
-    background = std::this_thread::get_id();
-    OnMainQueue(^{ order += "main"; });
+      background = std::this_thread::get_id();
+      OnMainQueue(^{
+          order += "main";
+      });
   });
   EXPECT_TRUE(SpinUntil([] { return order == "main"; }));
   EXPECT_NE(background, std::thread::id());
@@ -111,10 +115,10 @@ TEST_F(Dispatch, BackgroundBlocksRunConcurrently) {
   arrived = met = 0;
   for (int i = 0; i < 2; ++i) {
     InBackground(^{
-      ++arrived;
-      const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-      while (arrived < 2 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
-      if (arrived == 2) ++met;
+        ++arrived;
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (arrived < 2 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+        if (arrived == 2) ++met;
     });
   }
   EXPECT_TRUE(SpinUntil([] { return met == 2; }));
@@ -124,13 +128,15 @@ TEST_F(Dispatch, AModalLoopDeliversMainBlocks) {
   for (bool from_main_thread : {true, false}) {
     order.clear();
     dispatch_block_t stop = ^{
-      order += "stop ";
-      [NSApp stopModal];
+        order += "stop ";
+        [NSApp stopModal];
     };
     if (from_main_thread) {
       OnMainQueue(stop);
     } else {
-      InBackground(^{ OnMainQueue(stop); });
+      InBackground(^{
+          OnMainQueue(stop);
+      });
     }
     RunModal();
     EXPECT_EQ(order, "stop ") << from_main_thread;
@@ -143,17 +149,25 @@ TEST_F(Dispatch, ALaterMainBlockWaitsForTheModalLoopOfAnEarlierOne) {
   window_test::RunWithScript(
       [panel] {
         OnMainQueue(^{
-          order += "begin ";
-          [NSApp runModalForWindow:panel];
-          [panel orderOut:nil];
-          order += "end ";
+            order += "begin ";
+            [NSApp runModalForWindow:panel];
+            [panel orderOut:nil];
+            order += "end ";
         });
         SpinUntil([] { return order.find("second") != std::string::npos; });
       },
       [panel](window_test::Script &actions) {
         actions.WaitFor("the modal loop", [panel] { return [NSApp modalWindow] == panel; });
-        actions.OnMain([] { OnMainQueue(^{ order += "second "; }); });
-        InBackground(^{ OnMainQueue(^{ order += "third "; }); });
+        actions.OnMain([] {
+          OnMainQueue(^{
+              order += "second ";
+          });
+        });
+        InBackground(^{
+            OnMainQueue(^{
+                order += "third ";
+            });
+        });
         // Several rounds of the modal loop, each a chance to run the blocks too early.
         for (int i = 0; i < 10; ++i) actions.OnMain([] {});
         actions.OnMain([] {
@@ -168,13 +182,17 @@ TEST_F(Dispatch, ALaterMainBlockWaitsForTheModalLoopOfAnEarlierOne) {
 TEST_F(Dispatch, CapturedObjectsLiveAsLongAsTheirBlock) {
   @autoreleasepool {
     DispatchTestObject *object = [[DispatchTestObject alloc] init];
-    OnMainQueue(^{ order += [object isProxy] ? "" : "main "; });
+    OnMainQueue(^{
+        order += [object isProxy] ? "" : "main ";
+    });
     [object release];
     EXPECT_EQ(live_objects, 1);
     object = [[DispatchTestObject alloc] init];
     InBackground(^{
-      DispatchTestObject *own = [[[DispatchTestObject alloc] init] autorelease];
-      OnMainQueue(^{ order += [object isEqual:own] ? "" : "background "; });
+        DispatchTestObject *own = [[[DispatchTestObject alloc] init] autorelease];
+        OnMainQueue(^{
+            order += [object isEqual:own] ? "" : "background ";
+        });
     });
     [object release];
   }
@@ -185,12 +203,16 @@ TEST_F(Dispatch, CapturedObjectsLiveAsLongAsTheirBlock) {
 // What one block raises must not keep the later ones from running.
 TEST_F(Dispatch, ARaisingBlockDoesNotBlockTheQueue) {
   OnMainQueue(^{
-    order += "raise ";
-    [NSException raise:NSGenericException format:@"raised by a test's block"];
+      order += "raise ";
+      [NSException raise:NSGenericException format:@"raised by a test's block"];
   });
-  OnMainQueue(^{ order += "next "; });
+  OnMainQueue(^{
+      order += "next ";
+  });
   EXPECT_TRUE(SpinUntil([] { return order == "raise next "; })) << order;
-  OnMainQueue(^{ order += "later "; });
+  OnMainQueue(^{
+      order += "later ";
+  });
   EXPECT_TRUE(SpinUntil([] { return order == "raise next later "; })) << order;
 }
 
@@ -199,7 +221,10 @@ TEST_F(Dispatch, ManyBlocksFromManyThreadsAllArrive) {
   count = 0;
   for (int thread = 0; thread < 8; ++thread) {
     InBackground(^{
-      for (int i = 0; i < 500; ++i) OnMainQueue(^{ ++count; });
+        for (int i = 0; i < 500; ++i)
+          OnMainQueue(^{
+              ++count;
+          });
     });
   }
   EXPECT_TRUE(SpinUntil([] { return count == 4000; })) << count;

@@ -6,7 +6,9 @@
 
 namespace {
 
-std::string NameOf(NSFont *font) { return font ? [[font fontName] UTF8String] : "none"; }
+std::string NameOf(NSFont *font) {
+  return font ? [[font fontName] UTF8String] : "none";
+}
 
 }  // namespace
 

@@ -6,9 +6,8 @@
 namespace {
 
 NSMutableDictionary *Item(NSString *account) {
-  return [NSMutableDictionary
-      dictionaryWithObjectsAndKeys:(id)kSecClassGenericPassword, (id)kSecClass, @"Orvane tests", (id)kSecAttrService,
-                                   account, (id)kSecAttrAccount, nil];
+  return [NSMutableDictionary dictionaryWithObjectsAndKeys:(id)kSecClassGenericPassword, (id)kSecClass, @"Orvane tests",
+                                                           (id)kSecAttrService, account, (id)kSecAttrAccount, nil];
 }
 
 OSStatus Add(NSDictionary *description, NSString *secret) {

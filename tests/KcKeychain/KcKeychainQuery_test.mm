@@ -171,7 +171,10 @@ TEST_F(KcKeychainQueryTest, PasswordIsAViewOfTheSecret) {
 }
 
 TEST_F(KcKeychainQueryTest, KeepsObjects) {
-  NSDictionary *login = @{@"user" : @"editor 🎬", @"hosts" : @[ @"a", @(7) ], @"key" : [NSData dataWithBytes:"\0" length:1]};
+  NSDictionary *login =
+      @{@"user" : @"editor 🎬",
+        @"hosts" : @[ @"a", @(7) ],
+        @"key" : [NSData dataWithBytes:"\0" length:1]};
   KcKeychainQuery *saved = Query(kService, @"object");
   [saved setPasswordObject:login];
   EXPECT_TRUE([saved save:NULL]);
@@ -183,7 +186,8 @@ TEST_F(KcKeychainQueryTest, KeepsObjects) {
 // Somebody may have stored another kind of secret under the same name.
 TEST_F(KcKeychainQueryTest, WhatIsNoArchiveGivesNoObject) {
   KcKeychainQuery *query = Query(kService, @"object");
-  const char *secrets[] = {"plain password", "{ a = 1; }", "<?xml version=\"1.0\"?><plist><array/></plist>", "bplist00"};
+  const char *secrets[] = {"plain password", "{ a = 1; }", "<?xml version=\"1.0\"?><plist><array/></plist>",
+                           "bplist00"};
   for (const char *secret : secrets) {
     [query setPasswordData:[NSData dataWithBytes:secret length:strlen(secret)]];
     EXPECT_EQ([query passwordObject], nil) << secret;

@@ -16,9 +16,9 @@ namespace {
 std::set<std::string> Describe(NSArray *items) {
   std::set<std::string> texts;
   for (NSDictionary *item in items) {
-    NSString *text = [NSString stringWithFormat:@"%@/%@/%@", [item objectForKey:(id)kSecAttrService],
-                                                [item objectForKey:(id)kSecAttrAccount],
-                                                [item objectForKey:(id)kSecAttrLabel]];
+    NSString *text =
+        [NSString stringWithFormat:@"%@/%@/%@", [item objectForKey:(id)kSecAttrService],
+                                   [item objectForKey:(id)kSecAttrAccount], [item objectForKey:(id)kSecAttrLabel]];
     texts.insert([text UTF8String]);
   }
   return texts;

@@ -24,8 +24,7 @@ struct ObjectDeleter {
 
 // Returns whether the default keyring is locked now.
 bool LockDefaultKeyring() {
-  std::unique_ptr<SecretService, ObjectDeleter> service(
-      secret_service_get_sync(SECRET_SERVICE_NONE, nullptr, nullptr));
+  std::unique_ptr<SecretService, ObjectDeleter> service(secret_service_get_sync(SECRET_SERVICE_NONE, nullptr, nullptr));
   if (!service) return false;
   std::unique_ptr<SecretCollection, ObjectDeleter> keyring(secret_collection_for_alias_sync(
       service.get(), SECRET_COLLECTION_DEFAULT, SECRET_COLLECTION_NONE, nullptr, nullptr));
