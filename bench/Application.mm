@@ -1,0 +1,77 @@
+#import <Cocoa/Cocoa.h>
+
+#include "Application.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+@interface BenchApplicationDelegate : NSObject {
+  const std::function<void()> *body;  // not owned: its owner waits
+}
+- (id)initWithBody:(const std::function<void()> *)aBody;
+@end
+
+@implementation BenchApplicationDelegate
+
+- (id)initWithBody:(const std::function<void()> *)aBody {
+  if ((self = [super init])) body = aBody;
+  return self;
+}
+
+- (void)applicationDidFinishLaunching:(NSNotification *)notification {
+  [self performSelector:@selector(run) withObject:nil afterDelay:0];
+}
+
+// With an in-window menu GNUstep would end the program with its last window.
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)application {
+  return NO;
+}
+
+- (void)run {
+  const bool worked = bench::RunReporting(*body);
+  fflush(stdout);
+  exit(worked ? 0 : 1);
+}
+
+@end
+
+namespace bench {
+
+void RunInApplication(const std::function<void()> &body) {
+  @autoreleasepool {
+    [[NSUserDefaults standardUserDefaults] registerDefaults:@{
+      @"GSSuppressAppIcon" : @"YES",
+      @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
+      @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
+      @"NSFont" : @"LiberationSans",
+      @"NSBoldFont" : @"LiberationSans-Bold",
+      @"NSFontSize" : @"13",
+      @"windowBackgroundColor" : @"0.93 0.93 0.93",
+      @"controlBackgroundColor" : @"0.93 0.93 0.93",
+      @"controlColor" : @"0.93 0.93 0.93"
+    }];
+    // The windows find their interface files through the bundle's identifier. Its code is not loaded.
+    [[NSBundle alloc] initWithPath:@ORVANE_BUNDLE_PATH];
+    [NSApplication sharedApplication];
+    [NSApp setDelegate:static_cast<id>([[BenchApplicationDelegate alloc] initWithBody:&body])];
+    [NSApp run];
+  }
+  exit(1);
+}
+
+void RunMainLoopUntil(const std::function<bool()> &condition, double seconds) {
+  NSDate *deadline = [NSDate dateWithTimeIntervalSinceNow:seconds];
+  while (!condition()) {
+    if ([deadline timeIntervalSinceNow] < 0) throw std::runtime_error("waited in vain in the main loop");
+    @autoreleasepool {
+      NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                          untilDate:[NSDate dateWithTimeIntervalSinceNow:0.01]
+                                             inMode:NSDefaultRunLoopMode
+                                            dequeue:YES];
+      if (event) [NSApp sendEvent:event];
+    }
+  }
+}
+
+}  // namespace bench

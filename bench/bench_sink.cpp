@@ -1,0 +1,27 @@
+// The benchmarks' service as a process of its own.
+//
+// Usage: bench_sink AUTHORITY-FILE
+// Writes the certificate of its authority to the file and its port, as a line, to standard output. Runs until it is
+// killed.
+#include <csignal>
+#include <cstdio>
+#include <exception>
+
+#include "SinkServer.h"
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fputs("usage: bench_sink AUTHORITY-FILE\n", stderr);
+    return 2;
+  }
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    bench::SinkServer server(argv[1]);
+    std::printf("%d\n", server.port());
+    std::fflush(stdout);
+    server.Serve();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "bench_sink: %s\n", error.what());
+  }
+  return 1;
+}

@@ -1,0 +1,31 @@
+# The benchmarks of the windows. Each is the plug-in's own objects in a small application, and talks to a service in a
+# process of its own.
+add_executable(bench_sink bench_sink.cpp FolderTree.cpp SinkServer.cpp)
+target_link_libraries(bench_sink PRIVATE orvane_test_https orvane_deployment orvane_warnings)
+
+add_library(orvane_bench STATIC
+  Application.mm
+  CurlProgram.cpp
+  Figure.cpp
+  FolderTree.cpp
+  MainLoopWatch.mm
+  PluginUpload.mm
+  ProcessMemory.cpp
+  RunReporting.cpp
+  SinkProcess.cpp)
+target_compile_definitions(orvane_bench
+  PRIVATE ORVANE_BENCH_SINK="$<TARGET_FILE:bench_sink>" ORVANE_BUNDLE_PATH="${ORVANE_BUNDLE}")
+target_include_directories(orvane_bench PUBLIC
+  "${CMAKE_CURRENT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/Mac" "${PROJECT_SOURCE_DIR}/GNUstep/include")
+target_compile_options(orvane_bench PRIVATE -Wno-unused-parameter)
+target_link_libraries(orvane_bench
+  PUBLIC orvane_host_core orvane_engine gnustep_appkit PRIVATE orvane_warnings nlohmann_json::nlohmann_json)
+target_include_directories(orvane_bench PRIVATE "${PROJECT_SOURCE_DIR}/Host")
+add_dependencies(orvane_bench bench_sink orvane_bundle)
+
+# Object libraries give their objects to the target that links them directly.
+foreach(name IN ITEMS upload_benchmark listing_benchmark)
+  add_executable(${name} ${name}.mm ProgressWatch.cpp)
+  target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_windows orvane_kckeychain
+    orvane_platform orvane_security gnustep_blocks orvane_warnings)
+endforeach()
