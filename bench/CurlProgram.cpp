@@ -8,8 +8,8 @@
 namespace bench {
 
 std::vector<std::string> CurlUploadArguments(const SinkProcess& sink) {
-  std::vector<std::string> arguments = {
-      "curl", "--disable", "--silent", "--show-error", "--output", "/dev/null", "--write-out", "%{time_total}"};
+  std::vector<std::string> arguments = {"curl",     "--disable", "--silent",    "--show-error",
+                                        "--output", "/dev/null", "--write-out", "%{time_total}"};
   const auto add = [&arguments](const std::string& option, const std::string& value) {
     arguments.push_back(option);
     arguments.push_back(value);

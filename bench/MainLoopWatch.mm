@@ -14,7 +14,8 @@ constexpr std::chrono::milliseconds kInterval(1);
 
 }  // namespace
 
-// One question to the main loop. The answer may come when nobody waits for it any more, so it is kept alive by the loop.
+// One question to the main loop. The answer may come when nobody waits for it any more, so it is kept alive by the
+// loop.
 @interface BenchMainLoopQuestion : NSObject {
  @public
   std::atomic<bool> answered;
@@ -36,7 +37,9 @@ namespace bench {
 
 MainLoopWatch::MainLoopWatch() : thread_([this] { Ask(); }) {}
 
-MainLoopWatch::~MainLoopWatch() { Stop(); }
+MainLoopWatch::~MainLoopWatch() {
+  Stop();
+}
 
 void MainLoopWatch::Stop() {
   stopped_ = true;

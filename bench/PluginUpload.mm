@@ -61,7 +61,9 @@ double PluginUpload::Run() {
   return std::chrono::duration<double>(completed_at - begin).count();
 }
 
-long long PluginUpload::ProgressCalls() const { return progress_calls; }
+long long PluginUpload::ProgressCalls() const {
+  return progress_calls;
+}
 
 void MakeUploadFile(const std::string &folder, long long bytes) {
   kept_file = folder + "/film.mp4";

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <stdexcept>
 #include <thread>
@@ -23,6 +24,9 @@ namespace {
 /// What one read of a socket fetches at most. OpenSSL's own default is one record, 16 KiB, which would double the
 /// number of system calls.
 constexpr size_t kReadBytes = 256 * 1024;
+
+/// How long the answer takes for the folders of the project "far".
+constexpr std::chrono::milliseconds kFarDelay(5);
 
 /// Bodies up to this length are kept, longer ones only counted.
 constexpr long long kSmallBody = 64 * 1024;
@@ -132,8 +136,8 @@ bool SinkServer::ServeRequest(SSL* tls, bool& counted) {
   if (!ReadHead(tls, request)) return false;
   if (request.target == "/statistics") {
     const std::string statistics = Statistics();
-    return Write(tls, "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(statistics.size()) + "\r\n\r\n" +
-                          statistics);
+    return Write(tls,
+                 "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(statistics.size()) + "\r\n\r\n" + statistics);
   }
   if (!counted) ++connections_;
   counted = true;
@@ -192,9 +196,11 @@ std::string SinkServer::Answer(const Request& request) const {
                                    : R"({"root":{"status":"success","payload":{"token":"token"}}})";
   }
   if (request.target == api + "get_project_list") {
-    return R"({"root":{"status":"success","payload":[{"id":"1","project_name":"Feature"}]}})";
+    return R"({"root":{"status":"success","payload":[{"id":"near","project_name":"Near"},)"
+           R"({"id":"far","project_name":"Far"}]}})";
   }
   if (StartsWith(request.target, api + "get_folders/")) {
+    if (request.target == api + "get_folders/far") std::this_thread::sleep_for(kFarDelay);
     const size_t at = request.body.find("&folder_id=");
     return FoldersInside(at == std::string::npos ? "" : request.body.substr(at + 11));
   }

@@ -1,8 +1,8 @@
 // How fast json::Deserialize is, measured beside nlohmann::json::parse in the same process.
 //
-// Two parts: a table of the ratios, for which both parsers read the same text in turns and the best time of each
-// counts, and then Google Benchmark's own report, which takes its usual options. Building and freeing the tree both
-// count. Build with the preset release: the ratios of an unoptimised build mean nothing.
+// With --figures alone it prints lines for scripts/bench's table: both parsers read the same text in turns, and the
+// best time of each counts. Otherwise it is a program of Google Benchmark, with its usual options. Building and freeing
+// the tree both count. Build with the preset release: the ratios of an unoptimised build mean nothing.
 #include "json.h"
 
 #include <benchmark/benchmark.h>
@@ -11,14 +11,20 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <functional>
+#include <cstring>
+#include <limits>
 #include <string>
 #include <vector>
+
+#include "Figure.h"
 
 namespace {
 
 constexpr int kProjects = 20000;
-constexpr int kRounds = 15;
+constexpr int kRounds = 25;
+
+/// Growth up to here counts as linear when the text is ten times as long.
+constexpr double kLinearGrowth = 15;
 
 /// An answer of the service with that many projects, of about 130 bytes each: two members with a long name, or more
 /// members with a short one.
@@ -58,12 +64,6 @@ void ParseTheirs(const std::string& text) {
   if (value.is_null()) std::fputs("the text was refused\n", stderr);
 }
 
-double MillisecondsOf(const std::function<void()>& action) {
-  const auto begin = std::chrono::steady_clock::now();
-  action();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
-}
-
 struct Case {
   const char* name;
   std::string text;
@@ -72,28 +72,62 @@ struct Case {
 const std::vector<Case>& Cases() {
   static const std::vector<Case> cases = {
       {"project list", ProjectList(kProjects, false)}, {"list of many members", ProjectList(kProjects, true)},
-      {"1000 nested arrays", NestedArrays(1000)},      {"10000 nested arrays", NestedArrays(10000)},
-      {"100000 nested arrays", NestedArrays(100000)},  {"1000 nested objects", NestedObjects(1000)},
-      {"10000 nested objects", NestedObjects(10000)},  {"100000 nested objects", NestedObjects(100000)},
+      {"1,000 nested arrays", NestedArrays(1000)},     {"10,000 nested arrays", NestedArrays(10000)},
+      {"100,000 nested arrays", NestedArrays(100000)}, {"1,000 nested objects", NestedObjects(1000)},
+      {"10,000 nested objects", NestedObjects(10000)}, {"100,000 nested objects", NestedObjects(100000)},
   };
   return cases;
 }
 
-void PrintRatios() {
-  std::printf("%-24s %10s %12s %12s %8s %12s\n", "text", "bytes", "ours [ms]", "nlohmann", "ratio", "ours [ns/B]");
-  for (const Case& item : Cases()) {
-    double ours = 1e9;
-    double theirs = 1e9;
-    for (int round = 0; round < kRounds; ++round) {
-      ours = std::min(ours, MillisecondsOf([&] { ParseOurs(item.text); }));
-      theirs = std::min(theirs, MillisecondsOf([&] { ParseTheirs(item.text); }));
-    }
-    const double bytes = static_cast<double>(item.text.size());
-    std::printf("%-24s %10zu %12.3f %12.3f %8.2f %12.1f\n", item.name, item.text.size(), ours, theirs, ours / theirs,
-                ours * 1e6 / bytes);
+/// The time that reading and freeing the text takes, in milliseconds.
+double MillisecondsOf(void (*parse)(const std::string&), const std::string& text) {
+  const auto begin = std::chrono::steady_clock::now();
+  parse(text);
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+}
+
+/// The best times of both sides.
+struct Times {
+  double ours = std::numeric_limits<double>::max();
+  double theirs = std::numeric_limits<double>::max();
+};
+
+Times Compare(const std::string& text) {
+  Times best;
+  for (int round = 0; round < kRounds; ++round) {
+    best.ours = std::min(best.ours, MillisecondsOf(ParseOurs, text));
+    best.theirs = std::min(best.theirs, MillisecondsOf(ParseTheirs, text));
   }
-  std::printf("A ratio below 1 means that ours is faster.\n\n");
-  std::fflush(stdout);
+  return best;
+}
+
+void PrintRatios() {
+  const std::string sizes = "a value takes " + std::to_string(sizeof(json::Value)) + " bytes, theirs " +
+                            std::to_string(sizeof(nlohmann::json)) + "; ";
+  for (const Case& item : Cases()) {
+    const Times times = Compare(item.text);
+    const double ratio = times.ours / times.theirs;
+    bench::Print({"json, " + std::string(item.name), bench::Text(times.ours, 3, "ms"),
+                  bench::Text(times.theirs, 3, "ms"), bench::Text(ratio, 2), "1 at most", ratio <= 1,
+                  sizes + std::to_string(item.text.size()) + " bytes of text"});
+  }
+}
+
+/// How much longer a text of ten times the length takes. Linear time would be 10 times, quadratic 100.
+void PrintGrowth(const char* name, const std::string& small, const std::string& large) {
+  const Times before = Compare(small);
+  const Times after = Compare(large);
+  const double growth = after.ours / before.ours;
+  bench::Print({name, bench::Text(growth, 1, "times"), bench::Text(after.theirs / before.theirs, 1, "times"),
+                bench::Text(growth, 1, "times"), "10 times, linear", growth <= kLinearGrowth,
+                "quadratic would be 100; the caches' limits add to both sides"});
+}
+
+void PrintFigures() {
+  PrintRatios();
+  PrintGrowth("json, 10 times the length", ProjectList(kProjects / 10, false), ProjectList(kProjects, false));
+  PrintGrowth("json, 10 times the arrays' depth", NestedArrays(10000), NestedArrays(100000));
+  PrintGrowth("json, 10 times the objects' depth", NestedObjects(10000), NestedObjects(100000));
 }
 
 void RegisterBenchmarks() {
@@ -113,9 +147,12 @@ void RegisterBenchmarks() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 2 && std::strcmp(argv[1], "--figures") == 0) {
+    PrintFigures();
+    return 0;
+  }
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  PrintRatios();
   RegisterBenchmarks();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

@@ -48,7 +48,9 @@ std::string SizeText(long long bytes) {
                                          : std::to_string(bytes / kMebibyte) + " MiB";
 }
 
-std::string Milliseconds(double seconds) { return Text(seconds * kMillisecondsPerSecond, 1, "ms"); }
+std::string Milliseconds(double seconds) {
+  return Text(seconds * kMillisecondsPerSecond, 1, "ms");
+}
 
 // Memory and progress calls of one long upload, the first of the process.
 void MeasureLongUpload(OrvaneProjectsAPI &client, const Sizes &sizes, const std::string &folder) {
@@ -64,7 +66,8 @@ void MeasureLongUpload(OrvaneProjectsAPI &client, const Sizes &sizes, const std:
          growth <= kWantedGrowthMebibytes, "peak over what was in use before the window opened"});
   const bool all = watch.Calls() > 0 && upload.ProgressCalls() == watch.Calls();
   Print({"progress calls that arrive", std::to_string(upload.ProgressCalls()), std::to_string(watch.Calls()),
-         std::to_string(watch.Calls() - upload.ProgressCalls()) + " lost", "0 lost", all, "ours: sink, other: libcurl"});
+         std::to_string(watch.Calls() - upload.ProgressCalls()) + " lost", "0 lost", all,
+         "ours: sink, other: libcurl"});
 }
 
 struct Speed {
