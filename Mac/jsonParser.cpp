@@ -139,6 +139,9 @@ class BracketTable {
     EndAll(kNever, open_[1]);
   }
 
+  /// The number of opening brackets.
+  size_t size() const { return brackets_.size(); }
+
   /// Where the bracket that the range begins with is closed within the range: the position of the closing bracket, the
   /// range's end when there is none, or kNone when a bracket of the wrong kind comes first. Brackets must be asked for
   /// in the order of the text.
@@ -329,7 +332,10 @@ enum Outcome {
 /// memory allows. Every value is built at its place in the tree, which stays where it is while it is being read.
 class Parser {
  public:
-  Parser(const std::string& text, Range range) : text_(text), brackets_(text, range) {}
+  Parser(const std::string& text, Range range) : text_(text), brackets_(text, range) {
+    // Deeper than this it cannot get. What is not used costs nothing, growing step by step would.
+    frames_.reserve(brackets_.size());
+  }
 
   /// Reads the range, which begins with a bracket and ends with its counterpart.
   Value Run(ValueType type, Range range) {
