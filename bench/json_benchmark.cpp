@@ -103,8 +103,7 @@ Times Compare(const std::string& text) {
 
 void PrintRatios() {
   const std::string remark = "reading and freeing; a value takes " + std::to_string(sizeof(json::Value)) +
-                             " bytes, theirs " + std::to_string(sizeof(nlohmann::json)) +
-                             " and as much again elsewhere, so deep texts wait longer for memory";
+                             " bytes, theirs " + std::to_string(sizeof(nlohmann::json)) + " and what it points to";
   for (const Case& item : Cases()) {
     const Times times = Compare(item.text);
     const double ratio = times.ours / times.theirs;
