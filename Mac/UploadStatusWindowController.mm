@@ -12,8 +12,9 @@
 #include "PlatformString.h"
 #include "WorkflowState.h"
 
-// libcurl reports progress thousands of times a second; more drawings than this would only keep the main thread busy.
-static const NSTimeInterval kSecondsBetweenDrawings = 1.0 / 30;
+// libcurl reports progress thousands of times a second. Each drawing takes more than a millisecond here and as much in
+// the window server, which a fast upload needs itself, and nobody reads numbers that change more often than this.
+static const NSTimeInterval kSecondsBetweenDrawings = 1.0 / 10;
 
 static NSArray *AllModes() {
   return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
