@@ -9,7 +9,7 @@ namespace bench {
 /// ends the process: status 0, or 1 when the body throws an exception, whose text goes to standard error. Main thread.
 [[noreturn]] void RunInApplication(const std::function<void()>& body);
 
-/// Handles events and timers until the condition, asked after each and every few milliseconds, holds. Throws
+/// Handles events and timers until the condition, asked after each event and ten times a second, holds. Throws
 /// std::runtime_error when that takes longer than so many seconds. Main thread.
 void RunMainLoopUntil(const std::function<bool()>& condition, double seconds);
 
