@@ -32,6 +32,8 @@ dispatch_block_t TakeFromMainQueue() {
   return block;
 }
 
+NSArray *Modes() { return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ]; }
+
 bool MainQueueIsEmpty() {
   std::lock_guard<std::mutex> lock(main_queue_mutex);
   return main_queue_blocks.empty();
@@ -58,7 +60,9 @@ struct Draining {
 - (id)initWithBlock:(dispatch_block_t)aBlock;
 - (void)runInBackground;
 + (void)wakeMainThread;
++ (void)queueDraining;
 + (void)drainMainQueue;
++ (void)endPolling;
 @end
 
 @implementation OrvDispatchWork
@@ -83,9 +87,29 @@ struct Draining {
 
 + (void)wakeMainThread {
   @autoreleasepool {
-    NSArray *modes = @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
-    [self performSelectorOnMainThread:@selector(drainMainQueue) withObject:nil waitUntilDone:NO modes:modes];
+    [self performSelectorOnMainThread:@selector(queueDraining) withObject:nil waitUntilDone:NO modes:Modes()];
   }
+}
+
+// The run loop takes all requests that have come in as one batch, and those behind one that runs a modal loop would
+// wait until it ends. As the last of the next batch the queue keeps nobody waiting.
++ (void)queueDraining {
+  [[NSRunLoop currentRunLoop] performSelector:@selector(drainMainQueue)
+                                       target:self
+                                     argument:nil
+                                        order:NSUIntegerMax
+                                        modes:Modes()];
+  [NSThread detachNewThreadSelector:@selector(requestEndOfPolling) toTarget:self withObject:nil];
+}
+
+// The run loop looks at the queue's place in the batch only when a request of another thread ends its poll().
++ (void)requestEndOfPolling {
+  @autoreleasepool {
+    [self performSelectorOnMainThread:@selector(endPolling) withObject:nil waitUntilDone:NO modes:Modes()];
+  }
+}
+
++ (void)endPolling {
 }
 
 + (void)drainMainQueue {

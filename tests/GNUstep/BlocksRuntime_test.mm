@@ -164,7 +164,7 @@ TEST(BlocksRuntime, ReferencesAreCountedAcrossThreads) {
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
       threads.emplace_back([block] {
-        for (int round = 0; round < 20000; ++round) {
+        for (int round = 0; round < 200000; ++round) {
           Number held = Block_copy(block);
           Block_release(held);
         }

@@ -10,20 +10,32 @@ namespace {
 
 constexpr NSInteger kCode = 4711;
 
+std::atomic<int> quiet_looks(0);
+
 // Long enough for a loop that waits for an event that never comes to be told from one that ends by itself.
-constexpr std::chrono::seconds kRescue(10);
+constexpr std::chrono::seconds kRescue(5);
 
 }  // namespace
 
 @interface ModalLoopStopper : NSObject
 + (void)stopWithCode;
 + (void)wake;
++ (void)noteEvents;
 @end
 
 @implementation ModalLoopStopper
 
 + (void)stopWithCode {
   [NSApp stopModalWithCode:kCode];
+}
+
+// Counts how often in a row no event was waiting.
++ (void)noteEvents {
+  NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                      untilDate:[NSDate distantPast]
+                                         inMode:NSModalPanelRunLoopMode
+                                        dequeue:NO];
+  quiet_looks = event ? 0 : quiet_looks + 1;
 }
 
 + (void)wake {
@@ -44,12 +56,22 @@ constexpr std::chrono::seconds kRescue(10);
 namespace {
 
 // Has the main thread run the class method, as soon as it runs a modal loop. Any thread.
-void PerformOnMainThread(SEL method) {
+void PerformOnMainThread(SEL method, bool wait = false) {
   @autoreleasepool {
     [[ModalLoopStopper class] performSelectorOnMainThread:method
                                                withObject:nil
-                                            waitUntilDone:NO
+                                            waitUntilDone:wait
                                                     modes:@[ NSModalPanelRunLoopMode ]];
+  }
+}
+
+// Waits until the modal loop has dealt with the events that opening its window brings: any event would end a loop that
+// has been stopped.
+void WaitForQuiet() {
+  quiet_looks = 0;
+  while (quiet_looks < 20) {
+    PerformOnMainThread(@selector(noteEvents), true);
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
   }
 }
 
@@ -105,9 +127,12 @@ class ModalLoop : public testing::Test {
 }  // namespace
 
 TEST_F(ModalLoop, APerformerEndsTheLoopAtOnce) {
-  for (int round = 0; round < 20; ++round) {
+  for (int round = 0; round < 3; ++round) {
     Rescue rescue;
-    std::thread stopper([] { PerformOnMainThread(@selector(stopWithCode)); });
+    std::thread stopper([] {
+      WaitForQuiet();
+      PerformOnMainThread(@selector(stopWithCode));
+    });
     EXPECT_EQ([NSApp runModalForWindow:window_], kCode);
     stopper.join();
     EXPECT_FALSE(rescue.WasNeeded());
