@@ -24,5 +24,5 @@ NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat si
 
 void InstallFontFallback() {
   original_font_with_name =
-      ReplaceClassMethod<FontWithName>("NSFont", @selector(fontWithName:size:), FontWithFallback);
+      ReplaceClassMethod<FontWithName>("NSFont", "fontWithName:size:", FontWithFallback);
 }

@@ -6,18 +6,19 @@
 #include <objc/runtime.h>
 
 /// Replaces the instance method and returns the implementation that stood there, or null when the class has none.
-/// Function is the implementation's type: void (*)(id, SEL, …).
+/// Function is the implementation's type: void (*)(id, SEL, …). The selector is given by its name: while a bundle is
+/// being loaded the selectors of its later files are not registered yet.
 template <typename Function>
-Function ReplaceInstanceMethod(const char *class_name, SEL selector, Function replacement) {
-  Method method = class_getInstanceMethod(objc_getClass(class_name), selector);
+Function ReplaceInstanceMethod(const char *class_name, const char *selector_name, Function replacement) {
+  Method method = class_getInstanceMethod(objc_getClass(class_name), sel_registerName(selector_name));
   if (!method) return nullptr;
   return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
 }
 
 /// The same for a class method.
 template <typename Function>
-Function ReplaceClassMethod(const char *class_name, SEL selector, Function replacement) {
-  Method method = class_getClassMethod(objc_getClass(class_name), selector);
+Function ReplaceClassMethod(const char *class_name, const char *selector_name, Function replacement) {
+  Method method = class_getClassMethod(objc_getClass(class_name), sel_registerName(selector_name));
   if (!method) return nullptr;
   return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
 }

@@ -30,7 +30,7 @@ void ReleaseLostDocuments(NSArray *documents) {
 
 void InstallNibLoading() {
   original_init_with_data = ReplaceInstanceMethod<InitWithData>(
-      "NSXMLDocument", @selector(initWithData:options:error:), InitDocumentAndNote);
+      "NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote);
 }
 
 @implementation NSBundle (TopLevelNibLoading)

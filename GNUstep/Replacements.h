@@ -1,9 +1,11 @@
 // The methods of GNUstep's classes that are replaced, one function for each file of replacements. Each is called once.
 #pragma once
 
+void InstallAlertPanel();
 void InstallFontFallback();
 void InstallModalLoop();
 void InstallNibLoading();
+void InstallReturnKey();
 void InstallTemplateImages();
 void InstallWindowDisplay();
 void InstallWorkspaceOpen();

@@ -26,9 +26,11 @@
 + (void)install:(NSNotification *)notification {
   (void)notification;
   [[NSNotificationCenter defaultCenter] removeObserver:self];
+  InstallAlertPanel();
   InstallFontFallback();
   InstallModalLoop();
   InstallNibLoading();
+  InstallReturnKey();
   InstallTemplateImages();
   InstallWindowDisplay();
   InstallWorkspaceOpen();

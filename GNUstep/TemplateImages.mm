@@ -59,5 +59,5 @@ NSImage *ImageNamedWithTemplates(id image_class, SEL selector, NSString *name) {
 }  // namespace
 
 void InstallTemplateImages() {
-  original_image_named = ReplaceClassMethod<ImageNamed>("NSImage", @selector(imageNamed:), ImageNamedWithTemplates);
+  original_image_named = ReplaceClassMethod<ImageNamed>("NSImage", "imageNamed:", ImageNamedWithTemplates);
 }

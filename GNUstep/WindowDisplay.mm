@@ -18,5 +18,5 @@ void DisplayAndOrderFront(id window, SEL selector, id sender) {
 
 void InstallWindowDisplay() {
   original_make_key_and_order_front = ReplaceInstanceMethod<MakeKeyAndOrderFront>(
-      "NSWindow", @selector(makeKeyAndOrderFront:), DisplayAndOrderFront);
+      "NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront);
 }

@@ -38,5 +38,5 @@ BOOL OpenInBrowser(id, SEL, NSURL *url) {
 }  // namespace
 
 void InstallWorkspaceOpen() {
-  ReplaceInstanceMethod<OpenURL>("NSWorkspace", @selector(openURL:), OpenInBrowser);
+  ReplaceInstanceMethod<OpenURL>("NSWorkspace", "openURL:", OpenInBrowser);
 }

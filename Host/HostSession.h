@@ -9,7 +9,7 @@
 
 #include "ExitStatus.h"
 #include "HostCalls.h"
-#include "PluginBundle.h"
+#include "BundleLoader.h"
 #include "Renderer.h"
 #include "Sequence.h"
 

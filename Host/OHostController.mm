@@ -61,6 +61,7 @@ class Listener : public orvane_host::SessionListener {
 }
 
 - (void)dealloc {
+  [[NSNotificationCenter defaultCenter] removeObserver:self];
   [_heartbeat invalidate];
   [_mainWindow release];
   [_progress release];
@@ -86,7 +87,18 @@ class Listener : public orvane_host::SessionListener {
   for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ]) {
     [[NSRunLoop currentRunLoop] addTimer:_heartbeat forMode:mode];
   }
+  NSNotificationCenter *center = [NSNotificationCenter defaultCenter];
+  for (NSString *change in @[ NSWindowDidBecomeKeyNotification, NSWindowDidBecomeMainNotification ]) {
+    [center addObserver:self selector:@selector(keepMenuToMainWindow:) name:change object:nil];
+  }
   if (_options.export_at_once) [OHostApplication postOrder:OHostOrderExport data:0];
+}
+
+// With its menus in windows AppKit gives the application's menu to every window that comes to the front. The plug-in's
+// windows have none.
+- (void)keepMenuToMainWindow:(NSNotification *)notification {
+  NSWindow *window = [notification object];
+  if (window != [_mainWindow window] && !OHostIsMenuWindow(window) && [window menu]) [window setMenu:nil];
 }
 
 - (void)startPlugins {

@@ -2,7 +2,7 @@
 
 #include <dlfcn.h>
 
-#include "PluginBundle.h"
+#include "BundleLoader.h"
 
 namespace orvane_host::internal {
 

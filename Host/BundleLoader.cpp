@@ -1,4 +1,4 @@
-#include "PluginBundle.h"
+#include "BundleLoader.h"
 
 #include <dlfcn.h>
 
