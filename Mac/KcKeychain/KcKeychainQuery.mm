@@ -14,6 +14,16 @@ static void Report(OSStatus status, NSError **error) {
   if (status != errSecSuccess && error) *error = [KcKeychainQuery errorWithCode:status];
 }
 
+// Whether the data is what NSKeyedArchiver writes. Asking first spares the unarchiver's exception, which leaks.
+static BOOL IsKeyedArchive(NSData *data) {
+  id content = [NSPropertyListSerialization propertyListWithData:data
+                                                         options:NSPropertyListImmutable
+                                                          format:NULL
+                                                           error:NULL];
+  return [content isKindOfClass:[NSDictionary class]] &&
+         [[content objectForKey:@"$archiver"] isEqual:@"NSKeyedArchiver"];
+}
+
 @implementation KcKeychainQuery
 
 @synthesize account;
@@ -40,7 +50,7 @@ static void Report(OSStatus status, NSError **error) {
 }
 
 - (id<NSCoding>)passwordObject {
-  if ([passwordData length] == 0) return nil;
+  if ([passwordData length] == 0 || !IsKeyedArchive(passwordData)) return nil;
   @try {
     return [NSKeyedUnarchiver unarchiveObjectWithData:passwordData];
   } @catch (NSException *exception) {
