@@ -4,6 +4,7 @@
 #import <Security/Security.h>
 
 #include <cmath>
+#include <cstring>
 
 #include "Deployment.h"
 
@@ -14,8 +15,15 @@ static void Report(OSStatus status, NSError **error) {
   if (status != errSecSuccess && error) *error = [KcKeychainQuery errorWithCode:status];
 }
 
-// Whether the data is what NSKeyedArchiver writes. Asking first spares the unarchiver's exception, which leaks.
+static BOOL BeginsWith(NSData *data, const char *text) {
+  const size_t length = strlen(text);
+  return [data length] >= length && memcmp([data bytes], text, length) == 0;
+}
+
+// Whether the data is what NSKeyedArchiver writes: a binary or an XML property list with its mark. Asking first spares
+// the unarchiver's exception, which leaks, and so does reading any other text as a property list.
 static BOOL IsKeyedArchive(NSData *data) {
+  if (!BeginsWith(data, "bplist") && !BeginsWith(data, "<?xml")) return NO;
   id content = [NSPropertyListSerialization propertyListWithData:data
                                                          options:NSPropertyListImmutable
                                                           format:NULL
