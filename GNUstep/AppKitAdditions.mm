@@ -2,4 +2,6 @@
 
 double NSFoundationVersionNumber = 1056;
 
-BOOL NSApplicationLoad(void) { return [NSApplication sharedApplication] != nil; }
+BOOL NSApplicationLoad(void) {
+  return [NSApplication sharedApplication] != nil;
+}

@@ -17,12 +17,18 @@ NSStringEncoding FoundationEncoding(CFStringEncoding encoding) {
   }
 }
 
-NSString *String(CFStringRef string) { return reinterpret_cast<NSString *>(const_cast<__CFString *>(string)); }
-NSURL *Url(CFURLRef url) { return reinterpret_cast<NSURL *>(const_cast<__CFURL *>(url)); }
+NSString *String(CFStringRef string) {
+  return reinterpret_cast<NSString *>(const_cast<__CFString *>(string));
+}
+NSURL *Url(CFURLRef url) {
+  return reinterpret_cast<NSURL *>(const_cast<__CFURL *>(url));
+}
 
 }  // namespace
 
-void CFRelease(CFTypeRef object) { [static_cast<id>(const_cast<void *>(object)) release]; }
+void CFRelease(CFTypeRef object) {
+  [static_cast<id>(const_cast<void *>(object)) release];
+}
 
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8 *bytes, CFIndex count, CFStringEncoding encoding,
                                     Boolean) {
@@ -37,12 +43,14 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar *units, C
                                                                      length:static_cast<NSUInteger>(count)]);
 }
 
-CFIndex CFStringGetLength(CFStringRef string) { return static_cast<CFIndex>([String(string) length]); }
+CFIndex CFStringGetLength(CFStringRef string) {
+  return static_cast<CFIndex>([String(string) length]);
+}
 
 void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar *buffer) {
-  [String(string) getCharacters:buffer
-                          range:NSMakeRange(static_cast<NSUInteger>(range.location),
-                                            static_cast<NSUInteger>(range.length))];
+  [String(string)
+      getCharacters:buffer
+              range:NSMakeRange(static_cast<NSUInteger>(range.location), static_cast<NSUInteger>(range.length))];
 }
 
 CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding encoding, UInt8, Boolean, UInt8 *buffer,
@@ -53,8 +61,8 @@ CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding enc
   CFIndex bytes = 0;
   while (position < end) {
     const NSUInteger units = [text rangeOfComposedCharacterSequenceAtIndex:position].length;
-    NSData *character = [[text substringWithRange:NSMakeRange(position, units)]
-        dataUsingEncoding:FoundationEncoding(encoding)];
+    NSData *character =
+        [[text substringWithRange:NSMakeRange(position, units)] dataUsingEncoding:FoundationEncoding(encoding)];
     const CFIndex length = static_cast<CFIndex>([character length]);
     if (bytes + length > capacity) break;
     memcpy(buffer + bytes, [character bytes], static_cast<size_t>(length));

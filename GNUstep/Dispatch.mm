@@ -32,7 +32,9 @@ dispatch_block_t TakeFromMainQueue() {
   return block;
 }
 
-NSArray *Modes() { return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ]; }
+NSArray *Modes() {
+  return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
+}
 
 bool MainQueueIsEmpty() {
   std::lock_guard<std::mutex> lock(main_queue_mutex);
@@ -139,7 +141,9 @@ void WakeMainThread() {
 
 }  // namespace
 
-dispatch_queue_t dispatch_get_main_queue(void) { return reinterpret_cast<dispatch_queue_t>(&main_queue_tag); }
+dispatch_queue_t dispatch_get_main_queue(void) {
+  return reinterpret_cast<dispatch_queue_t>(&main_queue_tag);
+}
 
 dispatch_queue_t dispatch_get_global_queue(long, unsigned long) {
   return reinterpret_cast<dispatch_queue_t>(&global_queue_tag);

@@ -23,6 +23,5 @@ NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat si
 }  // namespace
 
 void InstallFontFallback() {
-  original_font_with_name =
-      ReplaceClassMethod<FontWithName>("NSFont", "fontWithName:size:", FontWithFallback);
+  original_font_with_name = ReplaceClassMethod<FontWithName>("NSFont", "fontWithName:size:", FontWithFallback);
 }

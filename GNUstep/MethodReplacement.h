@@ -9,7 +9,7 @@
 /// Function is the implementation's type: void (*)(id, SEL, …). The selector is given by its name: while a bundle is
 /// being loaded the selectors of its later files are not registered yet.
 template <typename Function>
-Function ReplaceInstanceMethod(const char *class_name, const char *selector_name, Function replacement) {
+Function ReplaceInstanceMethod(const char* class_name, const char* selector_name, Function replacement) {
   Method method = class_getInstanceMethod(objc_getClass(class_name), sel_registerName(selector_name));
   if (!method) return nullptr;
   return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
@@ -17,7 +17,7 @@ Function ReplaceInstanceMethod(const char *class_name, const char *selector_name
 
 /// The same for a class method.
 template <typename Function>
-Function ReplaceClassMethod(const char *class_name, const char *selector_name, Function replacement) {
+Function ReplaceClassMethod(const char* class_name, const char* selector_name, Function replacement) {
   Method method = class_getClassMethod(objc_getClass(class_name), sel_registerName(selector_name));
   if (!method) return nullptr;
   return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));

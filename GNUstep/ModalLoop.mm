@@ -21,6 +21,5 @@ void StopModalAndWake(id application, SEL selector, NSInteger code) {
 
 void InstallModalLoop() {
   // stopModal sends stopModalWithCode:, so one replacement covers both.
-  original_stop_modal = ReplaceInstanceMethod<StopModal>("NSApplication", "stopModalWithCode:",
-                                                         StopModalAndWake);
+  original_stop_modal = ReplaceInstanceMethod<StopModal>("NSApplication", "stopModalWithCode:", StopModalAndWake);
 }

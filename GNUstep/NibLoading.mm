@@ -29,8 +29,8 @@ void ReleaseLostDocuments(NSArray *documents) {
 }  // namespace
 
 void InstallNibLoading() {
-  original_init_with_data = ReplaceInstanceMethod<InitWithData>(
-      "NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote);
+  original_init_with_data =
+      ReplaceInstanceMethod<InitWithData>("NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote);
 }
 
 @implementation NSBundle (TopLevelNibLoading)

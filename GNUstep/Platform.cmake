@@ -10,6 +10,7 @@ add_library(orvane_platform OBJECT
   ModalLoop.mm
   NibLoading.mm
   NibProgressIndicator.mm
+  PopUpItems.mm
   Replacements.mm
   ReturnKey.mm
   TemplateImages.mm

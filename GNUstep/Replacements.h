@@ -5,6 +5,7 @@ void InstallAlertPanel();
 void InstallFontFallback();
 void InstallModalLoop();
 void InstallNibLoading();
+void InstallPopUpItems();
 void InstallReturnKey();
 void InstallTemplateImages();
 void InstallWindowDisplay();

@@ -30,6 +30,7 @@
   InstallFontFallback();
   InstallModalLoop();
   InstallNibLoading();
+  InstallPopUpItems();
   InstallReturnKey();
   InstallTemplateImages();
   InstallWindowDisplay();

@@ -36,6 +36,6 @@ BOOL PerformKeyEquivalentUnlessText(id window, SEL selector, NSEvent *event) {
 }  // namespace
 
 void InstallReturnKey() {
-  original_perform_key_equivalent = ReplaceInstanceMethod<PerformKeyEquivalent>(
-      "NSWindow", "performKeyEquivalent:", PerformKeyEquivalentUnlessText);
+  original_perform_key_equivalent =
+      ReplaceInstanceMethod<PerformKeyEquivalent>("NSWindow", "performKeyEquivalent:", PerformKeyEquivalentUnlessText);
 }

@@ -17,6 +17,6 @@ void DisplayAndOrderFront(id window, SEL selector, id sender) {
 }  // namespace
 
 void InstallWindowDisplay() {
-  original_make_key_and_order_front = ReplaceInstanceMethod<MakeKeyAndOrderFront>(
-      "NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront);
+  original_make_key_and_order_front =
+      ReplaceInstanceMethod<MakeKeyAndOrderFront>("NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront);
 }

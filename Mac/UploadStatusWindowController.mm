@@ -82,11 +82,8 @@ static NSString *ProgressText(double total, double done) {
   [self retain];
   __block UploadStatusWindowController *controller = self;
   dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
-    [controller runUpload];
-    [controller performSelectorOnMainThread:@selector(uploadEnded)
-                                 withObject:nil
-                              waitUntilDone:NO
-                                      modes:AllModes()];
+      [controller runUpload];
+      [controller performSelectorOnMainThread:@selector(uploadEnded) withObject:nil waitUntilDone:NO modes:AllModes()];
   });
 }
 
@@ -104,15 +101,13 @@ static NSString *ProgressText(double total, double done) {
   NSString *link = TextMember(ObjectMember(root, @"payload"), @"link");
   if ([status isEqualToString:@"success"]) {
     dispatch_async(dispatch_get_main_queue(), ^{
-      RunGuarded([self, link] { [self uploadSucceededWithLink:link]; });
+        RunGuarded([self, link] { [self uploadSucceededWithLink:link]; });
     });
     return;
   }
   NSLog(@"#orvanevorrel Upload error returned from Orvane - res: %@", FromUtf8(answer));
   // The alert belongs to this block, which waits for it; windows are only safe on the main thread.
-  RunOnMainThreadAndWait([self, message] {
-    RunGuarded([self, message] { [self uploadRefusedWithMessage:message]; });
-  });
+  RunOnMainThreadAndWait([self, message] { RunGuarded([self, message] { [self uploadRefusedWithMessage:message]; }); });
 }
 
 - (void)uploadSucceededWithLink:(NSString *)link {
@@ -130,8 +125,8 @@ static NSString *ProgressText(double total, double done) {
   ExportLifetime::SetUploadIsRunning(false);
   NSAlert *alert = [[[NSAlert alloc] init] autorelease];
   [alert setMessageText:@"There was an error uploading to Orvane."];
-  [alert setInformativeText:[NSString stringWithFormat:@"The system returned this message: \"%@\"",
-                                                       message ? message : @""]];
+  [alert setInformativeText:[NSString
+                                stringWithFormat:@"The system returned this message: \"%@\"", message ? message : @""]];
   [alert setIcon:orvaneIcon];
   [alert runModal];
 }

@@ -1,6 +1,7 @@
 #import <Cocoa/Cocoa.h>
 
 #include "Application.h"
+#import "Looks.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -48,17 +49,7 @@ constexpr double kSecondsBetweenQuestions = 0.1;
 
 void RunInApplication(const std::function<void()> &body) {
   @autoreleasepool {
-    [[NSUserDefaults standardUserDefaults] registerDefaults:@{
-      @"GSSuppressAppIcon" : @"YES",
-      @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
-      @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
-      @"NSFont" : @"LiberationSans",
-      @"NSBoldFont" : @"LiberationSans-Bold",
-      @"NSFontSize" : @"13",
-      @"windowBackgroundColor" : @"0.93 0.93 0.93",
-      @"controlBackgroundColor" : @"0.93 0.93 0.93",
-      @"controlColor" : @"0.93 0.93 0.93"
-    }];
+    RegisterLooks();
     // The windows find their interface files through the bundle's identifier. Its code is not loaded.
     [[NSBundle alloc] initWithPath:@ORVANE_BUNDLE_PATH];
     [NSApplication sharedApplication];

@@ -13,7 +13,14 @@ const SecretSchema kSchema = {"com.orvane.GenericPassword",
                                {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
                                {"synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN},
                                {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
-                              0, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+                              0,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr};
 
 struct HashTableDeleter {
   void operator()(GHashTable *table) const { g_hash_table_unref(table); }
@@ -49,7 +56,9 @@ HashTable AttributeTable(const KeyringAttributes &attributes, bool for_storing) 
   return table;
 }
 
-NSString *Text(const void *utf8) { return utf8 ? [NSString stringWithUTF8String:static_cast<const char *>(utf8)] : nil; }
+NSString *Text(const void *utf8) {
+  return utf8 ? [NSString stringWithUTF8String:static_cast<const char *>(utf8)] : nil;
+}
 
 }  // namespace
 
@@ -107,8 +116,8 @@ NSString *Text(const void *utf8) { return utf8 ? [NSString stringWithUTF8String:
 
 OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items) {
   const HashTable table = AttributeTable(attributes, false);
-  const auto flags = static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_UNLOCK |
-                                                    SECRET_SEARCH_LOAD_SECRETS);
+  const auto flags =
+      static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_UNLOCK | SECRET_SEARCH_LOAD_SECRETS);
   GError *error = nullptr;
   GList *found = secret_service_search_sync(nullptr, &kSchema, table.get(), flags, nullptr, &error);
   NSMutableArray *result = [NSMutableArray array];

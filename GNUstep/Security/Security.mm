@@ -14,7 +14,9 @@ id Value(NSDictionary *dictionary, CFStringRef key) {
   return [dictionary objectForKey:reinterpret_cast<NSString *>(const_cast<__CFString *>(key))];
 }
 
-bool IsSet(NSDictionary *query, CFStringRef key) { return [Value(query, key) boolValue]; }
+bool IsSet(NSDictionary *query, CFStringRef key) {
+  return [Value(query, key) boolValue];
+}
 
 bool IsText(id value, CFStringRef text) {
   return [value isEqual:reinterpret_cast<NSString *>(const_cast<__CFString *>(text))];
@@ -96,7 +98,9 @@ OSStatus SecItemCopyMatching(CFDictionaryRef query, CFTypeRef *result) {
   return *result ? errSecSuccess : errSecInteractionNotAllowed;
 }
 
-OSStatus SecKeychainItemDelete(SecKeychainItemRef item) { return [reinterpret_cast<OrvKeyringItem *>(item) remove]; }
+OSStatus SecKeychainItemDelete(SecKeychainItemRef item) {
+  return [reinterpret_cast<OrvKeyringItem *>(item) remove];
+}
 
 CFStringRef SecCopyErrorMessageString(OSStatus status, void *) {
   NSString *text = nil;

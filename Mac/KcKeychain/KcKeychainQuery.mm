@@ -28,8 +28,8 @@ static BOOL IsKeyedArchive(NSData *data) {
                                                          options:NSPropertyListImmutable
                                                           format:NULL
                                                            error:NULL];
-  return [content isKindOfClass:[NSDictionary class]] &&
-         [[content objectForKey:@"$archiver"] isEqual:@"NSKeyedArchiver"];
+  return
+      [content isKindOfClass:[NSDictionary class]] && [[content objectForKey:@"$archiver"] isEqual:@"NSKeyedArchiver"];
 }
 
 @implementation KcKeychainQuery

@@ -95,17 +95,21 @@ TEST_F(StatusWindow, ARefusalLeavesFileAndWindow) {
   for (const auto &[answer, message] : cases) {
     api_.Answer(std::string(ScriptedApi::kUpload) + "1", answer);
     std::string texts;
-    RunWithScript([] { [status_controller showWindow]; SpinUntil([] { return UploadHasEnded() && !AlertPanel(); }); },
-                  [&texts](Script &actions) {
-                    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-                    actions.OnMain([&texts] {
-                      texts = AlertTexts();
-                      TakePicture(AlertPanel(), "alert-upload");
-                      DismissAlert();
-                    });
-                  });
-    EXPECT_EQ(texts, "There was an error uploading to Orvane.\nThe system returned this message: \"" + message +
-                         "\"\n");
+    RunWithScript(
+        [] {
+          [status_controller showWindow];
+          SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
+        },
+        [&texts](Script &actions) {
+          actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+          actions.OnMain([&texts] {
+            texts = AlertTexts();
+            TakePicture(AlertPanel(), "alert-upload");
+            DismissAlert();
+          });
+        });
+    EXPECT_EQ(texts,
+              "There was an error uploading to Orvane.\nThe system returned this message: \"" + message + "\"\n");
     EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);
     EXPECT_TRUE([status_controller windowShouldClose:nil]);
     EXPECT_TRUE(std::filesystem::exists(file_));

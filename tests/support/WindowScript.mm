@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -19,11 +20,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// Instrumented code is many times slower, above all where every allocation's stack is kept.
+#if defined(__has_feature) && (__has_feature(address_sanitizer) || __has_feature(thread_sanitizer))
+constexpr std::chrono::seconds kDeadline(90);
+#else
 constexpr std::chrono::seconds kDeadline(10);
+#endif
 constexpr std::chrono::milliseconds kPollInterval(5);
 
+// Guarded by the mutex but for run.
 struct Work {
   std::function<void()> run;
+  bool started = false;
   bool done = false;
 };
 
@@ -58,6 +66,7 @@ NSArray *Modes() {
     if (work_queue.empty()) return;
     work = work_queue.front();
     work_queue.pop_front();
+    work->started = true;
     more = !work_queue.empty();
   }
   if (more) [self wake];  // what waits behind work that opens a modal loop runs inside that loop
@@ -87,17 +96,18 @@ std::shared_ptr<Work> Enqueue(std::function<void()> run) {
   return work;
 }
 
-// Ends the modal loops that a failed script has left behind, until the body has ended.
-void AbandonModalLoops(const std::atomic<bool> &body_ended) {
-  while (!body_ended) {
-    Enqueue([&body_ended] {
-      NSWindow *window = body_ended ? nil : [NSApp modalWindow];
-      if (!window) return;
+// Ends the innermost modal loop, again and again, until it is over: for modal windows that nobody is left to close.
+void EndModalLoopsUntil(const std::function<bool()> &over) {
+  const auto finished = std::make_shared<std::atomic<bool>>(false);  // outlives this call in what is still queued
+  while (!over()) {
+    Enqueue([finished] {
+      NSWindow *window = *finished ? nil : [NSApp modalWindow];
       [window orderOut:nil];
-      [NSApp stopModal];
+      if (window) [NSApp stopModal];
     });
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
+  *finished = true;
 }
 
 }  // namespace
@@ -106,7 +116,16 @@ void Script::OnMain(const std::function<void()> &work) {
   std::shared_ptr<Work> queued = Enqueue(work);
   std::unique_lock<std::mutex> lock(work_mutex);
   if (work_done.wait_for(lock, kDeadline, [&queued] { return queued->done; })) return;
-  throw ScriptFailure{"work on the main thread to end; it opened a modal window?"};
+  // The work refers to the caller's variables: it must not run, or go on, when this throws.
+  work_queue.erase(std::remove(work_queue.begin(), work_queue.end(), queued), work_queue.end());
+  const bool started = queued->started;
+  lock.unlock();
+  if (!started) throw ScriptFailure{"the main thread to take work"};
+  EndModalLoopsUntil([&queued] {
+    std::lock_guard<std::mutex> guard(work_mutex);
+    return queued->done;
+  });
+  throw ScriptFailure{"work on the main thread to end; did it open a modal window?"};
 }
 
 void Script::Post(std::function<void()> work) {
@@ -133,7 +152,7 @@ void RunWithScript(const std::function<void()> &body, const std::function<void(S
       std::string failure;
       if (!RunScript(script, actions, &failure)) {
         ADD_FAILURE() << "the script waited in vain: " << failure;
-        AbandonModalLoops(body_ended);
+        EndModalLoopsUntil([&body_ended] { return body_ended.load(); });
       }
     }
     script_ended = true;

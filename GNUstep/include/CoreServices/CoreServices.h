@@ -19,9 +19,9 @@ enum { noErr = 0, fnfErr = -43 };
 
 /// Finds a special folder of the user; here the temporary-items folder alone ($TMPDIR, or else /tmp). Returns noErr, or
 /// fnfErr when there is no such folder.
-OSErr FSFindFolder(SInt16 volume, UInt32 folderType, Boolean create, FSRef *found);
+OSErr FSFindFolder(SInt16 volume, UInt32 folderType, Boolean create, FSRef* found);
 
-CFURLRef CFURLCreateFromFSRef(CFAllocatorRef allocator, const FSRef *reference);
+CFURLRef CFURLCreateFromFSRef(CFAllocatorRef allocator, const FSRef* reference);
 
 #ifdef __cplusplus
 }

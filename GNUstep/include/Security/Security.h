@@ -10,8 +10,8 @@
 extern "C" {
 #endif
 
-typedef const struct __CFDictionary *CFDictionaryRef;
-typedef struct __SecKeychainItem *SecKeychainItemRef;
+typedef const struct __CFDictionary* CFDictionaryRef;
+typedef struct __SecKeychainItem* SecKeychainItemRef;
 
 // Keys and values of an item's and a query's dictionary. Each is a string object.
 extern const CFStringRef kSecClass;
@@ -33,7 +33,7 @@ enum {
   errSecSuccess = 0,
   errSecParam = -50,
   errSecUserCanceled = -128,
-  errSecNotAvailable = -25291,           // no keyring answers
+  errSecNotAvailable = -25291,  // no keyring answers
   errSecDuplicateItem = -25299,
   errSecItemNotFound = -25300,
   errSecInteractionNotAllowed = -25308,  // the keyring is locked and cannot ask
@@ -41,16 +41,16 @@ enum {
 
 /// Stores the item that the attributes describe. result is not used. A second item with the same service, account and
 /// synchronisation is a duplicate; any synchronisation is stored as none.
-OSStatus SecItemAdd(CFDictionaryRef attributes, CFTypeRef *result);
+OSStatus SecItemAdd(CFDictionaryRef attributes, CFTypeRef* result);
 
 /// Finds items. By the query, *result becomes the secret (data), a dictionary of attributes or a reference, and with
 /// kSecMatchLimitAll an array of them. The caller releases it with CFRelease.
-OSStatus SecItemCopyMatching(CFDictionaryRef query, CFTypeRef *result);
+OSStatus SecItemCopyMatching(CFDictionaryRef query, CFTypeRef* result);
 
 OSStatus SecKeychainItemDelete(SecKeychainItemRef item);
 
 /// A text for the status in English, or null for a status without one. The caller releases it. reserved is null.
-CFStringRef SecCopyErrorMessageString(OSStatus status, void *reserved);
+CFStringRef SecCopyErrorMessageString(OSStatus status, void* reserved);
 
 #ifdef __cplusplus
 }
