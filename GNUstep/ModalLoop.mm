@@ -1,4 +1,4 @@
-// GNUstep notices stopModal only when the next event arrives, and raises when no modal session runs. AppKit does
+// GNUstep notices stopModal only when the next event arrives, and may raise when no modal session runs. AppKit does
 // neither: stopping wakes the loop by itself, and stopping nothing does nothing.
 #import <Cocoa/Cocoa.h>
 #import <WakeEventLoop.h>
