@@ -1,6 +1,7 @@
 #import "RoundedButton.h"
 
 #import "NSTextField+VerticalAlignment.h"
+#import "PlainLabel.h"
 #import "RoundedView.h"
 #include "ExceptionGuard.h"
 
@@ -62,15 +63,9 @@ const Style *StyleOfType(int type) {
   [backgroundView setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
   [self addSubview:backgroundView];
 
-  [self setTitleLabel:[[[NSTextField alloc] initWithFrame:[self bounds]] autorelease]];
+  [self setTitleLabel:PlainLabel([self bounds])];
   [titleLabel setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable | NSViewMinXMargin | NSViewMaxXMargin |
                                   NSViewMinYMargin | NSViewMaxYMargin];
-  [titleLabel setEditable:NO];
-  [titleLabel setSelectable:NO];
-  [titleLabel setDrawsBackground:NO];
-  [titleLabel setBackgroundColor:[NSColor clearColor]];
-  [titleLabel setBordered:NO];
-  [titleLabel setBezeled:NO];
   [titleLabel setTextColor:titleColor];
   [titleLabel setAlignment:NSTextAlignmentCenter];
   [self addSubview:titleLabel];

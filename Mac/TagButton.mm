@@ -1,6 +1,6 @@
 #import "TagButton.h"
 
-#import "PluginBundle.h"
+#import "PlainLabel.h"
 #import "RoundedView.h"
 #include "ExceptionGuard.h"
 
@@ -41,13 +41,7 @@ static const CGFloat kRightMargin = 6;
   [backgroundView setType:RoundedViewTypeButtonGraySmall];
   [self addSubview:backgroundView];
 
-  [self setTitleLabel:[[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease]];
-  [titleLabel setEditable:NO];
-  [titleLabel setSelectable:NO];
-  [titleLabel setDrawsBackground:NO];
-  [titleLabel setBackgroundColor:[NSColor clearColor]];
-  [titleLabel setBordered:NO];
-  [titleLabel setBezeled:NO];
+  [self setTitleLabel:PlainLabel(NSZeroRect)];
   [titleLabel setTextColor:[NSColor whiteColor]];
   [titleLabel setFont:[NSFont fontWithName:@"HelveticaNeue" size:12]];
   [titleLabel setAlignment:NSTextAlignmentLeft];

@@ -17,6 +17,7 @@ set(ORVANE_WINDOW_SOURCES
   OrvaneUI.mm
   OrvaneUIController.mm
   OrvaneUploadWindowController.mm
+  PlainLabel.mm
   PluginBundle.mm
   RoundedButton.mm
   RoundedView.mm

@@ -1,4 +1,5 @@
 #import <Cocoa/Cocoa.h>
+#import <WakeEventLoop.h>
 
 #include <gtest/gtest.h>
 
@@ -39,16 +40,7 @@ constexpr std::chrono::seconds kRescue(5);
 }
 
 + (void)wake {
-  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
-                                      location:NSZeroPoint
-                                 modifierFlags:0
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                       subtype:0
-                                         data1:0
-                                         data2:0]
-           atStart:NO];
+  WakeEventLoop();
 }
 
 @end

@@ -105,16 +105,16 @@ TEST(OrderedDictionary, RefusesDuplicateKeysAndWrongIndexes) {
   // An initialiser that raises does not release its object.
   OrderedDictionary *twice = [OrderedDictionary alloc];
   std::string raised = Raised(^{
-    [twice initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]];
+      [twice initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]];
   });
   EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == [_values count]"), std::string::npos)
       << raised;
   [twice release];
   twice = [OrderedDictionary alloc];
   raised = Raised(^{
-    id objects[] = {@"1", @"2"};
-    id<NSCopying> keys[] = {@"a", @"a"};
-    [twice initWithObjects:objects forKeys:keys count:2];
+      id objects[] = {@"1", @"2"};
+      id<NSCopying> keys[] = {@"a", @"a"};
+      [twice initWithObjects:objects forKeys:keys count:2];
   });
   EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == count"), std::string::npos) << raised;
   [twice release];

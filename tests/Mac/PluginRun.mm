@@ -20,6 +20,8 @@ NSString *const kUploadTitle = @"Orvane: Upload";
 NSString *const kProgressTitle = @"Orvane: Uploading";
 NSString *const kCompleteTitle = @"Orvane: Upload Complete";
 
+// Written out here, not shared with the platform folder: people's keyrings hold items of this form, and must be found
+// again by later releases.
 const SecretSchema kSavedLoginSchema = {"com.orvane.GenericPassword",
                                         SECRET_SCHEMA_NONE,
                                         {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING},
