@@ -1,6 +1,7 @@
 # orvane_platform goes into every module that holds the plug-in's window side. It is an object library: its categories
 # and its +load are referred to by nothing, and a linker would leave them out of a plain archive.
 add_library(orvane_platform OBJECT
+  AccessibilityLabel.mm
   AlertPanel.mm
   AppKitAdditions.mm
   CoreFoundation.mm
@@ -11,6 +12,7 @@ add_library(orvane_platform OBJECT
   NibLoading.mm
   NibProgressIndicator.mm
   PopUpItems.mm
+  PopUpKeys.mm
   Replacements.mm
   ReturnKey.mm
   TemplateImages.mm

@@ -1,11 +1,13 @@
 // The methods of GNUstep's classes that are replaced, one function for each file of replacements. Each is called once.
 #pragma once
 
+void InstallAccessibilityLabel();
 void InstallAlertPanel();
 void InstallFontFallback();
 void InstallModalLoop();
 void InstallNibLoading();
 void InstallPopUpItems();
+void InstallPopUpKeys();
 void InstallReturnKey();
 void InstallTemplateImages();
 void InstallWindowDisplay();

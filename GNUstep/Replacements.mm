@@ -26,11 +26,13 @@
 + (void)install:(NSNotification *)notification {
   (void)notification;
   [[NSNotificationCenter defaultCenter] removeObserver:self];
+  InstallAccessibilityLabel();
   InstallAlertPanel();
   InstallFontFallback();
   InstallModalLoop();
   InstallNibLoading();
   InstallPopUpItems();
+  InstallPopUpKeys();
   InstallReturnKey();
   InstallTemplateImages();
   InstallWindowDisplay();

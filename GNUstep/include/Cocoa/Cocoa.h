@@ -13,6 +13,11 @@
 #define NSControlStateValueOff NSOffState
 #define NSTextAlignmentLeft NSLeftTextAlignment
 #define NSTextAlignmentCenter NSCenterTextAlignment
+#define NSEventTypeKeyDown NSKeyDown
+#define NSEventModifierFlagShift NSShiftKeyMask
+#define NSEventModifierFlagControl NSControlKeyMask
+#define NSEventModifierFlagOption NSAlternateKeyMask
+#define NSEventModifierFlagCommand NSCommandKeyMask
 
 #ifdef __cplusplus
 extern "C" {
@@ -27,6 +32,14 @@ extern double NSFoundationVersionNumber;
 #ifdef __cplusplus
 }
 #endif
+
+@interface NSView (AccessibilityLabel)
+
+/// What a screen reader says of the view; nil until it is set. Copied. Main thread.
+- (NSString *)accessibilityLabel;
+- (void)setAccessibilityLabel:(NSString *)label;
+
+@end
 
 @interface NSBundle (TopLevelNibLoading)
 

@@ -1,0 +1,46 @@
+// A view's accessibility label. GNUstep declares it without keeping it for views.
+#import <Cocoa/Cocoa.h>
+
+#include "MethodReplacement.h"
+#include "Replacements.h"
+
+namespace {
+
+using Dealloc = void (*)(id, SEL);
+Dealloc original_dealloc;
+
+// The label of each view that has one. The views are not retained: each takes its entry with it. Main thread.
+NSMapTable *Labels() {
+  static NSMapTable *labels =
+      [[NSMapTable alloc] initWithKeyOptions:NSPointerFunctionsOpaqueMemory | NSPointerFunctionsOpaquePersonality
+                                valueOptions:NSPointerFunctionsStrongMemory | NSPointerFunctionsObjectPersonality
+                                    capacity:16];
+  return labels;
+}
+
+void ForgetLabelAndDealloc(id view, SEL selector) {
+  [Labels() removeObjectForKey:view];
+  original_dealloc(view, selector);
+}
+
+}  // namespace
+
+void InstallAccessibilityLabel() {
+  original_dealloc = ReplaceInstanceMethod<Dealloc>("NSView", "dealloc", ForgetLabelAndDealloc);
+}
+
+@implementation NSView (AccessibilityLabel)
+
+- (NSString *)accessibilityLabel {
+  return [Labels() objectForKey:self];
+}
+
+- (void)setAccessibilityLabel:(NSString *)label {
+  if (label) {
+    [Labels() setObject:[[label copy] autorelease] forKey:self];
+  } else {
+    [Labels() removeObjectForKey:self];
+  }
+}
+
+@end
