@@ -19,6 +19,7 @@ static NSString *const kInstallerAddress =
 
 @interface OrvaneUIController ()
 - (void)styleWindow;
+- (void)describeControls;
 - (void)announceNewerVersion;
 - (void)logIn;
 - (NSString *)complaintAboutInput;
@@ -60,6 +61,7 @@ static NSString *const kInstallerAddress =
 - (void)awakeFromNib {
   failed = !RunGuarded([self] {
     [self styleWindow];
+    [self describeControls];
     [self announceNewerVersion];
   });
 }
@@ -68,6 +70,16 @@ static NSString *const kInstallerAddress =
   [orvaneWindow setBackgroundColor:[NSColor whiteColor]];
   SetButtonTitleColor(loginBtn, [NSColor whiteColor]);
   orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
+}
+
+// For screen readers.
+- (void)describeControls {
+  [inputSubdomain setAccessibilityLabel:@"Orvane subdomain"];
+  [inputUsername setAccessibilityLabel:@"User name"];
+  [inputPassword setAccessibilityLabel:@"Password"];
+  [rememberMeCheckbox setAccessibilityLabel:@"Remember me"];
+  [loginBtn setAccessibilityLabel:@"Log in to Orvane"];
+  [versionCheckDownloadBtn setAccessibilityLabel:@"Download the new version"];
 }
 
 - (void)announceNewerVersion {

@@ -1,5 +1,7 @@
 #import "OrvaneUploadWindowController.h"
 
+#include <objc/runtime.h>
+
 #import "AlertSheet.h"
 #import "ButtonTitle.h"
 #import "KcKeychain/KcKeychainQuery.h"
@@ -20,6 +22,7 @@ static NSString *const kNoChoice = @"0";
 
 @interface OrvaneUploadWindowController ()
 - (void)styleWindow;
+- (void)describeControls;
 - (void)fillProjects;
 - (void)fillFoldersOfProject:(NSString *)projectID;
 - (NSString *)choiceOf:(NSPopUpButton *)chooser in:(NSDictionary *)identifiers;
@@ -72,6 +75,7 @@ static NSString *const kNoChoice = @"0";
 - (void)awakeFromNib {
   failed = !RunGuarded([self] {
     [self styleWindow];
+    [self describeControls];
     [self fillProjects];
     g_prj = "0";
     g_fld = "0";
@@ -83,6 +87,17 @@ static NSString *const kNoChoice = @"0";
   SetButtonTitleColor(uploadBtn, [NSColor whiteColor]);
   orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
   [fileDescription setFont:[NSFont systemFontOfSize:[NSFont systemFontSize]]];
+}
+
+// For screen readers.
+- (void)describeControls {
+  [inputProject setAccessibilityLabel:@"Project"];
+  [inputFolder setAccessibilityLabel:@"Folder"];
+  [spinnerFolderSelect setAccessibilityLabel:@"Listing folders"];
+  [inputTitle setAccessibilityLabel:@"Title"];
+  [fileDescription setAccessibilityLabel:@"Description"];
+  [uploadBtn setAccessibilityLabel:@"Upload the film"];
+  [logoutBtn setAccessibilityLabel:@"Log out of Orvane"];
 }
 
 - (void)fillProjects {
@@ -217,6 +232,14 @@ static NSString *const kNoChoice = @"0";
   [orvaneUploadWindow setDelegate:nil];
   g_pCleanupFunc();
   [NSApp stopModal];
+}
+
+// A description has no use for tabs: the key goes on to the next control, as in the fields around it.
+- (BOOL)textView:(NSTextView *)textView doCommandBySelector:(SEL)command {
+  NSView *next = nil;
+  if (sel_isEqual(command, @selector(insertTab:))) next = [textView nextValidKeyView];
+  if (sel_isEqual(command, @selector(insertBacktab:))) next = [textView previousValidKeyView];
+  return next != nil && [[textView window] makeFirstResponder:next];
 }
 
 - (void)showError:(NSString *)text {

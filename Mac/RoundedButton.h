@@ -3,6 +3,7 @@
 
 #import <Cocoa/Cocoa.h>
 
+@class FocusRing;
 @class RoundedView;
 
 /// The styles. The numbers are fixed.
@@ -23,6 +24,7 @@ enum {
   BOOL highlighted;
   RoundedView *backgroundView;
   NSTextField *titleLabel;
+  FocusRing *focusRing;  // owned as a subview
 }
 
 /// The style. Other numbers change nothing of the look.

@@ -1,5 +1,6 @@
 #import "RoundedButton.h"
 
+#import "FocusRing.h"
 #import "NSTextField+VerticalAlignment.h"
 #import "PlainLabel.h"
 #import "RoundedView.h"
@@ -69,6 +70,8 @@ const Style *StyleOfType(int type) {
   [titleLabel setTextColor:titleColor];
   [titleLabel setAlignment:NSTextAlignmentCenter];
   [self addSubview:titleLabel];
+
+  focusRing = [FocusRing ringInControl:self];
 }
 
 - (int)type {
@@ -93,6 +96,7 @@ const Style *StyleOfType(int type) {
     titleString = [string copy];
   }
   [titleLabel setStringValue:titleString ? titleString : @""];
+  [self setAccessibilityLabel:titleString];
   [titleLabel setFrame:[titleLabel titleRectForBounds:[self bounds]]];
 }
 
@@ -127,6 +131,18 @@ const Style *StyleOfType(int type) {
   return [super hitTest:point] ? self : nil;
 }
 
+- (BOOL)becomeFirstResponder {
+  const BOOL becomes = [super becomeFirstResponder];
+  [focusRing setShown:becomes];
+  return becomes;
+}
+
+- (BOOL)resignFirstResponder {
+  const BOOL resigns = [super resignFirstResponder];
+  [focusRing setShown:!resigns];
+  return resigns;
+}
+
 - (void)mouseDown:(NSEvent *)event {
   [self setHighlighted:YES];
 }
@@ -135,6 +151,14 @@ const Style *StyleOfType(int type) {
   [self setHighlighted:NO];
   if (!enabled) return;
   RunGuarded([self] { [[self target] performSelector:[self action] withObject:self]; });
+}
+
+// A click by the keyboard.
+- (void)performClick:(id)sender {
+  [self setHighlighted:YES];
+  [self display];
+  if (enabled) [super performClick:sender];
+  [self setHighlighted:NO];
 }
 
 @end

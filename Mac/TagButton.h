@@ -3,16 +3,20 @@
 
 #import <Cocoa/Cocoa.h>
 
+@class FocusRing;
 @class RoundedView;
 
 /// Shows a tag's text with a delete mark. A click anywhere on it sends its action. It sizes itself to its text, with a
-/// text of 260 points at most. Main thread.
+/// text of 260 points at most. A chip that slides under the pointer between the two clicks of a double click does not
+/// take the second one. Main thread.
 @interface TagButton : NSButton {
   NSString *titleString;
   RoundedView *backgroundView;
   NSTextField *titleLabel;
   NSImageView *deleteImageView;
+  FocusRing *focusRing;  // owned as a subview
   BOOL highlighted;
+  BOOL clickedBefore;
 }
 
 /// The tag's text. Setting it lays out again.

@@ -1,5 +1,6 @@
 #import "TagButton.h"
 
+#import "FocusRing.h"
 #import "PlainLabel.h"
 #import "RoundedView.h"
 #include "ExceptionGuard.h"
@@ -12,6 +13,10 @@ static const CGFloat kLabelLift = 3;
 static const CGFloat kDeleteImageSize = 12;
 static const CGFloat kDeleteImageGap = 12;
 static const CGFloat kRightMargin = 6;
+
+@interface TagButton ()
+- (BOOL)isSecondClickOfAnother:(NSEvent *)event;
+@end
 
 @implementation TagButton
 
@@ -53,6 +58,8 @@ static const CGFloat kRightMargin = 6;
   [self setDeleteImageView:[[[NSImageView alloc] initWithFrame:imageFrame] autorelease]];
   [deleteImageView setImage:[NSImage imageNamed:@"NSStopProgressFreestandingTemplate"]];
   [self addSubview:deleteImageView];
+
+  focusRing = [FocusRing ringInControl:self];
 }
 
 - (void)setTitleString:(NSString *)string {
@@ -61,6 +68,7 @@ static const CGFloat kRightMargin = 6;
     titleString = [string copy];
   }
   [titleLabel setStringValue:titleString ? titleString : @""];
+  [self setAccessibilityLabel:[NSString stringWithFormat:@"Remove tag %@", [titleLabel stringValue]]];
   [self updateFrames];
 }
 
@@ -93,13 +101,41 @@ static const CGFloat kRightMargin = 6;
   return [super hitTest:point] ? self : nil;
 }
 
+- (BOOL)becomeFirstResponder {
+  const BOOL becomes = [super becomeFirstResponder];
+  [focusRing setShown:becomes];
+  return becomes;
+}
+
+- (BOOL)resignFirstResponder {
+  const BOOL resigns = [super resignFirstResponder];
+  [focusRing setShown:!resigns];
+  return resigns;
+}
+
+// Whether the press belongs to a double click whose first click removed another chip: the user did not aim at this one.
+- (BOOL)isSecondClickOfAnother:(NSEvent *)event {
+  return [event clickCount] > 1 && !clickedBefore;
+}
+
 - (void)mouseDown:(NSEvent *)event {
+  if ([self isSecondClickOfAnother:event]) return;
+  clickedBefore = YES;
   [self setHighlighted:YES];
 }
 
 - (void)mouseUp:(NSEvent *)event {
+  if ([self isSecondClickOfAnother:event]) return;
   [self setHighlighted:NO];
   RunGuarded([self] { [[self target] performSelector:[self action] withObject:self]; });
+}
+
+// A click by the keyboard.
+- (void)performClick:(id)sender {
+  [self setHighlighted:YES];
+  [self display];
+  [super performClick:sender];
+  [self setHighlighted:NO];
 }
 
 @end

@@ -13,14 +13,17 @@
 @end
 
 /// A text field for a new tag and a chip for every tag, in rows below the field. The i-th string of tags is the title
-/// of the i-th chip. The view never changes its own size. Main thread.
+/// of the i-th chip. The view never changes its own size. In the order of the
+/// Tab key the chips follow the view, which does not take the keyboard itself. Main thread.
 @interface TagsView : NSView {
   id<TagsViewDelegate> _delegate;
   NSTextField *_titleTextField;
   NSTextField *_tagTextField;
+  NSButton *_addButton;
   RoundedView *_tagTextFieldBackground;
   NSMutableArray *_tagButtons;
   NSMutableArray *_tags;
+  NSView *_keyViewAfterChips;  // not owned
 }
 
 /// Not owned.
@@ -29,6 +32,7 @@
 /// Views of the interface file, owned by their superview.
 @property(nonatomic, assign) IBOutlet NSTextField *titleTextField;
 @property(nonatomic, assign) IBOutlet NSTextField *tagTextField;
+@property(nonatomic, assign) IBOutlet NSButton *addButton;
 
 /// The layout's anchor: the first row of chips stands below it.
 @property(nonatomic, assign) IBOutlet RoundedView *tagTextFieldBackground;

@@ -15,6 +15,9 @@ static const float kGap = 10;
 - (void)placeChipWithTitle:(NSString *)title;
 - (void)moveChipsBy:(float)distance;
 - (void)addTypedTag;
+- (void)chainKeyViews;
+- (NSUInteger)indexOfFocusedChip;
+- (void)focusChipAtIndex:(NSUInteger)index;
 @end
 
 @implementation TagsView
@@ -22,6 +25,7 @@ static const float kGap = 10;
 @synthesize delegate = _delegate;
 @synthesize titleTextField = _titleTextField;
 @synthesize tagTextField = _tagTextField;
+@synthesize addButton = _addButton;
 @synthesize tagTextFieldBackground = _tagTextFieldBackground;
 @synthesize tagButtons = _tagButtons;
 @synthesize tags = _tags;
@@ -40,6 +44,9 @@ static const float kGap = 10;
 - (void)awakeFromNib {
   [self setTagButtons:[NSMutableArray array]];
   [self setTags:[NSMutableArray array]];
+  _keyViewAfterChips = [self nextKeyView];
+  [_tagTextField setAccessibilityLabel:@"New tag"];
+  [_addButton setAccessibilityLabel:@"Add the tag"];
 }
 
 - (float)firstRowY {
@@ -92,7 +99,31 @@ static const float kGap = 10;
   [self clearView];
   for (NSString *title in titles) [self placeChipWithTitle:title];
   [self refreshTagButtonFramesFromIndex:0];
+  [self chainKeyViews];
   [self setNeedsDisplay:YES];
+}
+
+// Tab goes from chip to chip and on to what followed this view in the interface file.
+- (void)chainKeyViews {
+  NSView *previous = self;
+  for (TagButton *chip in _tagButtons) {
+    [previous setNextKeyView:chip];
+    previous = chip;
+  }
+  [previous setNextKeyView:_keyViewAfterChips];
+}
+
+// NSNotFound when no chip has the keyboard.
+- (NSUInteger)indexOfFocusedChip {
+  id focused = [[self window] firstResponder];
+  return focused ? [_tagButtons indexOfObjectIdenticalTo:focused] : NSNotFound;
+}
+
+// The chip at the index, or the last one; without chips, the text field.
+- (void)focusChipAtIndex:(NSUInteger)index {
+  const NSUInteger count = [_tagButtons count];
+  NSView *next = count == 0 ? _tagTextField : [_tagButtons objectAtIndex:index < count ? index : count - 1];
+  [[self window] makeFirstResponder:next];
 }
 
 - (void)refreshTagButtonFramesFromIndex:(NSUInteger)index {
@@ -136,8 +167,11 @@ static const float kGap = 10;
   RunGuarded([self, sender] {
     if (![_tagButtons containsObject:sender]) return;
     [[sender retain] autorelease];  // it is inside its own mouse handling
+    const NSUInteger focused = [self indexOfFocusedChip];
     [self deleteTagButtonWithoutRefresh:sender];
     [self redrawAllTagButtons];
+    // All chips are new: whoever works with the keyboard goes on from the same place.
+    if (focused != NSNotFound) [self focusChipAtIndex:focused];
   });
 }
 

@@ -30,6 +30,7 @@
   failed = !RunGuarded([self] {
     [uploadCompleteWindow setBackgroundColor:[NSColor whiteColor]];
     SetButtonTitleColor(openOrvaneBtn, [NSColor whiteColor]);
+    [openOrvaneBtn setAccessibilityLabel:@"Open the film in Orvane"];
   });
 }
 

@@ -65,6 +65,7 @@ static NSString *ProgressText(double total, double done) {
   RunGuarded([self] {
     orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
     [uploadStatusWindow setBackgroundColor:[NSColor whiteColor]];
+    [progressBar setAccessibilityLabel:@"Upload progress"];
   });
 }
 

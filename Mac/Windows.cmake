@@ -3,11 +3,13 @@ set(ORVANE_WINDOW_SOURCES
   AlertSheet.mm
   ButtonTitle.mm
   CppExceptions.cpp
+  DialogWindow.mm
   ExceptionGuard.mm
   ExportController.cpp
   ExportControllerPaths.cpp
   ExportControllerTime.cpp
   ExportLifetime.cpp
+  FocusRing.mm
   HostEvents.cpp
   MainThread.mm
   NSString+CompareToVersion.mm

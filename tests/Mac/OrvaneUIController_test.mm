@@ -131,6 +131,8 @@ TEST_F(LoginWindow, AnnouncesOnlyANewerRelease) {
   Run([](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] {
       EXPECT_TRUE([[controller versionCheckBox] isHidden]);
+      EXPECT_EQ(TabOrder([controller orvaneWindow]),
+                "Orvane subdomain|User name|Password|Remember me|Log in to Orvane");
       [[controller orvaneWindow] performClose:nil];
     });
   });
@@ -138,6 +140,8 @@ TEST_F(LoginWindow, AnnouncesOnlyANewerRelease) {
   Run([](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] {
       EXPECT_FALSE([[controller versionCheckBox] isHidden]);
+      EXPECT_EQ(TabOrder([controller orvaneWindow]),
+                "Orvane subdomain|User name|Password|Remember me|Log in to Orvane|Download the new version");
       EXPECT_STREQ([[[controller versionCheckLabel] stringValue] UTF8String], "New version available! (1.2)");
       TakePicture([controller orvaneWindow], "login-new-version");
       [[controller orvaneWindow] performClose:nil];

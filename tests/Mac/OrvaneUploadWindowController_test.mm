@@ -144,6 +144,9 @@ TEST_F(UploadWindow, HandsOverWhatWasEntered) {
       AddTag(controller, @" grün ");
       AddTag(controller, @"night");
       TakePicture([controller orvaneUploadWindow], "upload");
+      EXPECT_EQ(TabOrder([controller orvaneUploadWindow]),
+                "Project|Folder|Title|Description|New tag|Add the tag|Remove tag rough cut|Remove tag grün|"
+                "Remove tag night|Log out of Orvane|Upload the film");
       Press([controller uploadBtn]);
     });
   });

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#import "Controls.h"
 #import "RoundedView.h"
 #include "PluginResources.h"
 
@@ -89,4 +90,35 @@ TEST(TagButton, TakesTheClicksOnWhatItHolds) {
   EXPECT_EQ([parent hitTest:NSMakePoint(7 + 15, 9 + 13)], chip);
   EXPECT_EQ([parent hitTest:NSMakePoint(NSMaxX([chip frame]) - 12, 9 + 13)], chip);
   EXPECT_EQ([parent hitTest:NSMakePoint(NSMaxX([chip frame]) + 1, 9 + 13)], parent);
+}
+
+// Held, dragged off and back, with the second mouse button in between: pressed from the press to the release.
+TEST(TagButton, StaysPressedWhileTheFirstButtonIsHeld) {
+  ClickCounter *counter = [[[ClickCounter alloc] init] autorelease];
+  TagButton *chip = ChipWithTitle(@"tag");
+  [chip setTarget:counter];
+  [chip setAction:@selector(clicked:)];
+  NSWindow *window = [[[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 200, 100)
+                                                  styleMask:NSBorderlessWindowMask
+                                                    backing:NSBackingStoreBuffered
+                                                      defer:NO] autorelease];
+  [window setReleasedWhenClosed:NO];
+  [[window contentView] addSubview:chip];
+  [window orderFront:nil];
+  const NSPoint inside = NSMakePoint(20, 20);
+  const NSPoint outside = NSMakePoint(150, 90);
+  window_test::SendMouse(window, NSRightMouseDown, inside);
+  window_test::SendMouse(window, NSRightMouseUp, inside);
+  EXPECT_EQ([[chip backgroundView] type], 10) << "the second button presses nothing";
+  window_test::SendMouse(window, NSLeftMouseDown, inside);
+  EXPECT_EQ([[chip backgroundView] type], 11);
+  window_test::SendMouse(window, NSLeftMouseDragged, outside);
+  window_test::SendMouse(window, NSRightMouseDown, outside);
+  window_test::SendMouse(window, NSRightMouseUp, outside);
+  EXPECT_EQ([[chip backgroundView] type], 11);
+  EXPECT_EQ(counter->clicks, 0);
+  window_test::SendMouse(window, NSLeftMouseUp, outside);
+  EXPECT_EQ([[chip backgroundView] type], 10);
+  EXPECT_EQ(counter->clicks, 1) << "the release counts wherever the pointer is";
+  [window close];
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#import "Controls.h"
 #import "RoundedView.h"
 #import "TagButton.h"
 #include "PluginResources.h"
@@ -36,6 +37,8 @@ class TagsViewTest : public testing::Test {
   }
 
   void TearDown() override {
+    [window_ close];
+    [window_ release];
     [view_ release];
     [background_ release];
     [field_ release];
@@ -59,6 +62,18 @@ class TagsViewTest : public testing::Test {
     EXPECT_TRUE(NSEqualSizes([view_ frame].size, NSMakeSize(300, 134)));
   }
 
+  // Shows the view in a window, which goes with the test.
+  NSWindow *ShowInWindow() {
+    window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 300, 134)
+                                          styleMask:NSBorderlessWindowMask
+                                            backing:NSBackingStoreBuffered
+                                              defer:NO];
+    [window_ setReleasedWhenClosed:NO];
+    [[window_ contentView] addSubview:view_];
+    [window_ orderFront:nil];
+    return window_;
+  }
+
   std::string Tags() { return [[[view_ tags] componentsJoinedByString:@"|"] UTF8String]; }
 
   TagButton *Chip(NSUInteger index) { return [[view_ tagButtons] objectAtIndex:index]; }
@@ -67,6 +82,7 @@ class TagsViewTest : public testing::Test {
   TagsView *view_;
   RoundedView *background_;
   NSTextField *field_;
+  NSWindow *window_ = nil;
 };
 
 }  // namespace
@@ -140,4 +156,49 @@ TEST_F(TagsViewTest, AClickOnAChipDeletesItsTag) {
   EXPECT_TRUE([chip isHighlighted]);
   [chip mouseUp:nil];
   EXPECT_EQ(Tags(), "two");
+}
+
+// A double click begins on one chip; the next one slides under the pointer before the second click.
+TEST_F(TagsViewTest, ADoubleClickDeletesOneTag) {
+  for (NSString *tag in @[ @"one", @"two", @"six" ]) Add(tag);
+  NSWindow *window = ShowInWindow();
+  const NSPoint point = NSMakePoint(NSMidX([Chip(0) frame]), NSMidY([Chip(0) frame]));
+  for (NSInteger click = 1; click <= 2; ++click) {
+    window_test::SendMouse(window, NSLeftMouseDown, point, click);
+    window_test::SendMouse(window, NSLeftMouseUp, point, click);
+  }
+  EXPECT_EQ(Tags(), "two|six");
+  EXPECT_FALSE([Chip(0) isHighlighted]);
+  window_test::SendMouse(window, NSLeftMouseDown, point);
+  window_test::SendMouse(window, NSLeftMouseUp, point);
+  EXPECT_EQ(Tags(), "six");
+}
+
+TEST_F(TagsViewTest, TabGoesThroughTheChipsAndOn) {
+  NSButton *after = [[[NSButton alloc] initWithFrame:NSMakeRect(0, 0, 10, 10)] autorelease];
+  [after setAccessibilityLabel:@"after"];
+  [view_ setNextKeyView:after];
+  [view_ awakeFromNib];
+  [field_ setNextKeyView:view_];
+  NSWindow *window = ShowInWindow();
+  [[window contentView] addSubview:after];
+  [window setInitialFirstResponder:field_];
+  EXPECT_EQ(window_test::TabOrder(window), "New tag|after");
+  for (NSString *tag in @[ @"one", @"two", @"six" ]) Add(tag);
+  EXPECT_EQ(window_test::TabOrder(window), "New tag|Remove tag one|Remove tag two|Remove tag six|after");
+}
+
+// Whoever deletes tags with the keyboard stays among the chips, and is in the field when none is left.
+TEST_F(TagsViewTest, TheKeyboardStaysWhereATagWasDeleted) {
+  for (NSString *tag in @[ @"one", @"two", @"six" ]) Add(tag);
+  NSWindow *window = ShowInWindow();
+  [window makeFirstResponder:Chip(1)];
+  window_test::PressKey(window, @" ");
+  EXPECT_EQ(Tags(), "one|six");
+  EXPECT_EQ([window firstResponder], Chip(1));
+  window_test::PressKey(window, @" ");
+  EXPECT_EQ([window firstResponder], Chip(0));
+  window_test::PressKey(window, @" ");
+  EXPECT_EQ(Tags(), "");
+  EXPECT_NE([field_ currentEditor], nil);
 }

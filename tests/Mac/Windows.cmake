@@ -9,6 +9,7 @@ function(orvane_add_mac_test name)
 endfunction()
 
 foreach(name IN ITEMS
+    DialogWindow_test
     ExceptionGuard_test
     ExportControllerPaths_test
     NSString_test

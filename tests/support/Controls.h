@@ -23,6 +23,16 @@ NSButton *ButtonTitled(NSWindow *window, NSString *title);
 /// Presses the button as a click does; its action runs before this returns, unless it opens a modal window.
 void Press(NSButton *button);
 
+/// Sends the window a press of the key with that character.
+void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers = 0);
+
+/// Sends the window a mouse event at the point, given in the coordinates of its content.
+void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clickCount = 1);
+
+/// The accessibility labels of what Tab reaches in the window, from the first control on, separated by "|"; a "?" for a
+/// control without one. Ends editing.
+std::string TabOrder(NSWindow *window);
+
 /// Dismisses the alert panel by its button.
 void DismissAlert();
 

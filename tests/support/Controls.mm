@@ -59,6 +59,44 @@ void Press(NSButton *button) {
   [button performClick:nil];
 }
 
+void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers) {
+  [window sendEvent:[NSEvent keyEventWithType:NSKeyDown
+                                           location:NSZeroPoint
+                                      modifierFlags:modifiers
+                                          timestamp:0
+                                       windowNumber:[window windowNumber]
+                                            context:nil
+                                         characters:character
+                        charactersIgnoringModifiers:character
+                                          isARepeat:NO
+                                            keyCode:0]];
+}
+
+void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clickCount) {
+  [window sendEvent:[NSEvent mouseEventWithType:type
+                                       location:point
+                                  modifierFlags:0
+                                      timestamp:0
+                                   windowNumber:[window windowNumber]
+                                        context:nil
+                                    eventNumber:0
+                                     clickCount:clickCount
+                                       pressure:1]];
+}
+
+std::string TabOrder(NSWindow *window) {
+  std::string order;
+  [window makeFirstResponder:nil];  // a field that is being edited is no key view
+  NSView *first = [window initialFirstResponder];
+  NSView *view = first;
+  do {
+    NSString *label = [view accessibilityLabel];
+    order += (order.empty() ? "" : "|") + std::string(label ? [label UTF8String] : "?");
+    view = [view nextValidKeyView];
+  } while (view && view != first && order.size() < 1000);
+  return order;
+}
+
 void DismissAlert() {
   Press(ButtonTitled(AlertPanel(), @"OK"));
 }

@@ -1,0 +1,16 @@
+// The keyboard focus of the controls that are drawn with images.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+/// A white line inside the bounds of the control that holds it, shown while the control has the keyboard. The system's
+/// own ring would lie below the control's images. Takes no clicks. Main thread.
+@interface FocusRing : NSView
+
+/// A hidden ring above everything else in the control, which owns it.
++ (FocusRing *)ringInControl:(NSControl *)control;
+
+/// Shows or hides the ring in the place of the system's. The control calls it after it has got or lost the keyboard.
+- (void)setShown:(BOOL)shown;
+
+@end

@@ -1,0 +1,92 @@
+#import "DialogWindow.h"
+
+#include <gtest/gtest.h>
+
+#import "Controls.h"
+
+@interface CloseWitness : NSObject {
+ @public
+  BOOL allows;
+  int asked, told;
+}
+@end
+
+@implementation CloseWitness
+- (BOOL)windowShouldClose:(id)sender {
+  ++asked;
+  return allows;
+}
+- (void)windowWillClose:(NSNotification *)notification {
+  ++told;
+}
+@end
+
+// A text in which an input method composes.
+@interface ComposingView : NSTextView
+@end
+
+@implementation ComposingView
+- (BOOL)hasMarkedText {
+  return YES;
+}
+@end
+
+namespace {
+
+class DialogWindowTest : public testing::Test {
+ protected:
+  void Open(NSUInteger style) {
+    window_ = [[DialogWindow alloc] initWithContentRect:NSMakeRect(100, 100, 200, 100)
+                                              styleMask:style
+                                                backing:NSBackingStoreBuffered
+                                                  defer:NO];
+    [window_ setReleasedWhenClosed:NO];
+    witness_ = [[CloseWitness alloc] init];
+    witness_->allows = YES;
+    [window_ setDelegate:static_cast<id>(witness_)];
+    [window_ makeKeyAndOrderFront:nil];
+  }
+
+  void TearDown() override {
+    [window_ setDelegate:nil];
+    [window_ close];
+    [window_ release];
+    [witness_ release];
+  }
+
+  DialogWindow *window_ = nil;
+  CloseWitness *witness_ = nil;
+};
+
+}  // namespace
+
+TEST_F(DialogWindowTest, EscapeClosesItAsItsCloseButtonDoes) {
+  Open(NSTitledWindowMask | NSClosableWindowMask);
+  witness_->allows = NO;
+  window_test::PressKey(window_, @"\033");
+  EXPECT_EQ(witness_->asked, 1);
+  EXPECT_TRUE([window_ isVisible]);
+  witness_->allows = YES;
+  window_test::PressKey(window_, @"\033", NSShiftKeyMask);
+  window_test::PressKey(window_, @"x");
+  EXPECT_EQ(witness_->asked, 1) << "only the plain key closes";
+  window_test::PressKey(window_, @"\033");
+  EXPECT_FALSE([window_ isVisible]);
+  EXPECT_EQ(witness_->told, 1);
+}
+
+TEST_F(DialogWindowTest, WithoutACloseButtonItStays) {
+  Open(NSTitledWindowMask);
+  window_test::PressKey(window_, @"\033");
+  EXPECT_TRUE([window_ isVisible]);
+  EXPECT_EQ(witness_->asked, 0);
+}
+
+TEST_F(DialogWindowTest, AnInputMethodKeepsItsEscape) {
+  Open(NSTitledWindowMask | NSClosableWindowMask);
+  ComposingView *text = [[[ComposingView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)] autorelease];
+  [[window_ contentView] addSubview:text];
+  [window_ makeFirstResponder:text];
+  window_test::PressKey(window_, @"\033");
+  EXPECT_TRUE([window_ isVisible]);
+}
