@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#import "NewFolder.h"
+
 namespace {
 
 // Draws the image and returns how much of the drawn area is opaque, from 0 to 1.
@@ -29,7 +31,7 @@ double Coverage(NSImage *image) {
 
 // Makes a bundle known that holds the platform folder's images, and nothing else.
 void UseBundleOfImages() {
-  NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:@"Images.bundle"];
+  NSString *path = [window_test::NewFolder() stringByAppendingPathComponent:@"Images.bundle"];
   NSFileManager *files = [NSFileManager defaultManager];
   ASSERT_TRUE([files createDirectoryAtPath:path withIntermediateDirectories:YES attributes:nil error:NULL]);
   ASSERT_TRUE([files copyItemAtPath:@ORVANE_PLATFORM_IMAGES
