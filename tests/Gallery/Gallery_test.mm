@@ -31,7 +31,8 @@ TEST(Gallery, LooksAsItsPicturesInTheDocumentation) {
     NSBitmapImageRep *wanted = window_test::ReadPicture([@ORVANE_PICTURES stringByAppendingPathComponent:name]);
     ASSERT_NE(found, nil) << [name UTF8String];
     ASSERT_NE(wanted, nil) << [name UTF8String] << " is not in docs/; scripts/pictures makes it";
-    EXPECT_EQ(window_test::ComparePictures(found, wanted, @ORVANE_DIFFERENCES, [name stringByDeletingPathExtension]),
+    EXPECT_EQ(window_test::ComparePictures(found, wanted, window_test::DifferencesFolder(),
+                                           [name stringByDeletingPathExtension]),
               "")
         << [name UTF8String];
   }

@@ -24,6 +24,9 @@ struct PictureBounds {
 std::string ComparePictures(NSBitmapImageRep *found, NSBitmapImageRep *wanted, NSString *folder, NSString *name,
                             PictureBounds bounds = {});
 
+/// The folder, within the build's, for what tests keep of pictures that differ.
+NSString *DifferencesFolder();
+
 /// The picture in the file, autoreleased; nil when there is none.
 NSBitmapImageRep *ReadPicture(NSString *path);
 

@@ -94,6 +94,10 @@ std::string ComparePictures(NSBitmapImageRep *found, NSBitmapImageRep *wanted, N
   return text.str();
 }
 
+NSString *DifferencesFolder() {
+  return @ORVANE_DIFFERENCES;
+}
+
 NSBitmapImageRep *ReadPicture(NSString *path) {
   NSData *data = [NSData dataWithContentsOfFile:path];
   return data ? [NSBitmapImageRep imageRepWithData:data] : nil;
