@@ -1,4 +1,4 @@
-// AppKit's named template images that GNUstep lacks, drawn as vectors.
+// AppKit's own images that GNUstep lacks. The platform folder's module brings them along as resources of its bundle.
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
@@ -9,51 +9,28 @@ namespace {
 using ImageNamed = NSImage *(*)(id, SEL, NSString *);
 ImageNamed original_image_named;
 
-NSString *const kStopImageName = @"NSStopProgressFreestandingTemplate";
-constexpr CGFloat kStopImageSize = 12;  // points, AppKit's size of this image
-
-}  // namespace
-
-@interface OrvStopImage : NSObject
-+ (void)drawStopImage:(NSCustomImageRep *)representation;
-@end
-
-@implementation OrvStopImage
-
-+ (void)drawStopImage:(NSCustomImageRep *)representation {
-  NSSize size = [representation size];
-  [[NSColor colorWithCalibratedWhite:0.92 alpha:1.0] set];
-  [[NSBezierPath bezierPathWithOvalInRect:NSMakeRect(0, 0, size.width, size.height)] fill];
-  NSBezierPath *cross = [NSBezierPath bezierPath];
-  CGFloat inset = size.width * 0.32;
-  [cross moveToPoint:NSMakePoint(inset, inset)];
-  [cross lineToPoint:NSMakePoint(size.width - inset, size.height - inset)];
-  [cross moveToPoint:NSMakePoint(inset, size.height - inset)];
-  [cross lineToPoint:NSMakePoint(size.width - inset, inset)];
-  [cross setLineWidth:1.5];
-  [[NSColor colorWithCalibratedWhite:0.25 alpha:1.0] set];
-  [cross stroke];
-}
-
-@end
-
-namespace {
-
-NSImage *StopImage() {
-  static NSImage *image = nil;
+// Looks in every bundle: this code's own has no identifier that it could know, and in a test it is in the program. The
+// images are kept, as AppKit keeps named images; what is not found is looked for again, since bundles are loaded later.
+NSImage *ImageOfBundles(NSString *name) {
+  static NSMutableDictionary *images = nil;
+  if (!images) images = [[NSMutableDictionary alloc] init];
+  NSImage *image = [images objectForKey:name];
   if (image) return image;
-  NSCustomImageRep *representation = [[NSCustomImageRep alloc] initWithDrawSelector:@selector(drawStopImage:)
-                                                                           delegate:[OrvStopImage class]];
-  [representation setSize:NSMakeSize(kStopImageSize, kStopImageSize)];
-  image = [[NSImage alloc] initWithSize:NSMakeSize(kStopImageSize, kStopImageSize)];
-  [image addRepresentation:representation];
-  [representation release];
-  return image;
+  for (NSBundle *bundle in [NSBundle allBundles]) {
+    NSString *path = [bundle pathForResource:name ofType:@"png"];
+    if (!path) continue;
+    image = [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+    if (!image) continue;
+    [images setObject:image forKey:name];
+    return image;
+  }
+  return nil;
 }
 
 NSImage *ImageNamedWithTemplates(id image_class, SEL selector, NSString *name) {
-  if ([name isEqualToString:kStopImageName]) return StopImage();
-  return original_image_named(image_class, selector, name);
+  NSImage *image = original_image_named(image_class, selector, name);
+  // AppKit's names begin so. Others are the program's own and are not looked for in its plug-ins.
+  return image || ![name hasPrefix:@"NS"] ? image : ImageOfBundles(name);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ set(contents "${ORVANE_BUNDLE}/Contents")
 set_target_properties(Orvane PROPERTIES LIBRARY_OUTPUT_DIRECTORY "${contents}/MacOS")
 
 configure_file(Resources/Info.plist.in "${CMAKE_CURRENT_BINARY_DIR}/Info.plist" @ONLY)
-file(GLOB images CONFIGURE_DEPENDS Resources/Images/*.png)
+file(GLOB images CONFIGURE_DEPENDS Resources/Images/*.png "${PROJECT_SOURCE_DIR}/GNUstep/Images/*.png")
 file(GLOB xibs CONFIGURE_DEPENDS Resources/*.xib)
 set(resources "")
 

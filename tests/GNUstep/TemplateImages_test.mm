@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#import "NewFolder.h"
+
 namespace {
 
 // Draws the image and returns how much of the drawn area is opaque, from 0 to 1.
@@ -27,12 +29,28 @@ double Coverage(NSImage *image) {
   return static_cast<double>(opaque) / (side * side);
 }
 
+// Makes a bundle known that holds the platform folder's images, and nothing else.
+void UseBundleOfImages() {
+  NSString *path = [window_test::NewFolder() stringByAppendingPathComponent:@"Images.bundle"];
+  NSFileManager *files = [NSFileManager defaultManager];
+  ASSERT_TRUE([files createDirectoryAtPath:path withIntermediateDirectories:YES attributes:nil error:NULL]);
+  ASSERT_TRUE([files copyItemAtPath:@ORVANE_PLATFORM_IMAGES
+                             toPath:[path stringByAppendingPathComponent:@"Resources"]
+                              error:NULL]);
+  static NSBundle *bundle = nil;
+  bundle = [[NSBundle alloc] initWithPath:path];
+  ASSERT_NE(bundle, nil);
+}
+
 }  // namespace
 
-TEST(TemplateImages, TheStopImageIsADiscInItsCorners) {
+TEST(TemplateImages, TheStopImageOfABundleIsADiscInItsCorners) {
   @autoreleasepool {
+    EXPECT_EQ([NSImage imageNamed:@"NSStopProgressFreestandingTemplate"], nil) << "no bundle brings it yet";
+    UseBundleOfImages();
     NSImage *stop = [NSImage imageNamed:@"NSStopProgressFreestandingTemplate"];
     ASSERT_NE(stop, nil);
+    EXPECT_EQ([NSImage imageNamed:@"NSStopProgressFreestandingTemplate"], stop);
     EXPECT_EQ([stop size].width, 12);
     EXPECT_EQ([stop size].height, 12);
     const double coverage = Coverage(stop);
@@ -48,5 +66,7 @@ TEST(TemplateImages, OtherNamesFindWhatTheyFound) {
     EXPECT_EQ([NSImage imageNamed:@"OrvaneTestImage"], own);
     [own setName:nil];
     EXPECT_EQ([NSImage imageNamed:@"OrvaneNoSuchImage"], nil);
+    EXPECT_EQ([NSImage imageNamed:@"NSOrvaneNoSuchImage"], nil);
+    EXPECT_EQ([NSImage imageNamed:nil], nil);
   }
 }

@@ -2,90 +2,269 @@
 
 #include <gtest/gtest.h>
 
+#import "PictureComparison.h"
 #import "PluginBundle.h"
 #include "PluginResources.h"
 
+#include <cmath>
+#include <vector>
+
+// Draws its background as a view does whose y axis points down.
+@interface FlippedBackground : NSView {
+ @public
+  int type;
+}
+@end
+
+@implementation FlippedBackground
+
+- (BOOL)isFlipped {
+  return YES;
+}
+
+- (void)drawRect:(NSRect)dirtyRect {
+  (void)dirtyRect;
+  DrawRoundedBackground(type, [self bounds], YES);
+}
+
+@end
+
 namespace {
 
-// The pixels that a view of that type draws on a magenta window.
-class Canvas {
- public:
-  Canvas(int type, CGFloat width, CGFloat height) {
-    UsePluginResources();
-    window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, width, height)
-                                          styleMask:NSBorderlessWindowMask
-                                            backing:NSBackingStoreBuffered
-                                              defer:NO];
-    [window_ setBackgroundColor:[NSColor colorWithDeviceRed:1 green:0 blue:1 alpha:1]];
-    [window_ setReleasedWhenClosed:NO];
-    RoundedView *view = [[[RoundedView alloc] initWithFrame:NSMakeRect(0, 0, width, height)] autorelease];
-    [view setType:type];
-    [window_ setContentView:view];
-    [window_ orderFront:nil];
-    [window_ display];
-    [view lockFocus];
-    bitmap_ = [[NSBitmapImageRep alloc] initWithFocusedViewRect:[view bounds]];
-    [view unlockFocus];
-  }
-
-  ~Canvas() {
-    [bitmap_ release];
-    [window_ close];
-    [window_ release];
-  }
-
-  // Red, green and blue of a pixel, counted from the top left.
-  int Pixel(int x, int y) const { return PixelOf(bitmap_, x, y); }
-
-  static int PixelOf(NSBitmapImageRep *bitmap, int x, int y) {
-    NSUInteger samples[5] = {};
-    [bitmap getPixel:samples atX:x y:y];
-    return static_cast<int>(samples[0] << 16 | samples[1] << 8 | samples[2]);
-  }
-
- private:
-  NSWindow *window_;
-  NSBitmapImageRep *bitmap_;
+// What each type is made of: its images' names, with %@ for the slice, and whether it has nine of them. The grey text
+// field has a left cap of its own.
+struct Background {
+  const char *images;
+  bool nine_part = false;
 };
 
-constexpr int kMagenta = 0xff00ff;
+const Background kBackgrounds[] = {
+    {"background_textfield_white_small_%@"},
+    {"background_textfield_white_%@"},
+    {"background_textfield_white_big_%@", true},
+    {"background_textfield_white_%@"},
+    {"background_button_blue_%@_big"},
+    {"background_button_blue_%@_big_highlighted"},
+    {"background_button_blue_%@_small"},
+    {"background_button_blue_%@_small_highlighted"},
+    {"background_button_yellow_%@"},
+    {"background_button_yellow_%@_highlighted"},
+    {"background_button_gray_%@_small"},
+    {"background_button_gray_%@_small_highlighted"},
+    {"background_button_gray_%@_big"},
+    {"background_button_gray_%@_big_highlighted"},
+    {"background_combobox_gray_%@"},
+    {"background_combobox_gray_small_%@"},
+    {"background_progressbar_total_%@"},
+    {"background_progressbar_uploaded_%@"},
+    {"background_progressbar_converted_%@"},
+};
+constexpr int kTypes = 19;
+static_assert(sizeof kBackgrounds / sizeof kBackgrounds[0] == kTypes);
 
-NSBitmapImageRep *Slice(NSString *name) {
-  NSImage *image = PluginImage(name);
+constexpr int kMargin = 5;  // of window around the view
+constexpr int kRoundingLevels = 2;
+const double kWindow[3] = {255, 0, 255};
+
+NSBitmapImageRep *Slice(int type, const char *slice) {
+  NSString *name = [NSString stringWithFormat:[NSString stringWithUTF8String:kBackgrounds[type].images],
+                                              [NSString stringWithUTF8String:slice]];
+  if (type == RoundedViewTypeTextFieldGray && strcmp(slice, "left") == 0) name = @"background_textfield_grey_left";
+  NSImage *image = PluginImage([name stringByAppendingPathExtension:@"png"]);
   EXPECT_NE(image, nil) << [name UTF8String];
   return static_cast<NSBitmapImageRep *>([[image representations] objectAtIndex:0]);
 }
 
+// The slices row by row; a three-part background has one row.
+std::vector<NSBitmapImageRep *> Slices(int type) {
+  const std::vector<const char *> three = {"left", "center", "right"};
+  const std::vector<const char *> nine = {"topleft",   "topedge",    "topright",   "leftedge",   "center",
+                                          "rightedge", "bottomleft", "bottomedge", "bottomright"};
+  std::vector<NSBitmapImageRep *> slices;
+  for (const char *name : kBackgrounds[type].nine_part ? nine : three) slices.push_back(Slice(type, name));
+  return slices;
+}
+
+int CapsWidth(int type) {
+  const auto slices = Slices(type);
+  return static_cast<int>([slices[0] pixelsWide] + [slices[2] pixelsWide]);
+}
+
+// The height that a background has from its artwork; for one of any height, that of its caps.
+int ArtworkHeight(int type) {
+  const auto slices = Slices(type);
+  return static_cast<int>([slices.front() pixelsHigh] + (slices.size() == 9 ? [slices.back() pixelsHigh] : 0));
+}
+
+// Along one side: which of the three parts holds that place, and the pixel of it. The middle part is its first pixel,
+// again and again.
+struct Place {
+  size_t part;
+  NSInteger pixel;
+};
+
+Place PlaceAt(NSInteger at, NSInteger length, NSInteger first, NSInteger last) {
+  if (at < first) return {0, at};
+  if (at >= length - last) return {2, at - (length - last)};
+  return {1, 0};
+}
+
+NSBitmapImageRep *EmptyBitmap(int width, int height) {
+  return [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:NULL
+                                                  pixelsWide:width
+                                                  pixelsHigh:height
+                                               bitsPerSample:8
+                                             samplesPerPixel:3
+                                                    hasAlpha:NO
+                                                    isPlanar:NO
+                                              colorSpaceName:NSDeviceRGBColorSpace
+                                                 bytesPerRow:0
+                                                bitsPerPixel:0] autorelease];
+}
+
+// The slice's pixel over the window's colour.
+void BlendPixel(NSBitmapImageRep *slice, NSInteger x, NSInteger y, NSUInteger result[3]) {
+  NSUInteger samples[5] = {};
+  [slice getPixel:samples atX:x y:y];
+  const double alpha = [slice hasAlpha] ? static_cast<double>(samples[3]) / 255 : 1;
+  const double factor = [slice bitmapFormat] & NSAlphaNonpremultipliedBitmapFormat ? alpha : 1;
+  for (size_t i = 0; i < 3; ++i) {
+    result[i] =
+        static_cast<NSUInteger>(std::lround(factor * static_cast<double>(samples[i]) + (1 - alpha) * kWindow[i]));
+  }
+}
+
+// What a background of that size looks like in its window, put together from the slices.
+NSBitmapImageRep *Expected(int type, int width, int height) {
+  const auto slices = Slices(type);
+  const bool nine = slices.size() == 9;
+  NSBitmapImageRep *picture = EmptyBitmap(width + 2 * kMargin, height + 2 * kMargin);
+  for (int y = -kMargin; y < height + kMargin; ++y) {
+    for (int x = -kMargin; x < width + kMargin; ++x) {
+      NSUInteger pixel[3] = {255, 0, 255};
+      if (x >= 0 && x < width && y >= 0 && y < height) {
+        const Place column = PlaceAt(x, width, [slices[0] pixelsWide], [slices[2] pixelsWide]);
+        const Place row = nine ? PlaceAt(y, height, [slices[0] pixelsHigh], [slices[6] pixelsHigh]) : Place{0, y};
+        BlendPixel(slices[3 * row.part + column.part], column.pixel, row.pixel, pixel);
+      }
+      [picture setPixel:pixel atX:x + kMargin y:y + kMargin];
+    }
+  }
+  return picture;
+}
+
+// What the view shows on a magenta window, with a margin around it.
+NSBitmapImageRep *Shown(NSView *view) {
+  const NSRect content = NSInsetRect([view frame], -kMargin, -kMargin);
+  NSWindow *window = [[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, NSWidth(content), NSHeight(content))
+                                                 styleMask:NSBorderlessWindowMask
+                                                   backing:NSBackingStoreBuffered
+                                                     defer:NO];
+  [window setBackgroundColor:[NSColor colorWithDeviceRed:1 green:0 blue:1 alpha:1]];
+  [window setReleasedWhenClosed:NO];
+  [view setFrameOrigin:NSMakePoint(kMargin, kMargin)];
+  [[window contentView] addSubview:view];
+  [window orderFront:nil];
+  [window display];
+  [[window contentView] lockFocus];
+  NSBitmapImageRep *bitmap =
+      [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[[window contentView] bounds]] autorelease];
+  [[window contentView] unlockFocus];
+  [window close];
+  [window release];
+  return bitmap;
+}
+
+NSView *BackgroundView(int type, int width, int height, bool flipped) {
+  const NSRect frame = NSMakeRect(0, 0, width, height);
+  if (flipped) {
+    FlippedBackground *view = [[[FlippedBackground alloc] initWithFrame:frame] autorelease];
+    view->type = type;
+    return view;
+  }
+  RoundedView *view = [[[RoundedView alloc] initWithFrame:frame] autorelease];
+  [view setType:type];
+  return view;
+}
+
+void ExpectDrawnFromSlices(int type, int width, int height, bool flipped) {
+  NSString *name =
+      [NSString stringWithFormat:@"background-%d-%dx%d%@", type, width, height, flipped ? @"-flipped" : @""];
+  EXPECT_EQ(
+      window_test::ComparePictures(Shown(BackgroundView(type, width, height, flipped)), Expected(type, width, height),
+                                   window_test::DifferencesFolder(), name, {kRoundingLevels, 1}),
+      "")
+      << [name UTF8String];
+}
+
+int PixelAt(NSBitmapImageRep *bitmap, NSInteger x, NSInteger y) {
+  NSUInteger samples[5] = {};
+  [bitmap getPixel:samples atX:x y:y];
+  return static_cast<int>(samples[0] << 16 | samples[1] << 8 | samples[2]);
+}
+
 }  // namespace
 
-TEST(RoundedView, EveryTypeDrawsFromEdgeToEdge) {
-  for (int type = 0; type <= 18; ++type) {
-    const Canvas canvas(type, 90, type >= 16 ? 10 : 32);
-    const int middle = type >= 16 ? 5 : 16;
-    EXPECT_NE(canvas.Pixel(0, middle), kMagenta) << type;
-    EXPECT_NE(canvas.Pixel(45, middle), kMagenta) << type;
-    EXPECT_NE(canvas.Pixel(89, middle), kMagenta) << type;
-    EXPECT_EQ(canvas.Pixel(0, 0), kMagenta) << type << ": the corners are round";
+class RoundedViewPixels : public testing::Test {
+ protected:
+  void SetUp() override { UsePluginResources(); }
+};
+
+// Caps pixel by pixel, the centre between them without a seam, and nothing outside; from caps alone to wide.
+TEST_F(RoundedViewPixels, AreThoseOfTheSlicesAtEveryWidth) {
+  for (int type = 0; type < kTypes; ++type) {
+    const int caps = CapsWidth(type);
+    for (int width : {caps, caps + 1, caps + 2, 91, 260}) {
+      @autoreleasepool {
+        ExpectDrawnFromSlices(type, width, ArtworkHeight(type), false);
+        ExpectDrawnFromSlices(type, width, ArtworkHeight(type), true);
+      }
+    }
   }
 }
 
-TEST(RoundedView, OtherTypesDrawNothing) {
-  for (int type : {19, -1}) {
-    const Canvas canvas(type, 40, 32);
-    EXPECT_EQ(canvas.Pixel(20, 16), kMagenta) << type;
+TEST_F(RoundedViewPixels, OfTheTextAreaAreThoseOfTheSlicesAtEveryHeight) {
+  for (int height : {21, 22, 26, 75, 120}) {
+    @autoreleasepool {
+      for (int width : {20, 21, 90, 200}) {
+        ExpectDrawnFromSlices(RoundedViewTypeTextFieldWhiteBig, width, height, false);
+        ExpectDrawnFromSlices(RoundedViewTypeTextFieldWhiteBig, width, height, true);
+      }
+    }
   }
 }
 
-// The slices appear unchanged at the ends, the centre goes on between them without a seam, and pressed looks differ.
-TEST(RoundedView, StretchesOnlyTheCentre) {
-  const Canvas canvas(RoundedViewTypeButtonBlueBig, 91, 32);
-  NSBitmapImageRep *left = Slice(@"background_button_blue_left_big.png");
-  const int cap = static_cast<int>([left pixelsWide]);
-  for (int x = 1; x < cap; ++x) EXPECT_EQ(canvas.Pixel(x, 16), Canvas::PixelOf(left, x, 16)) << x;
-  for (int x = cap; x < 91 - cap; ++x) EXPECT_EQ(canvas.Pixel(x, 16), canvas.Pixel(45, 16)) << x;
-  EXPECT_EQ(canvas.Pixel(91 - cap, 16), canvas.Pixel(cap, 16));
-  const Canvas pressed(RoundedViewTypeButtonBlueBigHighlighted, 91, 32);
-  EXPECT_NE(pressed.Pixel(45, 16), canvas.Pixel(45, 16));
+// The slices themselves: what is stretched is the same all along, and goes on in the caps beside it.
+TEST_F(RoundedViewPixels, OfTheSlicesGoOnFromOneToTheNext) {
+  for (int type = 0; type < kTypes; ++type) {
+    const auto slices = Slices(type);
+    for (size_t row = 0; row < slices.size(); row += 3) {
+      NSBitmapImageRep *left = slices[row], *center = slices[row + 1], *right = slices[row + 2];
+      for (NSInteger y = 0; y < [center pixelsHigh]; ++y) {
+        for (NSInteger x = 1; x < [center pixelsWide]; ++x) {
+          EXPECT_EQ(PixelAt(center, x, y), PixelAt(center, 0, y)) << type;
+        }
+        EXPECT_EQ(PixelAt(left, [left pixelsWide] - 1, y), PixelAt(center, 0, y)) << type << " row " << y;
+        EXPECT_EQ(PixelAt(right, 0, y), PixelAt(center, 0, y)) << type << " row " << y;
+      }
+    }
+  }
+}
+
+TEST_F(RoundedViewPixels, AreNoneForOtherTypes) {
+  NSBitmapImageRep *nothing = EmptyBitmap(40 + 2 * kMargin, 32 + 2 * kMargin);
+  for (NSInteger y = 0; y < [nothing pixelsHigh]; ++y) {
+    for (NSInteger x = 0; x < [nothing pixelsWide]; ++x) {
+      NSUInteger window[3] = {255, 0, 255};
+      [nothing setPixel:window atX:x y:y];
+    }
+  }
+  for (int type : {-1, kTypes}) {
+    EXPECT_EQ(window_test::ComparePictures(Shown(BackgroundView(type, 40, 32, false)), nothing,
+                                           window_test::DifferencesFolder(), @"background-none"),
+              "")
+        << type;
+  }
 }
 
 TEST(RoundedView, ANewViewHasTheFirstType) {

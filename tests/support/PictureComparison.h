@@ -1,0 +1,33 @@
+// Comparing a picture with the one that it should be.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+#include <string>
+
+namespace window_test {
+
+/// How far two pictures of the same thing may be apart.
+struct PictureBounds {
+  /// No channel of any pixel may be off by more than this, of 255: more than another version of the libraries moves
+  /// an edge's shade, and less than anything that is shifted by a pixel.
+  int levels = 24;
+
+  /// The part of the pixels that may be off at all, from 0 to 1.
+  double share = 0.01;
+};
+
+/// Compares the pictures pixel by pixel. Returns an empty string when they agree within the bounds. Otherwise it says
+/// how they differ, writes NAME-new.png (the picture that was found) and, for pictures of one size, NAME-difference.png
+/// (what is off in red on the faded picture that was wanted) into the folder, which it makes, and says where they are.
+/// Pictures of two sizes differ. The bitmaps have 8 bits a channel. Main thread.
+std::string ComparePictures(NSBitmapImageRep *found, NSBitmapImageRep *wanted, NSString *folder, NSString *name,
+                            PictureBounds bounds = {});
+
+/// The folder, within the build's, for what tests keep of pictures that differ.
+NSString *DifferencesFolder();
+
+/// The picture in the file, autoreleased; nil when there is none.
+NSBitmapImageRep *ReadPicture(NSString *path);
+
+}  // namespace window_test
