@@ -101,7 +101,6 @@ TEST_F(LoginWindow, LogsInWithoutRemembering) {
   Run([](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] {
       Fill(controller, @"acme", @"editor", @"secret");
-      TakePicture([controller orvaneWindow], "login");
       Press([controller loginBtn]);
     });
   });
@@ -143,7 +142,6 @@ TEST_F(LoginWindow, AnnouncesOnlyANewerRelease) {
       EXPECT_EQ(TabOrder([controller orvaneWindow]),
                 "Orvane subdomain|User name|Password|Remember me|Log in to Orvane|Download the new version");
       EXPECT_STREQ([[[controller versionCheckLabel] stringValue] UTF8String], "New version available! (1.2)");
-      TakePicture([controller orvaneWindow], "login-new-version");
       [[controller orvaneWindow] performClose:nil];
     });
   });

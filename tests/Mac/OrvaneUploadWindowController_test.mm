@@ -57,7 +57,6 @@ class UploadWindow : public testing::Test {
     std::string texts;
     actions.OnMain([&texts] {
       texts = AlertTexts();
-      TakePicture(AlertPanel(), "alert-sheet");
       DismissAlert();
     });
     actions.WaitFor("the upload window again", [] { return IsModal(WindowTitled(kTitle)); });
@@ -143,7 +142,6 @@ TEST_F(UploadWindow, HandsOverWhatWasEntered) {
       AddTag(controller, @"rough cut");
       AddTag(controller, @" grün ");
       AddTag(controller, @"night");
-      TakePicture([controller orvaneUploadWindow], "upload");
       EXPECT_EQ(TabOrder([controller orvaneUploadWindow]),
                 "Project|Folder|Title|Description|New tag|Add the tag|Remove tag rough cut|Remove tag grün|"
                 "Remove tag night|Log out of Orvane|Upload the film");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#import "Controls.h"
 #import "NSTextField+VerticalAlignment.h"
 #import "RoundedView.h"
 #include "PluginResources.h"
@@ -151,4 +152,28 @@ TEST(RoundedButton, DrawsItsTitleInTheMiddle) {
       }
     }
   }
+}
+
+// The release counts wherever the pointer is; the second mouse button does nothing.
+TEST(RoundedButton, StaysPressedWhileTheMouseButtonIsHeld) {
+  PressCounter *counter = [[[PressCounter alloc] init] autorelease];
+  RoundedButton *button = Button(2);
+  [button setTarget:counter];
+  [button setAction:@selector(pressed:)];
+  EXPECT_EQ(window_test::StatesUnderTheMouse(button, [button] { return [[button backgroundView] type]; }),
+            "8 8 9 9 9 8");
+  EXPECT_EQ(counter->presses, 1);
+}
+
+TEST(RoundedButton, TheKeyboardPressesItUnlessItIsDisabled) {
+  PressCounter *counter = [[[PressCounter alloc] init] autorelease];
+  RoundedButton *button = Button(0);
+  [button setTarget:counter];
+  [button setAction:@selector(pressed:)];
+  [button performClick:nil];
+  EXPECT_EQ(counter->presses, 1);
+  [button setEnabled:NO];
+  [button performClick:nil];
+  EXPECT_EQ(counter->presses, 1);
+  EXPECT_EQ([[button backgroundView] type], 6);
 }

@@ -69,7 +69,6 @@ class CompleteWindow : public testing::Test {
 
 TEST_F(CompleteWindow, OpensTheLinkAndEndsTheExportOnce) {
   Run(@"https://acme.orvane.localhost:48443/review/7?a=1&b=2", [](UploadCompleteWindowController *controller) {
-    TakePicture([controller uploadCompleteWindow], "complete");
     Press([controller openOrvaneBtn]);
     [[controller uploadCompleteWindow] performClose:nil];
   });

@@ -104,7 +104,6 @@ TEST_F(StatusWindow, ARefusalLeavesFileAndWindow) {
           actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
           actions.OnMain([&texts] {
             texts = AlertTexts();
-            TakePicture(AlertPanel(), "alert-upload");
             DismissAlert();
           });
         });
@@ -136,6 +135,5 @@ TEST_F(StatusWindow, ShowsTheNewestProgressFromAnyThread) {
                "Uploading to Orvane: 45.0 MB of 45.0 MB (100 %)");
   [status_controller updateProgressBarWithTotal:45e6 now:17.3e6];
   [[status_controller uploadStatusWindow] makeKeyAndOrderFront:nil];
-  TakePicture([status_controller uploadStatusWindow], "progress");
   [[status_controller uploadStatusWindow] orderOut:nil];
 }

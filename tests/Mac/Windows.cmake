@@ -1,6 +1,7 @@
 # Tests of the window side. They link its objects; images and interface files come from the built bundle.
 # Object libraries give their objects to the target that links them directly.
-set(ORVANE_WINDOW_OBJECTS orvane_windows orvane_kckeychain orvane_platform orvane_security gnustep_blocks)
+set(ORVANE_WINDOW_OBJECTS orvane_windows orvane_kckeychain orvane_platform orvane_security gnustep_blocks
+    CACHE INTERNAL "Object libraries of the window side")
 
 function(orvane_add_mac_test name)
   orvane_add_window_test(${name} ${name}.mm PluginResources.mm LIBRARIES ${ORVANE_WINDOW_OBJECTS} ${ARGN})

@@ -3,6 +3,7 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include <functional>
 #include <string>
 
 namespace window_test {
@@ -29,6 +30,11 @@ void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers = 0);
 /// Sends the window a mouse event at the point, given in the coordinates of its content.
 void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clickCount = 1);
 
+/// Shows the control alone in a window and does with the mouse what may go wrong: a click of the second button, a press
+/// of the first, a drag off the control, a click of the second button there, the release there. Returns what `state`
+/// said at the beginning and after each of the five, separated by blanks.
+std::string StatesUnderTheMouse(NSControl *control, const std::function<int()> &state);
+
 /// The accessibility labels of what Tab reaches in the window, from the first control on, separated by "|"; a "?" for a
 /// control without one. Ends editing.
 std::string TabOrder(NSWindow *window);
@@ -39,7 +45,7 @@ void DismissAlert();
 /// Chooses the item of that title and sends the pop-up's action, as picking it from the menu does.
 void Choose(NSPopUpButton *popUp, NSString *title);
 
-/// Writes what the window shows as a PNG file into the folder $ORVANE_PICTURES, when that is set.
-void TakePicture(NSWindow *window, const std::string &name);
+/// What the window shows, without its frame, autoreleased. The window is visible.
+NSBitmapImageRep *PictureOf(NSWindow *window);
 
 }  // namespace window_test

@@ -1,7 +1,5 @@
 #import "Controls.h"
 
-#include <cstdlib>
-
 namespace window_test {
 
 namespace {
@@ -84,6 +82,35 @@ void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clic
                                        pressure:1]];
 }
 
+std::string StatesUnderTheMouse(NSControl *control, const std::function<int()> &state) {
+  NSWindow *window = [[[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 400, 200)
+                                                  styleMask:NSBorderlessWindowMask
+                                                    backing:NSBackingStoreBuffered
+                                                      defer:NO] autorelease];
+  [window setReleasedWhenClosed:NO];
+  [control setFrameOrigin:NSMakePoint(10, 10)];
+  [[window contentView] addSubview:control];
+  [window orderFront:nil];
+  const NSPoint inside = NSMakePoint(20, 20);
+  const NSPoint outside = NSMakePoint(390, 190);
+  const struct {
+    NSEventType type;
+    NSPoint point;
+    bool last;
+  } events[] = {{NSRightMouseDown, inside, false},  {NSRightMouseUp, inside, true},
+                {NSLeftMouseDown, inside, true},    {NSLeftMouseDragged, outside, true},
+                {NSRightMouseDown, outside, false}, {NSRightMouseUp, outside, true},
+                {NSLeftMouseUp, outside, true}};
+  std::string states = std::to_string(state());
+  for (const auto &event : events) {
+    SendMouse(window, event.type, event.point);
+    if (event.last) states += " " + std::to_string(state());
+  }
+  [control removeFromSuperview];
+  [window close];
+  return states;
+}
+
 std::string TabOrder(NSWindow *window) {
   std::string order;
   [window makeFirstResponder:nil];  // a field that is being edited is no key view
@@ -106,17 +133,13 @@ void Choose(NSPopUpButton *popUp, NSString *title) {
   [NSApp sendAction:[popUp action] to:[popUp target] from:popUp];
 }
 
-void TakePicture(NSWindow *window, const std::string &name) {
-  const char *folder = getenv("ORVANE_PICTURES");
-  if (!folder || !window) return;
+NSBitmapImageRep *PictureOf(NSWindow *window) {
   [window display];
   NSView *content = [window contentView];
   [content lockFocus];
   NSBitmapImageRep *bitmap = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[content bounds]] autorelease];
   [content unlockFocus];
-  NSData *png = [bitmap representationUsingType:NSPNGFileType properties:@{}];
-  NSString *path = [NSString stringWithFormat:@"%s/%s.png", folder, name.c_str()];
-  [png writeToFile:path atomically:YES];
+  return bitmap;
 }
 
 }  // namespace window_test
