@@ -7,6 +7,7 @@
 #include "PluginResources.h"
 
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 // Draws its background as a view does whose y axis points down.
