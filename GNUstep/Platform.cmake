@@ -16,6 +16,7 @@ add_library(orvane_platform OBJECT
   Replacements.mm
   ReturnKey.mm
   TemplateImages.mm
+  TextTruncation.mm
   WindowDisplay.mm
   WorkspaceOpen.mm)
 target_include_directories(orvane_platform PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/include"

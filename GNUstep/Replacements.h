@@ -10,5 +10,6 @@ void InstallPopUpItems();
 void InstallPopUpKeys();
 void InstallReturnKey();
 void InstallTemplateImages();
+void InstallTextTruncation();
 void InstallWindowDisplay();
 void InstallWorkspaceOpen();

@@ -35,6 +35,7 @@
   InstallPopUpKeys();
   InstallReturnKey();
   InstallTemplateImages();
+  InstallTextTruncation();
   InstallWindowDisplay();
   InstallWorkspaceOpen();
 }

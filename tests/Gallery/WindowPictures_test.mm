@@ -31,9 +31,13 @@ namespace {
 // Sixty characters.
 #define LONG_FOLDER_NAME "Rohschnitt der zweiten Folge nach der Abnahme vom 14. Januar"
 
+// Wider than the window.
+#define LONG_PROJECT_NAME \
+  "ماء وضوء – 水與光 – 🎬 – Wasser und Licht, eine Reihe von sechs Filmen für das Frühjahrsprogramm, Teil 4"
+
 // Six folders within each other, all of that name, and beside the innermost another that differs in its last letter.
 void AnswerWithDeepFolders(ScriptedApi &api) {
-  api.Answer(ScriptedApi::kProjects, ScriptedApi::Success(R"([{"id":"7","project_name":"ماءٌ وضوء – فيلم وثائقي"}])"));
+  api.Answer(ScriptedApi::kProjects, ScriptedApi::Success(R"([{"id":"7","project_name":")" LONG_PROJECT_NAME R"("}])"));
   api.Server().Route(std::string(ScriptedApi::kFolders) + "7", [](const orvane_test::Request &request) {
     const size_t at = request.body.find("&folder_id=");
     const int depth = at == std::string::npos ? 0 : std::stoi(request.body.substr(at + 11));
@@ -192,12 +196,13 @@ TEST_F(WindowPictures, UploadWithLongTexts) {
   @autoreleasepool {
     OrvaneUploadWindowController *upload =
         [[[OrvaneUploadWindowController alloc] initWithProjectsApiPointer:client_.get()] autorelease];
-    Choose([upload inputProject], @"ماءٌ وضوء – فيلم وثائقي");
+    Choose([upload inputProject], @LONG_PROJECT_NAME);
     Choose([upload inputFolder], @"                  " @LONG_FOLDER_NAME @"2");
     EXPECT_EQ(g_fld, "21");
     [[upload inputTitle]
         setStringValue:@"電影《水與光》第二版 – الماء والضوء – 🎬 Wasser und Licht, zweite Fassung mit neuer Musik"];
-    [[upload fileDescription] setString:@"这是第二个版本,请检查字幕。\nهذه هي النسخة الثانية.\n🎬🎞️ Bitte bis "
+    [[upload fileDescription] setString:@"这是第二个版本,请检查字幕。\nهذه هي النسخة الثانية.\n🎬🎞️ Bitte "
+                                        @"bis "
                                         @"Freitag ansehen.\n4\n5\n6"
                                         @"\n7\n8\n9"];
     AddTags(upload, @[
