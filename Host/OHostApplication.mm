@@ -1,5 +1,7 @@
 #import "OHostApplication.h"
 
+#import "OHostIcon.h"
+
 @implementation OHostApplication
 
 + (void)postOrder:(OHostOrder)order data:(NSInteger)data {
@@ -13,6 +15,12 @@
                                          data1:data
                                          data2:0]
            atStart:NO];
+}
+
+// From the start: every window gets the icon that its application had when the first one was made.
+- (NSImage *)applicationIconImage {
+  static NSImage *const icon = [OHostIcon() retain];
+  return icon;
 }
 
 - (void)sendEvent:(NSEvent *)event {

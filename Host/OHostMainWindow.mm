@@ -7,10 +7,14 @@ const int OHostPictureHeight = 216;
 
 namespace {
 
-const CGFloat kMargin = 16;
-const CGFloat kWidth = 784;
-const CGFloat kHeight = 496;
-const CGFloat kLine = 22;
+const CGFloat kMargin = 20;
+const CGFloat kGap = 12;  // between things that belong together
+const CGFloat kPictureFrame = 3;
+const CGFloat kPictureWidth = OHostPictureWidth + 2 * kPictureFrame;
+const CGFloat kPictureHeight = OHostPictureHeight + 2 * kPictureFrame;
+const CGFloat kWidth = 800;
+const CGFloat kHeight = 512;
+const CGFloat kLine = 18;
 
 NSTextField *MakeLabel(NSRect frame, NSString *text) {
   NSTextField *label = [[[NSTextField alloc] initWithFrame:frame] autorelease];
@@ -76,8 +80,7 @@ NSString *DurationText(double seconds) {
 }
 
 - (void)addPicture {
-  const NSRect frame =
-      NSMakeRect(kMargin, kHeight - kMargin - OHostPictureHeight, OHostPictureWidth, OHostPictureHeight);
+  const NSRect frame = NSMakeRect(kMargin, kHeight - kMargin - kPictureHeight, kPictureWidth, kPictureHeight);
   _picture = [[[NSImageView alloc] initWithFrame:frame] autorelease];
   [_picture setImageScaling:NSImageScaleProportionallyDown];
   [_picture setImageFrameStyle:NSImageFrameGrayBezel];
@@ -91,11 +94,11 @@ NSString *DurationText(double seconds) {
     SourceText(sequence), size, RateText(sequence.rate), DurationText(sequence.seconds),
     sequence.has_sound ? @"yes" : @"none"
   ];
-  const CGFloat left = 2 * kMargin + OHostPictureWidth;
+  const CGFloat left = 2 * kMargin + kPictureWidth;
   CGFloat top = kHeight - kMargin - kLine;
   for (NSUInteger i = 0; i < [names count]; ++i) {
     [self addFact:[names objectAtIndex:i] value:[values objectAtIndex:i] at:NSMakePoint(left, top)];
-    top -= kLine + 4;
+    top -= kLine + kGap / 2;
   }
   _plugins = [self addFact:@"Plug-ins" value:@"none" at:NSMakePoint(left, top)];
 }
@@ -113,11 +116,11 @@ NSString *DurationText(double seconds) {
 }
 
 - (void)addLog {
-  _status = MakeLabel(NSMakeRect(kMargin, 8, kWidth - 2 * kMargin, kLine), @"Ready");
+  _status = MakeLabel(NSMakeRect(kMargin, kMargin - kGap / 2, kWidth - 2 * kMargin, kLine), @"Ready");
   [[_window contentView] addSubview:_status];
-  const CGFloat bottom = 8 + kLine + 6;
-  const NSRect frame =
-      NSMakeRect(kMargin, bottom, kWidth - 2 * kMargin, kHeight - 2 * kMargin - OHostPictureHeight - bottom);
+  const CGFloat bottom = NSMaxY([_status frame]) + kGap;
+  const CGFloat top = kHeight - 2 * kMargin - kPictureHeight;
+  const NSRect frame = NSMakeRect(kMargin, bottom, kWidth - 2 * kMargin, top - bottom);
   NSScrollView *scroll = [[[NSScrollView alloc] initWithFrame:frame] autorelease];
   [scroll setHasVerticalScroller:YES];
   [scroll setAutohidesScrollers:YES];

@@ -1,7 +1,7 @@
 #import <AppKit/AppKit.h>
 
-/// Sets the application's main menu: File with Export and Quit. quit is sent to target. Returns the Export menu, which
-/// belongs to the main menu.
+/// Sets the application's main menu: the program's own, and File with Export and Quit. quit is sent to target. Returns
+/// the Export menu, which belongs to the main menu.
 NSMenu *OHostInstallMenu(id target, SEL quit);
 
 /// Adds a plug-in's item to the Export menu; its tag is `tag`.

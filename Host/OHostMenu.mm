@@ -8,7 +8,7 @@ NSMenu *OHostInstallMenu(id target, SEL quit) {
   // With its menu in the window AppKit puts an item of the program's name in front, unless there is one.
   NSString *name = [[NSProcessInfo processInfo] processName];
   NSMenu *program = [[[NSMenu alloc] initWithTitle:name] autorelease];
-  [[program addItemWithTitle:@"Hide" action:@selector(hide:) keyEquivalent:@""] setTarget:NSApp];
+  [program addItemWithTitle:@"Minimize" action:@selector(performMiniaturize:) keyEquivalent:@""];
   NSMenuItem *program_item = (NSMenuItem *)[main_menu addItemWithTitle:name action:NULL keyEquivalent:@""];
   [main_menu setSubmenu:program forItem:program_item];
 

@@ -1,11 +1,21 @@
 #import "OHostRenderProgress.h"
 
+namespace {
+
+// Points. The margins are those of the main window.
+const CGFloat kMargin = 20;
+const CGFloat kWidth = 420;
+const CGFloat kHeight = 124;
+const CGFloat kInside = kWidth - 2 * kMargin;
+
+}  // namespace
+
 @implementation OHostRenderProgress
 
 - (instancetype)init {
   if ((self = [super init])) {
     // A panel, as AppKit puts the main menu into every other window.
-    NSPanel *panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(300, 360, 400, 116)
+    NSPanel *panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(300, 360, kWidth, kHeight)
                                                 styleMask:NSTitledWindowMask
                                                   backing:NSBackingStoreBuffered
                                                     defer:NO];
@@ -13,31 +23,44 @@
     _window = panel;
     [_window setTitle:@"Rendering"];
     [_window setReleasedWhenClosed:NO];
-    NSView *content = [_window contentView];
-
-    _label = [[[NSTextField alloc] initWithFrame:NSMakeRect(16, 80, 368, 22)] autorelease];
-    [_label setEditable:NO];
-    [_label setSelectable:NO];
-    [_label setBezeled:NO];
-    [_label setDrawsBackground:NO];
-    [content addSubview:_label];
-
-    _bar = [[[NSProgressIndicator alloc] initWithFrame:NSMakeRect(16, 56, 368, 16)] autorelease];
-    [_bar setStyle:NSProgressIndicatorBarStyle];
-    [_bar setDisplayedWhenStopped:YES];
-    [_bar setIndeterminate:NO];
-    [_bar setMinValue:0];
-    [_bar setMaxValue:1];
-    [content addSubview:_bar];
-
-    NSButton *cancel = [[[NSButton alloc] initWithFrame:NSMakeRect(288, 14, 96, 28)] autorelease];
-    [cancel setTitle:@"Cancel"];
-    [cancel setKeyEquivalent:@"\033"];
-    [cancel setTarget:self];
-    [cancel setAction:@selector(cancel:)];
-    [content addSubview:cancel];
+    [self addLabel];
+    [self addBar];
+    [self addCancelButton];
   }
   return self;
+}
+
+- (void)addLabel {
+  _label = [[[NSTextField alloc] initWithFrame:NSMakeRect(kMargin, 86, kInside, 18)] autorelease];
+  [_label setEditable:NO];
+  [_label setSelectable:NO];
+  [_label setBezeled:NO];
+  [_label setDrawsBackground:NO];
+  [[_label cell] setLineBreakMode:NSLineBreakByTruncatingMiddle];
+  [[_window contentView] addSubview:_label];
+}
+
+- (void)addBar {
+  _bar = [[[NSProgressIndicator alloc] initWithFrame:NSMakeRect(kMargin, 64, kInside, 12)] autorelease];
+  [_bar setStyle:NSProgressIndicatorBarStyle];
+  [_bar setDisplayedWhenStopped:YES];
+  [_bar setIndeterminate:NO];
+  [_bar setMinValue:0];
+  [_bar setMaxValue:1];
+  [[_window contentView] addSubview:_bar];
+}
+
+- (void)addCancelButton {
+  const CGFloat width = 96;
+  NSButton *cancel =
+      [[[NSButton alloc] initWithFrame:NSMakeRect(kWidth - kMargin - width, kMargin, width, 24)] autorelease];
+  [cancel setBezelStyle:NSRoundedBezelStyle];
+  [cancel setTitle:@"Cancel"];
+  [cancel setKeyEquivalent:@"\033"];
+  [cancel setTarget:self];
+  [cancel setAction:@selector(cancel:)];
+  [[_window contentView] addSubview:cancel];
+  [_window setInitialFirstResponder:cancel];
 }
 
 - (void)dealloc {

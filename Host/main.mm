@@ -29,6 +29,8 @@ int main(int argc, char **argv, char **environment) {
   @autoreleasepool {
     // AppKit would take a path among the arguments for a document to open.
     [NSProcessInfo initializeWithArguments:argv count:1 environment:environment];
+    // Menus and panels show this name.
+    [[NSProcessInfo processInfo] setProcessName:@"Orvane Host"];
     RegisterLooks();
     [OHostApplication sharedApplication];
     OHostController *controller = [[OHostController alloc] initWithOptions:*options sequence:*sequence];
