@@ -10,8 +10,6 @@ namespace {
 using DrawWithRect = void (*)(id, SEL, NSRect, NSStringDrawingOptions);
 DrawWithRect original_draw_with_rect;
 
-constexpr CGFloat kPopUpArrowWidth = 24;  // points, at the right of a pop-up button
-
 // The text without the composed characters from `kept` on, or, in the middle mode, without those around its middle.
 NSAttributedString *Shortened(NSAttributedString *text, NSUInteger kept, NSLineBreakMode mode) {
   NSString *string = [text string];
@@ -54,17 +52,7 @@ NSLineBreakMode TruncationOf(NSAttributedString *text, CGFloat width) {
   return fits || has_lines ? NSLineBreakByClipping : mode;
 }
 
-// A pop-up button gives its title all the width that it asks for.
-NSRect WithinPopUp(NSRect rectangle) {
-  NSView *view = [NSView focusView];
-  if (![view isKindOfClass:[NSPopUpButton class]]) return rectangle;
-  const CGFloat right = NSMaxX([view bounds]) - kPopUpArrowWidth;
-  if (NSMaxX(rectangle) > right) rectangle.size.width = right - NSMinX(rectangle);
-  return rectangle;
-}
-
 void DrawFitted(id text, SEL selector, NSRect rectangle, NSStringDrawingOptions options) {
-  rectangle = WithinPopUp(rectangle);
   const NSLineBreakMode mode = TruncationOf(text, NSWidth(rectangle));
   if (mode == NSLineBreakByClipping) {
     original_draw_with_rect(text, selector, rectangle, options);

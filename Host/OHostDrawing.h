@@ -14,7 +14,7 @@ enum OHostHue : unsigned {
   OHostPressed = 0xdde2e9,
   OHostTrack = 0xe3e6ea,
   OHostHairline = 0xd5dae1,
-  OHostBorder = 0xb9c0ca,
+  OHostBorder = 0x8a94a2,
   OHostKnob = 0xa9b1bc,
   OHostFaint = 0x8a929d,
   OHostText = 0x20252d,

@@ -6,15 +6,25 @@
 #import "OHostThemeImages.h"
 
 const CGFloat OHostPopUpArrowRoom = 26;
+const CGFloat OHostPopUpInset = 3;
 
 namespace {
 
-// Points. A button of AppKit's usual frames is as high as a text field.
+// Points. A button of AppKit's usual frames is as high as a text field. Within the frame of a push button, as of a
+// pop-up button, AppKit leaves room beside the bezel.
 const CGFloat kBezelHeight = 24;
+const CGFloat kPushButtonInset = 6;
 
-NSRect BezelRect(NSRect frame) {
+CGFloat SideInset(NSCell *cell) {
+  if ([cell isKindOfClass:[NSPopUpButtonCell class]]) return OHostPopUpInset;
+  const BOOL push = [cell isKindOfClass:[NSButtonCell class]] &&
+                    [static_cast<NSButtonCell *>(cell) bezelStyle] == NSRoundedBezelStyle;
+  return push ? kPushButtonInset : 0;
+}
+
+NSRect BezelRect(NSRect frame, NSCell *cell) {
   const CGFloat spare = NSHeight(frame) - kBezelHeight;
-  return spare > 0 ? NSInsetRect(frame, 0, floor(spare / 2)) : frame;
+  return NSInsetRect(frame, SideInset(cell), spare > 0 ? floor(spare / 2) : 0);
 }
 
 BOOL IsPressed(GSThemeControlState state) {
@@ -43,7 +53,7 @@ const SystemColor kSystemColors[] = {
 
 NSRect FocusRectOfButton(NSButton *button) {
   const NSRect bounds = [button bounds];
-  if ([button isBordered]) return BezelRect(bounds);
+  if ([button isBordered]) return BezelRect(bounds, [button cell]);
   if ([button imagePosition] != NSImageLeft) return bounds;
   return NSMakeRect(0, floor((NSHeight(bounds) - OHostCheckBoxSize) / 2), OHostCheckBoxSize, OHostCheckBoxSize);
 }
@@ -107,7 +117,7 @@ BOOL OHostIsBlueButton(NSCell *cell, NSView *view) {
              style:(int)style
              state:(GSThemeControlState)state {
   (void)style;
-  const NSRect bezel = BezelRect(frame);
+  const NSRect bezel = BezelRect(frame, cell);
   const BOOL pressed = IsPressed(state);
   if (![cell isEnabled]) {
     OHostDrawRounded(bezel, OHostCornerRadius, OHostBackground, OHostHairline);
@@ -121,8 +131,8 @@ BOOL OHostIsBlueButton(NSCell *cell, NSView *view) {
 - (GSThemeMargins)buttonMarginsForCell:(NSCell *)cell style:(int)style state:(GSThemeControlState)state {
   (void)style;
   (void)state;
-  if ([cell isKindOfClass:[NSPopUpButtonCell class]]) return {4, OHostPopUpArrowRoom, 2, 2};
-  return {4, 4, 2, 2};
+  const CGFloat side = 4 + SideInset(cell);
+  return {side, [cell isKindOfClass:[NSPopUpButtonCell class]] ? OHostPopUpArrowRoom + OHostPopUpInset : side, 2, 2};
 }
 
 // No picture of a return key in the default button; its colour tells.
@@ -133,7 +143,7 @@ BOOL OHostIsBlueButton(NSCell *cell, NSView *view) {
 
 - (void)drawPopUpButtonCellInteriorWithFrame:(NSRect)frame withCell:(NSCell *)cell inView:(NSView *)view {
   (void)view;
-  DrawChevrons(BezelRect(frame), [cell isEnabled]);
+  DrawChevrons(BezelRect(frame, cell), [cell isEnabled]);
 }
 
 #pragma mark Borders and focus

@@ -10,15 +10,18 @@ const CGFloat kBarHeight = 26;
 const CGFloat kItemHeight = 24;
 const CGFloat kSeparatorHeight = 9;
 
-// Draws the title in one line at half the height of its place, shortened when it is too long.
+// Draws the title in one line at half the height of its place. What is too long loses its middle: names often differ at
+// their ends.
 void DrawTitle(NSString *title, NSDictionary *attributes, NSRect place, BOOL centred) {
   NSString *shown = title;
   NSSize size = [shown sizeWithAttributes:attributes];
   for (NSUInteger length = [title length]; size.width > NSWidth(place) && length > 1;) {
     // By the share that is too long, which needs few steps even for a long title, and by whole characters.
     length = MIN(length - 1, static_cast<NSUInteger>(length * NSWidth(place) / size.width) + 1);
-    length = [title rangeOfComposedCharacterSequenceAtIndex:length].location;
-    shown = [[title substringToIndex:length] stringByAppendingString:@"…"];
+    const NSUInteger from = [title rangeOfComposedCharacterSequenceAtIndex:length - length / 2].location;
+    const NSUInteger last = [title length] - MAX(length / 2, 1u);
+    const NSUInteger to = [title rangeOfComposedCharacterSequenceAtIndex:last].location;
+    shown = [NSString stringWithFormat:@"%@…%@", [title substringToIndex:from], [title substringFromIndex:to]];
     size = [shown sizeWithAttributes:attributes];
   }
   const CGFloat x = centred ? NSMidX(place) - size.width / 2 : NSMinX(place);
