@@ -21,6 +21,7 @@ static NSString *const kInstallerAddress =
 - (void)styleWindow;
 - (void)describeControls;
 - (void)announceNewerVersion;
+- (void)closeUpNotice;
 - (void)logIn;
 - (NSString *)complaintAboutInput;
 - (BOOL)rememberLogin;
@@ -84,9 +85,21 @@ static NSString *const kInstallerAddress =
 
 - (void)announceNewerVersion {
   NSString *newest = FromUtf8(orvane->versionCheck());
-  if (![newest isNewerThanVersion:kOwnVersion]) return;
+  if (![newest isNewerThanVersion:kOwnVersion]) {
+    [self closeUpNotice];
+    return;
+  }
   [versionCheckLabel setStringValue:[NSString stringWithFormat:@"New version available! (%@)", newest]];
   [versionCheckBox setHidden:NO];
+}
+
+// The notice stands below everything else: without it the window ends above.
+- (void)closeUpNotice {
+  NSRect frame = [orvaneWindow frame];
+  const CGFloat height = NSMaxY([versionCheckBox frame]);
+  frame.origin.y += height;
+  frame.size.height -= height;
+  [orvaneWindow setFrame:frame display:NO];
 }
 
 - (NSInteger)showWindow {

@@ -227,7 +227,7 @@ TEST_F(WindowPictures, Uploading) {
 
 TEST_F(WindowPictures, UploadRefusedAlert) {
   g_prj = "1";
-  g_fpath = "/no/such/file";
+  g_fpath = ORVANE_BUNDLE_PATH "/Contents/Info.plist";  // any file
   NSString *const texts[] = {
       @"The folder is full.",
       @"Le dossier « Étalonnage » n'accepte plus de films depuis le 3 novembre : "
