@@ -11,6 +11,7 @@ add_library(orvane_platform OBJECT
   ModalLoop.mm
   NibLoading.mm
   NibProgressIndicator.mm
+  PopUpAction.mm
   PopUpItems.mm
   PopUpKeys.mm
   Replacements.mm

@@ -4,6 +4,7 @@
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
+#include "PopUpMenu.h"
 #include "Replacements.h"
 
 namespace {
@@ -16,13 +17,8 @@ NSPopUpButton *FocusedPopUp(NSWindow *window) {
   return [responder isKindOfClass:[NSPopUpButton class]] ? static_cast<NSPopUpButton *>(responder) : nil;
 }
 
-NSWindow *MenuWindow(NSPopUpButton *button) {
-  id menuView = [[button menu] menuRepresentation];
-  return [menuView isKindOfClass:[NSView class]] ? [menuView window] : nil;
-}
-
 bool IsOpen(NSPopUpButton *button) {
-  return [MenuWindow(button) isVisible];
+  return [PopUpMenuWindow(button) isVisible];
 }
 
 bool IsArrow(NSEvent *event) {

@@ -6,6 +6,7 @@ void InstallAlertPanel();
 void InstallFontFallback();
 void InstallModalLoop();
 void InstallNibLoading();
+void InstallPopUpAction();
 void InstallPopUpItems();
 void InstallPopUpKeys();
 void InstallReturnKey();

@@ -31,6 +31,7 @@
   InstallFontFallback();
   InstallModalLoop();
   InstallNibLoading();
+  InstallPopUpAction();
   InstallPopUpItems();
   InstallPopUpKeys();
   InstallReturnKey();
