@@ -51,9 +51,14 @@ const SystemColor kSystemColors[] = {
     {@"selectedTextColor", OHostText},
 };
 
+BOOL IsStockCell(NSCell *cell) {
+  return [cell isMemberOfClass:[NSButtonCell class]] || [cell isMemberOfClass:[NSPopUpButtonCell class]];
+}
+
 NSRect FocusRectOfButton(NSButton *button) {
   const NSRect bounds = [button bounds];
-  if ([button isBordered]) return BezelRect(bounds, [button cell]);
+  // A cell class of its own draws a bezel as large as the button.
+  if ([button isBordered]) return IsStockCell([button cell]) ? BezelRect(bounds, [button cell]) : bounds;
   if ([button imagePosition] != NSImageLeft) return bounds;
   return NSMakeRect(0, floor((NSHeight(bounds) - OHostCheckBoxSize) / 2), OHostCheckBoxSize, OHostCheckBoxSize);
 }

@@ -26,7 +26,9 @@ void DrawTitle(NSString *title, NSDictionary *attributes, NSRect place, BOOL cen
   }
   const CGFloat x = centred ? NSMidX(place) - size.width / 2 : NSMinX(place);
   const CGFloat y = NSMidY(place) - size.height / 2;
-  [shown drawAtPoint:NSMakePoint(floor(x), floor(y)) withAttributes:attributes];
+  // Half points go downwards, as they do beside a label.
+  const BOOL flipped = [[NSView focusView] isFlipped];
+  [shown drawAtPoint:NSMakePoint(floor(x), flipped ? ceil(y) : floor(y)) withAttributes:attributes];
 }
 
 }  // namespace

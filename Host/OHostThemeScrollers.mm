@@ -12,6 +12,7 @@ namespace {
 const CGFloat kScrollerWidth = 12;
 const CGFloat kKnobMargin = 3;
 const CGFloat kShortestKnob = 24;
+const CGFloat kSmallestHiddenPart = 4;  // less is a border's width, not text
 
 BOOL IsHorizontal(NSScroller *scroller) {
   return NSWidth([scroller bounds]) > NSHeight([scroller bounds]);
@@ -27,13 +28,20 @@ NSRect KnobRect(NSScroller *scroller) {
   return horizontal ? NSMakeRect(start, 0, knob, NSHeight(bounds)) : NSMakeRect(0, start, NSWidth(bounds), knob);
 }
 
+BOOL HasKnob(NSScroller *scroller) {
+  if ([scroller usableParts] != NSAllScrollerParts) return NO;
+  const NSRect bounds = [scroller bounds];
+  const CGFloat length = MAX(NSWidth(bounds), NSHeight(bounds));
+  return length * (1 - [scroller knobProportion]) > kSmallestHiddenPart;
+}
+
 NSRect RectForPart(id scroller, SEL, NSScrollerPart part) {
   const NSRect bounds = [scroller bounds];
   const NSRect knob = KnobRect(scroller);
   const BOOL horizontal = IsHorizontal(scroller);
   switch (part) {
     case NSScrollerKnob:
-      return [scroller usableParts] == NSAllScrollerParts ? knob : NSZeroRect;
+      return HasKnob(scroller) ? knob : NSZeroRect;
     case NSScrollerKnobSlot:
       return bounds;
     case NSScrollerDecrementPage:
