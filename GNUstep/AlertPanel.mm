@@ -25,6 +25,7 @@ constexpr CGFloat kButtonHeight = 24;
 constexpr CGFloat kNarrowestButton = 88;
 constexpr CGFloat kButtonPadding = 16;
 constexpr CGFloat kButtonGap = 12;
+constexpr CGFloat kBezelRoom = 6;  // within a push button's frame, at the left and right of what is drawn
 constexpr CGFloat kScreenMargin = 40;
 
 }  // namespace
@@ -95,7 +96,7 @@ void PlaceButtons(const std::vector<NSButton *> &buttons, CGFloat right) {
     const CGFloat width = WidthOfButton(button);
     [button setBezelStyle:NSRoundedBezelStyle];
     [button setImagePosition:NSNoImage];
-    [button setFrame:NSMakeRect(right - width, kMargin, width, kButtonHeight)];
+    [button setFrame:NSMakeRect(right - width - kBezelRoom, kMargin, width + 2 * kBezelRoom, kButtonHeight)];
     right -= width + kButtonGap;
   }
 }

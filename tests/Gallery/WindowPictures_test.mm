@@ -10,6 +10,7 @@
 
 #import "Controls.h"
 #import "KcKeychain/KcKeychainQuery.h"
+#import "OHostIcon.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
 #import "PictureComparison.h"
@@ -56,6 +57,7 @@ class WindowPictures : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
+    [NSApp setApplicationIconImage:OHostIcon()];
     g_step = "start";
     g_prj = g_fld = "0";
     g_pCleanupFunc = [] {};
