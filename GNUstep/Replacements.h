@@ -3,10 +3,12 @@
 
 void InstallAlertPanel();
 void InstallFontFallback();
+void InstallFontSubstitution();
 void InstallModalLoop();
 void InstallNibLoading();
 void InstallPopUpItems();
 void InstallReturnKey();
+void InstallSupplementaryGlyphs();
 void InstallTemplateImages();
 void InstallWindowDisplay();
 void InstallWorkspaceOpen();

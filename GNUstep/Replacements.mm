@@ -28,10 +28,12 @@
   [[NSNotificationCenter defaultCenter] removeObserver:self];
   InstallAlertPanel();
   InstallFontFallback();
+  InstallFontSubstitution();
   InstallModalLoop();
   InstallNibLoading();
   InstallPopUpItems();
   InstallReturnKey();
+  InstallSupplementaryGlyphs();
   InstallTemplateImages();
   InstallWindowDisplay();
   InstallWorkspaceOpen();

@@ -71,8 +71,7 @@ RectForBounds original_title_rect;
 NSRect TitleRectBesideChevrons(id cell, SEL selector, NSRect bounds) {
   NSRect rect = original_title_rect(cell, selector, bounds);
   if (![cell isKindOfClass:[NSPopUpButtonCell class]]) return rect;
-  const CGFloat right = NSMaxX(bounds) - OHostPopUpArrowRoom;
-  rect.size.width = MAX(0, MIN(NSMaxX(rect), right) - NSMinX(rect));
+  rect.size.width = MAX(0, NSMaxX(bounds) - OHostPopUpArrowRoom - NSMinX(rect));
   return rect;
 }
 
