@@ -8,6 +8,7 @@ add_library(orvane_platform OBJECT
   CoreServices.mm
   Dispatch.mm
   FontFallback.mm
+  FontSubstitution.mm
   ModalLoop.mm
   NibLoading.mm
   NibProgressIndicator.mm
@@ -16,12 +17,15 @@ add_library(orvane_platform OBJECT
   PopUpKeys.mm
   Replacements.mm
   ReturnKey.mm
+  SupplementaryGlyphs.mm
   TemplateImages.mm
   TextTruncation.mm
   WindowDisplay.mm
   WorkspaceOpen.mm)
 target_include_directories(orvane_platform PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/include"
                            PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET GLOBAL cairo)
 find_package(Threads REQUIRED)
-target_link_libraries(orvane_platform PUBLIC gnustep_appkit Threads::Threads PRIVATE orvane_warnings)
+target_link_libraries(orvane_platform PUBLIC gnustep_appkit PkgConfig::CAIRO Threads::Threads PRIVATE orvane_warnings)
 set_target_properties(orvane_platform PROPERTIES OBJCXX_VISIBILITY_PRESET hidden)

@@ -4,12 +4,14 @@
 void InstallAccessibilityLabel();
 void InstallAlertPanel();
 void InstallFontFallback();
+void InstallFontSubstitution();
 void InstallModalLoop();
 void InstallNibLoading();
 void InstallPopUpAction();
 void InstallPopUpItems();
 void InstallPopUpKeys();
 void InstallReturnKey();
+void InstallSupplementaryGlyphs();
 void InstallTemplateImages();
 void InstallTextTruncation();
 void InstallWindowDisplay();

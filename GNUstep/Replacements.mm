@@ -29,12 +29,14 @@
   InstallAccessibilityLabel();
   InstallAlertPanel();
   InstallFontFallback();
+  InstallFontSubstitution();
   InstallModalLoop();
   InstallNibLoading();
   InstallPopUpAction();
   InstallPopUpItems();
   InstallPopUpKeys();
   InstallReturnKey();
+  InstallSupplementaryGlyphs();
   InstallTemplateImages();
   InstallTextTruncation();
   InstallWindowDisplay();

@@ -7,6 +7,7 @@ const CGFloat kMargin = 20;
 const CGFloat kWidth = 420;
 const CGFloat kHeight = 124;
 const CGFloat kInside = kWidth - 2 * kMargin;
+const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 
 }  // namespace
 
@@ -52,8 +53,9 @@ const CGFloat kInside = kWidth - 2 * kMargin;
 
 - (void)addCancelButton {
   const CGFloat width = 96;
+  const CGFloat right = kWidth - kMargin + kBezelRoom;
   NSButton *cancel =
-      [[[NSButton alloc] initWithFrame:NSMakeRect(kWidth - kMargin - width, kMargin, width, 24)] autorelease];
+      [[[NSButton alloc] initWithFrame:NSMakeRect(right - width, kMargin, width, 24)] autorelease];
   [cancel setBezelStyle:NSRoundedBezelStyle];
   [cancel setTitle:@"Cancel"];
   [cancel setKeyEquivalent:@"\033"];

@@ -71,9 +71,8 @@ RectForBounds original_title_rect;
 NSRect TitleRectBesideChevrons(id cell, SEL selector, NSRect bounds) {
   NSRect rect = original_title_rect(cell, selector, bounds);
   if (![cell isKindOfClass:[NSPopUpButtonCell class]]) return rect;
-  const CGFloat right = NSMaxX(bounds) - OHostPopUpInset - OHostPopUpArrowRoom;
   rect.origin.x += OHostPopUpInset;
-  rect.size.width = MAX(0, MIN(NSMaxX(rect), right) - NSMinX(rect));
+  rect.size.width = MAX(0, NSMaxX(bounds) - OHostPopUpInset - OHostPopUpArrowRoom - NSMinX(rect));
   return rect;
 }
 
