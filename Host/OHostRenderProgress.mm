@@ -54,8 +54,7 @@ const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 - (void)addCancelButton {
   const CGFloat width = 96;
   const CGFloat right = kWidth - kMargin + kBezelRoom;
-  NSButton *cancel =
-      [[[NSButton alloc] initWithFrame:NSMakeRect(right - width, kMargin, width, 24)] autorelease];
+  NSButton *cancel = [[[NSButton alloc] initWithFrame:NSMakeRect(right - width, kMargin, width, 24)] autorelease];
   [cancel setBezelStyle:NSRoundedBezelStyle];
   [cancel setTitle:@"Cancel"];
   [cancel setKeyEquivalent:@"\033"];

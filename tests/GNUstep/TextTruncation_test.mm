@@ -3,11 +3,27 @@
 
 #include <gtest/gtest.h>
 
+#import "BareWindow.h"
 #import "PictureComparison.h"
 
-namespace {
+static constexpr CGFloat kWidth = 120;
 
-constexpr CGFloat kWidth = 120;
+// Draws a text in black on white, with room around it.
+@interface TruncatedText : NSView {
+ @public
+  NSAttributedString *text;
+}
+@end
+
+@implementation TruncatedText
+- (void)drawRect:(NSRect)rect {
+  [[NSColor whiteColor] set];
+  NSRectFill(rect);
+  [text drawInRect:NSMakeRect(20, 10, kWidth, 20)];
+}
+@end
+
+namespace {
 
 NSAttributedString *Text(NSString *string, NSLineBreakMode mode) {
   NSMutableParagraphStyle *style = [[[NSMutableParagraphStyle alloc] init] autorelease];
@@ -19,23 +35,13 @@ NSAttributedString *Text(NSString *string, NSLineBreakMode mode) {
                                           }] autorelease];
 }
 
-// The text drawn in black on white into a rectangle of kWidth points, with room around it.
 NSBitmapImageRep *Drawn(NSAttributedString *text) {
-  NSWindow *window = [[[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, kWidth + 40, 40)
-                                                  styleMask:NSBorderlessWindowMask
-                                                    backing:NSBackingStoreBuffered
-                                                      defer:NO] autorelease];
-  [window setReleasedWhenClosed:NO];
-  [window orderFront:nil];
-  NSView *view = [window contentView];
-  [view lockFocus];
-  [[NSColor whiteColor] set];
-  NSRectFill([view bounds]);
-  [text drawInRect:NSMakeRect(20, 10, kWidth, 20)];
-  NSBitmapImageRep *bitmap = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[view bounds]] autorelease];
-  [view unlockFocus];
-  [window close];
-  return bitmap;
+  const NSRect frame = NSMakeRect(0, 0, kWidth + 40, 40);
+  window_test::BareWindow window(frame.size);
+  TruncatedText *view = [[[TruncatedText alloc] initWithFrame:frame] autorelease];
+  view->text = text;
+  window.Add(view);
+  return window.Picture();
 }
 
 void ExpectDrawnAs(NSString *expected, NSString *string, NSLineBreakMode mode) {

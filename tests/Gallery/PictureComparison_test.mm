@@ -17,16 +17,7 @@ constexpr int kWindow = 0xee;
 constexpr int kControl = 0x40;
 
 NSBitmapImageRep *Picture(int width = kWidth) {
-  return [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:NULL
-                                                  pixelsWide:width
-                                                  pixelsHigh:kHeight
-                                               bitsPerSample:8
-                                             samplesPerPixel:3
-                                                    hasAlpha:NO
-                                                    isPlanar:NO
-                                              colorSpaceName:NSDeviceRGBColorSpace
-                                                 bytesPerRow:0
-                                                bitsPerPixel:0] autorelease];
+  return window_test::EmptyPicture(width, kHeight);
 }
 
 void Fill(NSBitmapImageRep *picture, int left, int top, int right, int bottom, int shade) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#import "Controls.h"
+#import "BareWindow.h"
 #import "NSTextField+VerticalAlignment.h"
 #import "RoundedView.h"
 #include "PluginResources.h"
@@ -10,19 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-
-@interface PressCounter : NSObject {
- @public
-  int presses;
-}
-- (void)pressed:(id)sender;
-@end
-
-@implementation PressCounter
-- (void)pressed:(id)sender {
-  ++presses;
-}
-@end
 
 namespace {
 
@@ -36,22 +23,10 @@ RoundedButton *Button(int type) {
 
 // What the button shows in a window of its own.
 NSBitmapImageRep *Shown(RoundedButton *button) {
-  NSWindow *window = [[NSWindow alloc] initWithContentRect:[button frame]
-                                                 styleMask:NSBorderlessWindowMask
-                                                   backing:NSBackingStoreBuffered
-                                                     defer:NO];
-  [window setReleasedWhenClosed:NO];
-  [[window contentView] addSubview:button];
-  [window orderFront:nil];
-  [window makeFirstResponder:nil];
-  [window display];
-  [button lockFocus];
-  NSBitmapImageRep *bitmap = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[button bounds]] autorelease];
-  [button unlockFocus];
-  [button removeFromSuperview];
-  [window close];
-  [window release];
-  return bitmap;
+  window_test::BareWindow window([button frame].size);
+  window.Add(button);
+  [window.Window() makeFirstResponder:nil];
+  return window.Picture();
 }
 
 struct Ink {
@@ -107,19 +82,19 @@ TEST(RoundedButton, EachStyleHasItsBackgroundsAndFont) {
 }
 
 TEST(RoundedButton, ADisabledOneShowsThePressButSendsNothing) {
-  PressCounter *counter = [[[PressCounter alloc] init] autorelease];
+  id counter = window_test::ActionCounter();
   RoundedButton *button = Button(1);
   [button setTarget:counter];
-  [button setAction:@selector(pressed:)];
+  [button setAction:window_test::CountedAction()];
   [button setEnabled:NO];
   [button mouseDown:nil];
   EXPECT_EQ([[button backgroundView] type], 5);
   [button mouseUp:nil];
-  EXPECT_EQ(counter->presses, 0);
+  EXPECT_EQ(window_test::ActionCount(counter), 0);
   [button setEnabled:YES];
   [button mouseDown:nil];
   [button mouseUp:nil];
-  EXPECT_EQ(counter->presses, 1);
+  EXPECT_EQ(window_test::ActionCount(counter), 1);
 }
 
 TEST(RoundedButton, CentresItsTitle) {
@@ -156,24 +131,24 @@ TEST(RoundedButton, DrawsItsTitleInTheMiddle) {
 
 // The release counts wherever the pointer is; the second mouse button does nothing.
 TEST(RoundedButton, StaysPressedWhileTheMouseButtonIsHeld) {
-  PressCounter *counter = [[[PressCounter alloc] init] autorelease];
+  id counter = window_test::ActionCounter();
   RoundedButton *button = Button(2);
   [button setTarget:counter];
-  [button setAction:@selector(pressed:)];
+  [button setAction:window_test::CountedAction()];
   EXPECT_EQ(window_test::StatesUnderTheMouse(button, [button] { return [[button backgroundView] type]; }),
             "8 8 9 9 9 8");
-  EXPECT_EQ(counter->presses, 1);
+  EXPECT_EQ(window_test::ActionCount(counter), 1);
 }
 
 TEST(RoundedButton, TheKeyboardPressesItUnlessItIsDisabled) {
-  PressCounter *counter = [[[PressCounter alloc] init] autorelease];
+  id counter = window_test::ActionCounter();
   RoundedButton *button = Button(0);
   [button setTarget:counter];
-  [button setAction:@selector(pressed:)];
+  [button setAction:window_test::CountedAction()];
   [button performClick:nil];
-  EXPECT_EQ(counter->presses, 1);
+  EXPECT_EQ(window_test::ActionCount(counter), 1);
   [button setEnabled:NO];
   [button performClick:nil];
-  EXPECT_EQ(counter->presses, 1);
+  EXPECT_EQ(window_test::ActionCount(counter), 1);
   EXPECT_EQ([[button backgroundView] type], 6);
 }

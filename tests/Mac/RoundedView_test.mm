@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#import "BareWindow.h"
 #import "PictureComparison.h"
 #import "PluginBundle.h"
 #include "PluginResources.h"
@@ -110,19 +111,6 @@ Place PlaceAt(NSInteger at, NSInteger length, NSInteger first, NSInteger last) {
   return {1, 0};
 }
 
-NSBitmapImageRep *EmptyBitmap(int width, int height) {
-  return [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:NULL
-                                                  pixelsWide:width
-                                                  pixelsHigh:height
-                                               bitsPerSample:8
-                                             samplesPerPixel:3
-                                                    hasAlpha:NO
-                                                    isPlanar:NO
-                                              colorSpaceName:NSDeviceRGBColorSpace
-                                                 bytesPerRow:0
-                                                bitsPerPixel:0] autorelease];
-}
-
 // The slice's pixel over the window's colour.
 void BlendPixel(NSBitmapImageRep *slice, NSInteger x, NSInteger y, NSUInteger result[3]) {
   NSUInteger samples[5] = {};
@@ -139,7 +127,7 @@ void BlendPixel(NSBitmapImageRep *slice, NSInteger x, NSInteger y, NSUInteger re
 NSBitmapImageRep *Expected(int type, int width, int height) {
   const auto slices = Slices(type);
   const bool nine = slices.size() == 9;
-  NSBitmapImageRep *picture = EmptyBitmap(width + 2 * kMargin, height + 2 * kMargin);
+  NSBitmapImageRep *picture = window_test::EmptyPicture(width + 2 * kMargin, height + 2 * kMargin);
   for (int y = -kMargin; y < height + kMargin; ++y) {
     for (int x = -kMargin; x < width + kMargin; ++x) {
       NSUInteger pixel[3] = {255, 0, 255};
@@ -156,24 +144,11 @@ NSBitmapImageRep *Expected(int type, int width, int height) {
 
 // What the view shows on a magenta window, with a margin around it.
 NSBitmapImageRep *Shown(NSView *view) {
-  const NSRect content = NSInsetRect([view frame], -kMargin, -kMargin);
-  NSWindow *window = [[NSWindow alloc] initWithContentRect:NSMakeRect(50, 50, NSWidth(content), NSHeight(content))
-                                                 styleMask:NSBorderlessWindowMask
-                                                   backing:NSBackingStoreBuffered
-                                                     defer:NO];
-  [window setBackgroundColor:[NSColor colorWithDeviceRed:1 green:0 blue:1 alpha:1]];
-  [window setReleasedWhenClosed:NO];
+  const NSSize size = NSInsetRect([view frame], -kMargin, -kMargin).size;
+  window_test::BareWindow window(size, [NSColor colorWithDeviceRed:1 green:0 blue:1 alpha:1]);
   [view setFrameOrigin:NSMakePoint(kMargin, kMargin)];
-  [[window contentView] addSubview:view];
-  [window orderFront:nil];
-  [window display];
-  [[window contentView] lockFocus];
-  NSBitmapImageRep *bitmap =
-      [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[[window contentView] bounds]] autorelease];
-  [[window contentView] unlockFocus];
-  [window close];
-  [window release];
-  return bitmap;
+  window.Add(view);
+  return window.Picture();
 }
 
 NSView *BackgroundView(int type, int width, int height, bool flipped) {
@@ -253,7 +228,7 @@ TEST_F(RoundedViewPixels, OfTheSlicesGoOnFromOneToTheNext) {
 }
 
 TEST_F(RoundedViewPixels, AreNoneForOtherTypes) {
-  NSBitmapImageRep *nothing = EmptyBitmap(40 + 2 * kMargin, 32 + 2 * kMargin);
+  NSBitmapImageRep *nothing = window_test::EmptyPicture(40 + 2 * kMargin, 32 + 2 * kMargin);
   for (NSInteger y = 0; y < [nothing pixelsHigh]; ++y) {
     for (NSInteger x = 0; x < [nothing pixelsWide]; ++x) {
       NSUInteger window[3] = {255, 0, 255};

@@ -2,24 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#import "Controls.h"
+#import "BareWindow.h"
 #import "RoundedView.h"
 #include "PluginResources.h"
-
-@interface ClickCounter : NSObject {
- @public
-  int clicks;
-  id sender;
-}
-- (void)clicked:(id)aSender;
-@end
-
-@implementation ClickCounter
-- (void)clicked:(id)aSender {
-  ++clicks;
-  sender = aSender;
-}
-@end
 
 namespace {
 
@@ -68,18 +53,17 @@ TEST(TagButton, CutsATextAt260Points) {
 }
 
 TEST(TagButton, ShowsThePressAndSendsItsActionOnRelease) {
-  ClickCounter *counter = [[[ClickCounter alloc] init] autorelease];
+  id counter = window_test::ActionCounter();
   TagButton *chip = ChipWithTitle(@"tag");
   [chip setTarget:counter];
-  [chip setAction:@selector(clicked:)];
+  [chip setAction:window_test::CountedAction()];
   EXPECT_EQ([[chip backgroundView] type], 10);
   [chip mouseDown:nil];
   EXPECT_EQ([[chip backgroundView] type], 11);
-  EXPECT_EQ(counter->clicks, 0);
+  EXPECT_EQ(window_test::ActionCount(counter), 0);
   [chip mouseUp:nil];
   EXPECT_EQ([[chip backgroundView] type], 10);
-  EXPECT_EQ(counter->clicks, 1);
-  EXPECT_EQ(counter->sender, chip);
+  EXPECT_EQ(window_test::ActionCount(counter), 1);
 }
 
 // A click on the label or the delete mark reaches the chip.
@@ -94,11 +78,11 @@ TEST(TagButton, TakesTheClicksOnWhatItHolds) {
 
 // The release counts wherever the pointer is; the second mouse button does nothing.
 TEST(TagButton, StaysPressedWhileTheMouseButtonIsHeld) {
-  ClickCounter *counter = [[[ClickCounter alloc] init] autorelease];
+  id counter = window_test::ActionCounter();
   TagButton *chip = ChipWithTitle(@"tag");
   [chip setTarget:counter];
-  [chip setAction:@selector(clicked:)];
+  [chip setAction:window_test::CountedAction()];
   EXPECT_EQ(window_test::StatesUnderTheMouse(chip, [chip] { return [[chip backgroundView] type]; }),
             "10 10 11 11 11 10");
-  EXPECT_EQ(counter->clicks, 1);
+  EXPECT_EQ(window_test::ActionCount(counter), 1);
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
+#import "BareWindow.h"
 #import "Controls.h"
 #import "RoundedView.h"
 #import "TagButton.h"
@@ -37,8 +40,7 @@ class TagsViewTest : public testing::Test {
   }
 
   void TearDown() override {
-    [window_ close];
-    [window_ release];
+    window_.reset();
     [view_ release];
     [background_ release];
     [field_ release];
@@ -64,14 +66,9 @@ class TagsViewTest : public testing::Test {
 
   // Shows the view in a window, which goes with the test.
   NSWindow *ShowInWindow() {
-    window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 300, 134)
-                                          styleMask:NSBorderlessWindowMask
-                                            backing:NSBackingStoreBuffered
-                                              defer:NO];
-    [window_ setReleasedWhenClosed:NO];
-    [[window_ contentView] addSubview:view_];
-    [window_ orderFront:nil];
-    return window_;
+    window_ = std::make_unique<window_test::BareWindow>(NSMakeSize(300, 134));
+    window_->Add(view_);
+    return window_->Window();
   }
 
   std::string Tags() { return [[[view_ tags] componentsJoinedByString:@"|"] UTF8String]; }
@@ -82,7 +79,7 @@ class TagsViewTest : public testing::Test {
   TagsView *view_;
   RoundedView *background_;
   NSTextField *field_;
-  NSWindow *window_ = nil;
+  std::unique_ptr<window_test::BareWindow> window_;
 };
 
 }  // namespace

@@ -3,7 +3,6 @@
 
 #import <Cocoa/Cocoa.h>
 
-#include <functional>
 #include <string>
 
 namespace window_test {
@@ -29,11 +28,6 @@ void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers = 0);
 
 /// Sends the window a mouse event at the point, given in the coordinates of its content.
 void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clickCount = 1);
-
-/// Shows the control alone in a window and does with the mouse what may go wrong: a click of the second button, a press
-/// of the first, a drag off the control, a click of the second button there, the release there. Returns what `state`
-/// said at the beginning and after each of the five, separated by blanks.
-std::string StatesUnderTheMouse(NSControl *control, const std::function<int()> &state);
 
 /// The accessibility labels of what Tab reaches in the window, from the first control on, separated by "|"; a "?" for a
 /// control without one. Ends editing.

@@ -82,35 +82,6 @@ void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clic
                                        pressure:1]];
 }
 
-std::string StatesUnderTheMouse(NSControl *control, const std::function<int()> &state) {
-  NSWindow *window = [[[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 400, 200)
-                                                  styleMask:NSBorderlessWindowMask
-                                                    backing:NSBackingStoreBuffered
-                                                      defer:NO] autorelease];
-  [window setReleasedWhenClosed:NO];
-  [control setFrameOrigin:NSMakePoint(10, 10)];
-  [[window contentView] addSubview:control];
-  [window orderFront:nil];
-  const NSPoint inside = NSMakePoint(20, 20);
-  const NSPoint outside = NSMakePoint(390, 190);
-  const struct {
-    NSEventType type;
-    NSPoint point;
-    bool last;
-  } events[] = {{NSRightMouseDown, inside, false},  {NSRightMouseUp, inside, true},
-                {NSLeftMouseDown, inside, true},    {NSLeftMouseDragged, outside, true},
-                {NSRightMouseDown, outside, false}, {NSRightMouseUp, outside, true},
-                {NSLeftMouseUp, outside, true}};
-  std::string states = std::to_string(state());
-  for (const auto &event : events) {
-    SendMouse(window, event.type, event.point);
-    if (event.last) states += " " + std::to_string(state());
-  }
-  [control removeFromSuperview];
-  [window close];
-  return states;
-}
-
 std::string TabOrder(NSWindow *window) {
   std::string order;
   [window makeFirstResponder:nil];  // a field that is being edited is no key view

@@ -17,6 +17,9 @@ struct PictureBounds {
   double share = 0.01;
 };
 
+/// A black picture of 8 bits a channel, red, green and blue, autoreleased.
+NSBitmapImageRep *EmptyPicture(NSInteger width, NSInteger height);
+
 /// Compares the pictures pixel by pixel. Returns an empty string when they agree within the bounds. Otherwise it says
 /// how they differ, writes NAME-new.png (the picture that was found) and, for pictures of one size, NAME-difference.png
 /// (what is off in red on the faded picture that was wanted) into the folder, which it makes, and says where they are.

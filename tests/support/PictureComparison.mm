@@ -7,6 +7,19 @@
 
 namespace window_test {
 
+NSBitmapImageRep *EmptyPicture(NSInteger width, NSInteger height) {
+  return [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:NULL
+                                                  pixelsWide:width
+                                                  pixelsHigh:height
+                                               bitsPerSample:8
+                                             samplesPerPixel:3
+                                                    hasAlpha:NO
+                                                    isPlanar:NO
+                                              colorSpaceName:NSDeviceRGBColorSpace
+                                                 bytesPerRow:0
+                                                bitsPerPixel:0] autorelease];
+}
+
 namespace {
 
 using Pixel = std::array<int, 3>;
@@ -23,19 +36,6 @@ int Distance(const Pixel &one, const Pixel &other) {
   int distance = 0;
   for (size_t i = 0; i < one.size(); ++i) distance = std::max(distance, std::abs(one[i] - other[i]));
   return distance;
-}
-
-NSBitmapImageRep *EmptyPicture(NSInteger width, NSInteger height) {
-  return [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:NULL
-                                                  pixelsWide:width
-                                                  pixelsHigh:height
-                                               bitsPerSample:8
-                                             samplesPerPixel:3
-                                                    hasAlpha:NO
-                                                    isPlanar:NO
-                                              colorSpaceName:NSDeviceRGBColorSpace
-                                                 bytesPerRow:0
-                                                bitsPerPixel:0] autorelease];
 }
 
 NSString *WritePicture(NSBitmapImageRep *picture, NSString *folder, NSString *name) {

@@ -1,0 +1,44 @@
+// A window without a frame for the length of a test.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+
+#include <functional>
+#include <string>
+
+namespace window_test {
+
+/// Opens when it is made and closes when it goes. Main thread.
+class BareWindow {
+ public:
+  /// The size is that of the content; without a color the window has its usual one.
+  explicit BareWindow(NSSize size, NSColor *color = nil);
+  ~BareWindow();
+  BareWindow(const BareWindow &) = delete;
+  BareWindow &operator=(const BareWindow &) = delete;
+
+  NSWindow *Window() const { return window_; }
+
+  /// Adds the view with its frame; it leaves the window with it.
+  void Add(NSView *view) { [[window_ contentView] addSubview:view]; }
+
+  /// What the window shows, autoreleased.
+  NSBitmapImageRep *Picture() const;
+
+ private:
+  NSWindow *window_;
+};
+
+/// Counts what controls send to it.
+int ActionCount(id counter);
+
+/// A target, autoreleased, that counts the action which is returned by CountedAction. Controls do not retain it.
+id ActionCounter();
+SEL CountedAction();
+
+/// Shows the control alone in a window and does with the mouse what may go wrong: a click of the second button, a press
+/// of the first, a drag off the control, a click of the second button there, the release there. Returns what `state`
+/// said at the beginning and after each of the five, separated by blanks.
+std::string StatesUnderTheMouse(NSControl *control, const std::function<int()> &state);
+
+}  // namespace window_test
