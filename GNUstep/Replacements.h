@@ -8,6 +8,7 @@ void InstallModalLoop();
 void InstallNibLoading();
 void InstallPopUpItems();
 void InstallReturnKey();
+void InstallRightToLeft();
 void InstallSupplementaryGlyphs();
 void InstallTemplateImages();
 void InstallWindowDisplay();

@@ -33,6 +33,7 @@
   InstallNibLoading();
   InstallPopUpItems();
   InstallReturnKey();
+  InstallRightToLeft();
   InstallSupplementaryGlyphs();
   InstallTemplateImages();
   InstallWindowDisplay();

@@ -110,16 +110,18 @@ TEST_F(OHostThemeTest, CornersOfButtonsShowWhatIsBehindThem) {
   @autoreleasepool {
     [_window setBackgroundColor:[NSColor redColor]];
     NSButton *button = AddButton(NSMakeRect(10, 10, 100, 24), @"");
-    // Drawn again alone, as after a click.
-    Picture([button frame]);
-    [button setNeedsDisplay:YES];
-    [_window displayIfNeeded];
+    NSBitmapImageRep *once = Picture([button frame]);
+    // Drawn again and again without what is behind it, the soft edges of its corners would get darker.
+    for (int i = 0; i < 10; ++i) {
+      [button setNeedsDisplay:YES];
+      [_window displayIfNeeded];
+    }
     [[_window contentView] lockFocus];
-    NSBitmapImageRep *picture = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[button frame]] autorelease];
+    NSBitmapImageRep *often = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[button frame]] autorelease];
     [[_window contentView] unlockFocus];
-    NSColor *corner = ColorAt(picture, 0, 0);
-    EXPECT_GT([corner redComponent], 0.9);
-    EXPECT_LT([corner greenComponent], 0.1);
+    EXPECT_FALSE(LookDifferent(once, often));
+    EXPECT_GT([ColorAt(often, 0, 0) redComponent], 0.9);
+    EXPECT_LT([ColorAt(often, 0, 0) greenComponent], 0.1);
   }
 }
 
