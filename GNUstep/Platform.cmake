@@ -17,6 +17,7 @@ add_library(orvane_platform OBJECT
   PopUpKeys.mm
   Replacements.mm
   ReturnKey.mm
+  RightToLeft.mm
   SupplementaryGlyphs.mm
   TemplateImages.mm
   TextTruncation.mm
@@ -26,6 +27,7 @@ target_include_directories(orvane_platform PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/i
                            PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET GLOBAL cairo)
+pkg_check_modules(FRIBIDI REQUIRED IMPORTED_TARGET GLOBAL fribidi)
 find_package(Threads REQUIRED)
-target_link_libraries(orvane_platform PUBLIC gnustep_appkit PkgConfig::CAIRO Threads::Threads PRIVATE orvane_warnings)
+target_link_libraries(orvane_platform PUBLIC gnustep_appkit PkgConfig::CAIRO PkgConfig::FRIBIDI Threads::Threads PRIVATE orvane_warnings)
 set_target_properties(orvane_platform PROPERTIES OBJCXX_VISIBILITY_PRESET hidden)

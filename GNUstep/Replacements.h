@@ -11,6 +11,7 @@ void InstallPopUpAction();
 void InstallPopUpItems();
 void InstallPopUpKeys();
 void InstallReturnKey();
+void InstallRightToLeft();
 void InstallSupplementaryGlyphs();
 void InstallTemplateImages();
 void InstallTextTruncation();

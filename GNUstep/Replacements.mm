@@ -36,6 +36,7 @@
   InstallPopUpItems();
   InstallPopUpKeys();
   InstallReturnKey();
+  InstallRightToLeft();
   InstallSupplementaryGlyphs();
   InstallTemplateImages();
   InstallTextTruncation();
