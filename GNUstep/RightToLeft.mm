@@ -103,6 +103,13 @@ NSAttributedString *VisualParagraph(NSAttributedString *text, NSRange paragraph)
   return visual;
 }
 
+// The number of blanks at the beginning. They stay at the left: a tree is read by them.
+NSUInteger IndentationOf(NSString *text, NSRange paragraph) {
+  NSUInteger count = 0;
+  while (count < paragraph.length && [text characterAtIndex:paragraph.location + count] == ' ') ++count;
+  return count;
+}
+
 using Size = NSSize (*)(id, SEL);
 Size original_size;
 
@@ -116,7 +123,10 @@ NSAttributedString *Visual(NSAttributedString *text, CGFloat width) {
     NSUInteger start, end, contents_end;
     [string getParagraphStart:&start end:&end contentsEnd:&contents_end forRange:NSMakeRange(i, 0)];
     const NSRange contents = NSMakeRange(i, contents_end - i);
-    NSAttributedString *paragraph = VisualParagraph(text, contents);
+    const NSUInteger indent = IndentationOf(string, contents);
+    NSMutableAttributedString *paragraph =
+        [[[text attributedSubstringFromRange:NSMakeRange(i, indent)] mutableCopy] autorelease];
+    [paragraph appendAttributedString:VisualParagraph(text, NSMakeRange(i + indent, contents.length - indent))];
     const bool fits = original_size(paragraph, @selector(size)).width <= width;
     [visual appendAttributedString:fits ? paragraph : [text attributedSubstringFromRange:contents]];
     [visual appendAttributedString:[text attributedSubstringFromRange:NSMakeRange(contents_end, end - contents_end)]];

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#import "DrawnText.h"
+
 namespace {
 
 const NSInteger kWidth = 120;
@@ -18,20 +20,11 @@ NSAttributedString *InWindowFont(NSString *text) {
 
 // Which points are dark where the text is drawn in black on white.
 std::vector<bool> InkOf(NSString *text) {
-  NSImage *canvas = [[[NSImage alloc] initWithSize:NSMakeSize(kWidth, kHeight)] autorelease];
-  [canvas lockFocus];
-  [[NSColor whiteColor] set];
-  NSRectFill(NSMakeRect(0, 0, kWidth, kHeight));
-  [InWindowFont(text) drawAtPoint:NSMakePoint(10, 10)];
   NSBitmapImageRep *bitmap =
-      [[[NSBitmapImageRep alloc] initWithFocusedViewRect:NSMakeRect(0, 0, kWidth, kHeight)] autorelease];
-  [canvas unlockFocus];
+      DrawnText(InWindowFont(text), NSMakeSize(kWidth, kHeight), NSMakeRect(10, 0, kWidth - 10, kHeight - 10));
   std::vector<bool> ink;
   for (NSInteger y = 0; y < kHeight; ++y) {
-    for (NSInteger x = 0; x < kWidth; ++x) {
-      NSColor *color = [[bitmap colorAtX:x y:y] colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
-      ink.push_back([color redComponent] < 0.5);
-    }
+    for (NSInteger x = 0; x < kWidth; ++x) ink.push_back(Darkness(bitmap, x, y) > 127);
   }
   return ink;
 }

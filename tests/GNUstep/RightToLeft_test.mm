@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#import "DrawnText.h"
+
 namespace {
 
 const NSInteger kWidth = 160;
@@ -16,20 +18,11 @@ NSAttributedString *InWindowFont(NSString *text) {
 
 // The columns' darkness, of what is drawn into a rectangle that wide.
 std::vector<int> Columns(NSString *text, CGFloat width = kWidth) {
-  NSImage *canvas = [[[NSImage alloc] initWithSize:NSMakeSize(kWidth, kHeight)] autorelease];
-  [canvas lockFocus];
-  [[NSColor whiteColor] set];
-  NSRectFill(NSMakeRect(0, 0, kWidth, kHeight));
-  [InWindowFont(text) drawInRect:NSMakeRect(0, 0, width, kHeight)];
   NSBitmapImageRep *bitmap =
-      [[[NSBitmapImageRep alloc] initWithFocusedViewRect:NSMakeRect(0, 0, kWidth, kHeight)] autorelease];
-  [canvas unlockFocus];
+      DrawnText(InWindowFont(text), NSMakeSize(kWidth, kHeight), NSMakeRect(0, 0, width, kHeight));
   std::vector<int> columns(kWidth);
   for (NSInteger y = 0; y < kHeight; ++y) {
-    for (NSInteger x = 0; x < kWidth; ++x) {
-      NSColor *color = [[bitmap colorAtX:x y:y] colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
-      columns[x] += static_cast<int>(255 * (1 - [color redComponent]));
-    }
+    for (NSInteger x = 0; x < kWidth; ++x) columns[x] += Darkness(bitmap, x, y);
   }
   return columns;
 }
@@ -47,6 +40,7 @@ TEST(RightToLeft, TextsAreDrawnInTheOrderInWhichTheyAreRead) {
     EXPECT_NE(Columns(@"\u05D0\u05D1\u05D2"), Columns(@"\u05D2\u05D1\u05D0"));
     EXPECT_EQ(Columns(@"Film \u05D0\u05D1 2"), Columns(@"\u202DFilm 2 \u05D1\u05D0")) << "numbers run on";
     EXPECT_EQ(Columns(@"(\u05D0)"), Columns(@"\u202D(\u05D0)")) << "brackets are mirrored";
+    EXPECT_EQ(Columns(@"   \u05D0\u05D1"), Columns(@"\u202D   \u05D1\u05D0")) << "an indentation stays";
   }
 }
 

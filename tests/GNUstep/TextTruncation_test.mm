@@ -3,27 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#import "BareWindow.h"
+#import "DrawnText.h"
 #import "PictureComparison.h"
 
-static constexpr CGFloat kWidth = 120;
-
-// Draws a text in black on white, with room around it.
-@interface TruncatedText : NSView {
- @public
-  NSAttributedString *text;
-}
-@end
-
-@implementation TruncatedText
-- (void)drawRect:(NSRect)rect {
-  [[NSColor whiteColor] set];
-  NSRectFill(rect);
-  [text drawInRect:NSMakeRect(20, 10, kWidth, 20)];
-}
-@end
-
 namespace {
+
+constexpr CGFloat kWidth = 120;
 
 NSAttributedString *Text(NSString *string, NSLineBreakMode mode) {
   NSMutableParagraphStyle *style = [[[NSMutableParagraphStyle alloc] init] autorelease];
@@ -36,12 +21,7 @@ NSAttributedString *Text(NSString *string, NSLineBreakMode mode) {
 }
 
 NSBitmapImageRep *Drawn(NSAttributedString *text) {
-  const NSRect frame = NSMakeRect(0, 0, kWidth + 40, 40);
-  window_test::BareWindow window(frame.size);
-  TruncatedText *view = [[[TruncatedText alloc] initWithFrame:frame] autorelease];
-  view->text = text;
-  window.Add(view);
-  return window.Picture();
+  return DrawnText(text, NSMakeSize(kWidth + 40, 40), NSMakeRect(20, 10, kWidth, 20));
 }
 
 void ExpectDrawnAs(NSString *expected, NSString *string, NSLineBreakMode mode) {

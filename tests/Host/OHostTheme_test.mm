@@ -81,8 +81,9 @@ TEST_F(OHostThemeTest, EveryKindOfControlShowsThatItHasTheFocus) {
     for (NSView *control in @[ push, check, pop_up, field, scroll ]) {
       [[_window contentView] addSubview:control];
       NSBitmapImageRep *without = Picture([control frame]);
-      // Beside the text, so that no caret is what makes the difference.
-      const NSRect edge = NSMakeRect(NSMinX([control frame]), NSMinY([control frame]), 3, NSHeight([control frame]));
+      // Beside the text, so that no caret is what makes the difference; the bezel of a button begins within its frame.
+      NSRect edge = [control frame];
+      edge.size.width = [control isKindOfClass:[NSButton class]] ? 8 : 3;
       NSBitmapImageRep *edge_without = Picture(edge);
       ASSERT_TRUE([_window makeFirstResponder:control == scroll ? text : control]);
       EXPECT_TRUE(LookDifferent(without, Picture([control frame]))) << [[control description] UTF8String];
