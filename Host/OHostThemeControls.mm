@@ -93,8 +93,8 @@ NSRect TitleRectBesideChevrons(id cell, SEL selector, NSRect bounds) {
 @end
 
 void OHostInstallThemeControls() {
-  // The corners of round controls show what is behind them.
-  for (const char *name : {"NSButtonCell", "NSTextFieldCell", "NSScroller"}) {
+  // The corners of fields and the room around a scroller's knob show what is behind them.
+  for (const char *name : {"NSTextFieldCell", "NSScroller"}) {
     ReplaceInstanceMethod<BOOL (*)(id, SEL)>(name, "isOpaque", IsNotOpaque);
   }
   original_draw_title =
