@@ -39,7 +39,7 @@
   InstallRightToLeft();
   InstallSupplementaryGlyphs();
   InstallTemplateImages();
-  InstallTextTruncation();
+  InstallTextTruncation();  // after InstallRightToLeft: shortens first
   InstallWindowDisplay();
   InstallWorkspaceOpen();
 }

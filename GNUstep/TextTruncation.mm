@@ -1,5 +1,5 @@
-// AppKit ends a text that does not fit into its rectangle with an ellipsis, or takes out its middle, as the line break
-// mode of its paragraph style says. GNUstep cuts it off, in the middle of a letter.
+// AppKit ends a text that does not fit into its rectangle with an ellipsis, or takes out its beginning or middle, as
+// the line break mode of its paragraph style says. GNUstep cuts it off, in the middle of a letter.
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
@@ -7,24 +7,33 @@
 
 namespace {
 
-using DrawWithRect = void (*)(id, SEL, NSRect, NSStringDrawingOptions);
-DrawWithRect original_draw_with_rect;
+using DrawInRect = void (*)(id, SEL, NSRect);
+DrawInRect original_draw_in_rect;
 
-// The text without the composed characters from `kept` on, or, in the middle mode, without those around its middle.
+// The mode of a text of a single line that is to be shortened; NSLineBreakByClipping of any other.
+NSLineBreakMode TruncationOf(NSAttributedString *text) {
+  if ([text length] == 0) return NSLineBreakByClipping;
+  NSParagraphStyle *style = [text attribute:NSParagraphStyleAttributeName atIndex:0 effectiveRange:NULL];
+  const NSLineBreakMode mode = style ? [style lineBreakMode] : NSLineBreakByWordWrapping;
+  const bool truncates = mode == NSLineBreakByTruncatingHead || mode == NSLineBreakByTruncatingMiddle ||
+                         mode == NSLineBreakByTruncatingTail;
+  const bool has_lines = [[text string] rangeOfString:@"\n"].location != NSNotFound;
+  return truncates && !has_lines ? mode : NSLineBreakByClipping;
+}
+
+// The text with the ellipsis in place of all but `kept` of its code units; whole characters only.
 NSAttributedString *Shortened(NSAttributedString *text, NSUInteger kept, NSLineBreakMode mode) {
-  NSString *string = [text string];
-  const NSUInteger length = [string length];
-  const NSUInteger tail = mode == NSLineBreakByTruncatingMiddle ? kept / 2 : 0;
-  NSUInteger from = kept - tail;
-  NSUInteger to = length - tail;
-  if (from < length) from = [string rangeOfComposedCharacterSequenceAtIndex:from].location;
-  if (to < length) to = NSMaxRange([string rangeOfComposedCharacterSequenceAtIndex:to == 0 ? 0 : to - 1]);
+  NSUInteger tail = kept / 2;
+  if (mode == NSLineBreakByTruncatingTail) tail = 0;
+  if (mode == NSLineBreakByTruncatingHead) tail = kept;
+  const NSRange removed = NSMakeRange(kept - tail, [text length] - kept);
   NSMutableAttributedString *shortened = [[text mutableCopy] autorelease];
-  [shortened replaceCharactersInRange:NSMakeRange(from, to - from) withString:@"…"];
+  [shortened replaceCharactersInRange:[[text string] rangeOfComposedCharacterSequencesForRange:removed]
+                           withString:@"…"];
   return shortened;
 }
 
-// The longest form of the text that fits.
+// The longest form of the text that is at most `width` wide; at least the ellipsis.
 NSAttributedString *Fitted(NSAttributedString *text, CGFloat width, NSLineBreakMode mode) {
   NSUInteger fits = 0;
   NSUInteger too_many = [text length];
@@ -39,31 +48,15 @@ NSAttributedString *Fitted(NSAttributedString *text, CGFloat width, NSLineBreakM
   return Shortened(text, fits, mode);
 }
 
-// The mode of a text of a single line that does not fit; NSLineBreakByClipping of any other.
-NSLineBreakMode TruncationOf(NSAttributedString *text, CGFloat width) {
-  if ([text length] < 2 || width <= 0) return NSLineBreakByClipping;
-  NSParagraphStyle *style = [text attribute:NSParagraphStyleAttributeName atIndex:0 effectiveRange:NULL];
-  const NSLineBreakMode mode = [style lineBreakMode];
-  if (!style || (mode != NSLineBreakByTruncatingTail && mode != NSLineBreakByTruncatingMiddle)) {
-    return NSLineBreakByClipping;
-  }
-  const bool fits = [text size].width <= width;
-  const bool has_lines = [[text string] rangeOfString:@"\n"].location != NSNotFound;
-  return fits || has_lines ? NSLineBreakByClipping : mode;
-}
-
-void DrawFitted(id text, SEL selector, NSRect rectangle, NSStringDrawingOptions options) {
-  const NSLineBreakMode mode = TruncationOf(text, NSWidth(rectangle));
-  if (mode == NSLineBreakByClipping) {
-    original_draw_with_rect(text, selector, rectangle, options);
-  } else {
-    original_draw_with_rect(Fitted(text, NSWidth(rectangle), mode), selector, rectangle, options);
-  }
+void DrawFitted(id text, SEL selector, NSRect rectangle) {
+  const NSLineBreakMode mode = TruncationOf(text);
+  const bool fits = mode == NSLineBreakByClipping || [text size].width <= NSWidth(rectangle);
+  original_draw_in_rect(fits ? text : Fitted(text, NSWidth(rectangle), mode), selector, rectangle);
 }
 
 }  // namespace
 
+// What is drawn from the right to the left is shortened before it is put into its visual order.
 void InstallTextTruncation() {
-  original_draw_with_rect =
-      ReplaceInstanceMethod<DrawWithRect>("NSAttributedString", "drawWithRect:options:", DrawFitted);
+  original_draw_in_rect = ReplaceInstanceMethod<DrawInRect>("NSAttributedString", "drawInRect:", DrawFitted);
 }
