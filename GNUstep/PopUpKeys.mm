@@ -42,10 +42,26 @@ NSEvent *WithCharacters(NSEvent *event, NSString *characters) {
                            keyCode:[event keyCode]];
 }
 
+// A menu that is higher than the screen moves so that the chosen item is seen.
+void ShowHighlightedItem(NSPopUpButton *button) {
+  NSWindow *window = PopUpMenuWindow(button);
+  NSMenuView *menuView = static_cast<id>([[button menu] menuRepresentation]);
+  const NSInteger index = [menuView highlightedItemIndex];
+  if (![window isVisible] || index < 0) return;
+  const NSRect item = [menuView convertRect:[menuView rectOfItemAtIndex:index] toView:nil];
+  const CGFloat bottom = NSMinY([window frame]) + NSMinY(item);
+  const NSRect screen = [[NSScreen mainScreen] visibleFrame];
+  CGFloat shift = 0;
+  if (bottom < NSMinY(screen)) shift = NSMinY(screen) - bottom;
+  if (bottom + NSHeight(item) > NSMaxY(screen)) shift = NSMaxY(screen) - bottom - NSHeight(item);
+  if (shift != 0) [window setFrameOrigin:NSMakePoint(NSMinX([window frame]), NSMinY([window frame]) + shift)];
+}
+
 void SendEventToOpenMenuFirst(id application, SEL selector, NSEvent *event) {
   NSPopUpButton *button = [event type] == NSKeyDown ? FocusedPopUp([event window]) : nil;
   if (button && IsOpen(button)) {
     [button keyDown:event];
+    ShowHighlightedItem(button);
   } else if (button && [button numberOfItems] > 0 && IsArrow(event)) {
     [button keyDown:WithCharacters(event, @" ")];
   } else {

@@ -130,6 +130,10 @@ TEST_F(WindowPictures, Login) {
     ExpectPicture([login orvaneWindow], @"login");
     FillLogin(login, @"", @"", @"");
     ExpectAlert([login] { [login loginBtn:nil]; }, @"alert-no-subdomain");
+    FillLogin(login, @"acme", @"", @"");
+    ExpectAlert([login] { [login loginBtn:nil]; }, @"alert-no-username");
+    FillLogin(login, @"acme", @"editor", @"");
+    ExpectAlert([login] { [login loginBtn:nil]; }, @"alert-no-password");
     FillLogin(login, @"acme", @"editor", @"wrong");
     ExpectAlert([login] { [login loginBtn:nil]; }, @"alert-wrong-password");
     api_.Answer(ScriptedApi::kStep, ScriptedApi::Refusal("Unknown customer."));

@@ -1,0 +1,118 @@
+#import <Cocoa/Cocoa.h>
+
+#include <gtest/gtest.h>
+
+#import "BareWindow.h"
+#import "PopUpMenu.h"
+
+// Notes what a pop-up button chose, and whether its menu was still there then.
+@interface ChoiceWitness : NSObject {
+ @public
+  int choices;
+  BOOL menuWasOpen;
+}
+- (void)chose:(NSPopUpButton *)button;
+@end
+
+@implementation ChoiceWitness
+- (void)chose:(NSPopUpButton *)button {
+  ++choices;
+  menuWasOpen = [PopUpMenuWindow(button) isVisible];
+}
+@end
+
+namespace {
+
+NSString *Key(unichar character) {
+  return [NSString stringWithCharacters:&character length:1];
+}
+
+NSString *const kReturn = @"\r";
+NSString *const kEscape = @"\033";
+
+// A pop-up button with more items than the screen is high, which has the keyboard, and a default button beside it.
+class PopUpKeys : public testing::Test {
+ protected:
+  PopUpKeys() {
+    for (int i = 0; i < 80; ++i) [button_ addItemWithTitle:[NSString stringWithFormat:@"Item %d", i]];
+    [button_ setTarget:witness_];
+    [button_ setAction:@selector(chose:)];
+    [default_ setKeyEquivalent:kReturn];
+    [default_ setTarget:counter_];
+    [default_ setAction:window_test::CountedAction()];
+    [window_ setReleasedWhenClosed:NO];
+    [[window_ contentView] addSubview:button_];
+    [[window_ contentView] addSubview:default_];
+    [window_ makeKeyAndOrderFront:nil];
+    [window_ makeFirstResponder:button_];
+  }
+
+  ~PopUpKeys() override {
+    [window_ close];
+    [window_ release];
+  }
+
+  void Press(NSString *key, int times = 1) {
+    for (int i = 0; i < times; ++i) {
+      [NSApp sendEvent:[NSEvent keyEventWithType:NSKeyDown
+                                              location:NSZeroPoint
+                                         modifierFlags:0
+                                             timestamp:0
+                                          windowNumber:[window_ windowNumber]
+                                               context:nil
+                                            characters:key
+                           charactersIgnoringModifiers:key
+                                             isARepeat:NO
+                                               keyCode:0]];
+    }
+  }
+
+  bool IsOpen() { return [PopUpMenuWindow(button_) isVisible]; }
+
+  NSWindow *window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 300, 100)
+                                                  styleMask:NSTitledWindowMask
+                                                    backing:NSBackingStoreBuffered
+                                                      defer:NO];
+  NSPopUpButton *button_ = [[[NSPopUpButton alloc] initWithFrame:NSMakeRect(10, 60, 200, 26) pullsDown:NO] autorelease];
+  NSButton *default_ = [[[NSButton alloc] initWithFrame:NSMakeRect(10, 10, 100, 28)] autorelease];
+  ChoiceWitness *witness_ = [[[ChoiceWitness alloc] init] autorelease];
+  id counter_ = window_test::ActionCounter();
+};
+
+}  // namespace
+
+TEST_F(PopUpKeys, ArrowsOpenTheMenuAndWalkItAndReturnChooses) {
+  Press(Key(NSDownArrowFunctionKey));
+  ASSERT_TRUE(IsOpen());
+  Press(Key(NSDownArrowFunctionKey), 3);
+  Press(Key(NSUpArrowFunctionKey));
+  EXPECT_EQ(witness_->choices, 0);
+  Press(kReturn);
+  EXPECT_EQ([button_ indexOfSelectedItem], 2);
+  EXPECT_EQ(witness_->choices, 1);
+  EXPECT_FALSE(witness_->menuWasOpen) << "the action had the menu in the way";
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(window_test::ActionCount(counter_), 0) << "Return pressed the default button behind the menu";
+  Press(kReturn);
+  EXPECT_EQ(window_test::ActionCount(counter_), 1);
+}
+
+TEST_F(PopUpKeys, EscapeClosesTheMenuAndChangesNothing) {
+  Press(Key(NSUpArrowFunctionKey));
+  Press(Key(NSDownArrowFunctionKey), 2);
+  Press(kEscape);
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ([button_ indexOfSelectedItem], 0);
+  EXPECT_EQ(witness_->choices, 0);
+}
+
+TEST_F(PopUpKeys, TheChosenItemStaysOnTheScreen) {
+  Press(Key(NSDownArrowFunctionKey), 76);
+  NSMenuView *menuView = static_cast<id>([[button_ menu] menuRepresentation]);
+  ASSERT_EQ([menuView highlightedItemIndex], 75);
+  const NSRect item = [menuView convertRect:[menuView rectOfItemAtIndex:75] toView:nil];
+  const CGFloat bottom = NSMinY([[menuView window] frame]) + NSMinY(item);
+  EXPECT_GE(bottom, 0);
+  EXPECT_LE(bottom + NSHeight(item), NSHeight([[NSScreen mainScreen] frame]));
+  Press(kEscape);
+}
