@@ -9,9 +9,9 @@
 #include <filesystem>
 
 #import "Controls.h"
-#include "HttpsServer.h"
 #include "LocalTrust.h"
 #include "PluginRun.h"
+#include "ScriptedServer.h"
 
 using namespace window_test;
 
@@ -170,9 +170,9 @@ TEST_F(ExportController, ARefusedUploadKeepsTheFileAndTheNextExportWorks) {
 
 // A hotel's network answers every request with a page of its own.
 TEST_F(ExportController, ACaptivePortalEndsTheExportAndSparesTheSavedLogin) {
-  orvane_test::HttpsServer portal;
+  orvane_test::ScriptedServer portal;
   portal.RouteOthers([](const orvane_test::Request &) { return orvane_test::TextResponse("<html>Welcome</html>"); });
-  orvane_host::SetTrustedAuthority(orvane_test::HttpsServer::AuthorityFile());
+  orvane_host::SetTrustedAuthority(orvane_test::ScriptedServer::AuthorityFile());
   orvane_host::SetConnectPort(portal.port());
   SaveLogin();
   testing::internal::CaptureStderr();
@@ -202,7 +202,7 @@ TEST_F(ExportController, ACaptivePortalEndsTheExportAndSparesTheSavedLogin) {
 
 TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
   std::atomic<bool> answer_upload(false);
-  orvane_test::HttpsServer slow;
+  orvane_test::ScriptedServer slow;
   slow.Route("/api/prjacc/prjacc", [](const orvane_test::Request &request) {
     return orvane_test::TextResponse(request.method == "GET"
                                          ? R"({"root":{"status":"success","apiver":"3","auth_key":"k"}})"
@@ -216,7 +216,7 @@ TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
     while (!answer_upload) std::this_thread::yield();
     return orvane_test::TextResponse(R"({"root":{"status":"success","payload":{"link":"https://x.test/"}}})");
   });
-  orvane_host::SetTrustedAuthority(orvane_test::HttpsServer::AuthorityFile());
+  orvane_host::SetTrustedAuthority(orvane_test::ScriptedServer::AuthorityFile());
   orvane_host::SetConnectPort(slow.port());
   SaveLogin();
   csSDK_int32 second = 0;

@@ -1,7 +1,6 @@
 #include "OrvaneProjectsAPI.h"
 
-#include "HttpsServer.h"
-#include "MultipartForm.h"
+#include "ScriptedServer.h"
 #include "TransferRedirect.h"
 #include "WorkflowState.h"
 
@@ -16,9 +15,9 @@
 
 namespace {
 
-using orvane_test::HttpsServer;
 using orvane_test::Request;
 using orvane_test::Response;
+using orvane_test::ScriptedServer;
 using orvane_test::TextResponse;
 using orvane_test::TransferRedirect;
 
@@ -45,7 +44,7 @@ class OrvaneProjectsAPITest : public testing::Test {
     return server_.Requests().back();
   }
 
-  HttpsServer server_;
+  ScriptedServer server_;
   std::unique_ptr<TransferRedirect> redirect_ = std::make_unique<TransferRedirect>(server_);
   OrvaneProjectsAPI api_;
 };
@@ -65,7 +64,7 @@ TEST_F(OrvaneProjectsAPITest, LoginGetsAKeyAndThenAToken) {
   EXPECT_EQ(requests[1].target, kLoginTarget);
   EXPECT_EQ(requests[1].body, "auth_key=K1&username=jane&password=secret");
   EXPECT_EQ(ListProjects().body, "auth_token=T1&auth_key=K1");
-  EXPECT_EQ(server_.ConnectionCount(), 1);
+  EXPECT_EQ(requests[1].clientPort, requests[0].clientPort);
 }
 
 TEST_F(OrvaneProjectsAPITest, OnlyVersionThreeIsAddressedUnderThePlainPath) {
@@ -173,7 +172,7 @@ TEST_F(OrvaneProjectsAPITest, UploadGoesWhereTheWorkflowSays) {
   g_prj = "77";
   g_fld = "5";
   EXPECT_EQ(api_.uploadFile("ignored", "ignored", file), "/api/prjacc/upload_file/77");
-  const auto parts = ParseMultipartForm(server_.Requests().back());
+  const auto parts = server_.Requests().back().parts;
   ASSERT_EQ(parts.size(), 5u);
   EXPECT_EQ(parts[0].content, "movie");
   EXPECT_EQ(parts[1].name + "=" + parts[1].content, "auth_token=T1");
@@ -195,7 +194,7 @@ TEST_F(OrvaneProjectsAPITest, VersionCheckGivesTheFileAsItIs) {
 TEST_F(OrvaneProjectsAPITest, NothingIsReachedWhenNobodyListens) {
   int port;
   {
-    HttpsServer gone;
+    ScriptedServer gone;
     port = gone.port();
   }
   redirect_.reset();

@@ -8,8 +8,8 @@
 #include <sstream>
 
 #import "Controls.h"
-#include "HttpsServer.h"
 #include "LocalTrust.h"
+#include "ScriptedServer.h"
 
 namespace window_test {
 
@@ -68,7 +68,7 @@ void PluginRun::SetUp() {
   char pattern[] = "/tmp/orvane_plugin_XXXXXX";
   folder_ = mkdtemp(pattern);
   std::filesystem::create_directory(folder_ / "temporary");
-  orvane_test::HttpsServer::AuthorityFile();  // lives as long as the process, so not in this test's folder
+  orvane_test::ScriptedServer::AuthorityFile();  // lives as long as the process, so not in this test's folder
   setenv("TMPDIR", (folder_ / "temporary").c_str(), 1);
   options_.data = folder_ / "service";
   options_.port = 0;

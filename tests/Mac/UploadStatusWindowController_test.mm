@@ -9,7 +9,6 @@
 
 #import "Controls.h"
 #include "ExportLifetime.h"
-#include "MultipartForm.h"
 #include "PluginResources.h"
 #include "ScriptedApi.h"
 #include "WindowScript.h"
@@ -80,7 +79,7 @@ TEST_F(StatusWindow, UploadsDeletesTheFileAndHandsTheLinkOn) {
   auto uploads = api_.RequestsFor(std::string(ScriptedApi::kUpload) + "1");
   ASSERT_EQ(uploads.size(), 1u);
   std::string names;
-  for (const auto &part : orvane_test::ParseMultipartForm(uploads[0])) names += part.name + " ";
+  for (const auto &part : uploads[0].parts) names += part.name + " ";
   EXPECT_EQ(names, "Filedata auth_token auth_key folder_id title tags_array[] tags_array[] ");
 }
 

@@ -32,7 +32,7 @@ extern "C" CURLcode curl_easy_perform(CURL* handle) {
   if (port == kNoRedirect) return perform(handle);
   const std::string target = "::127.0.0.1:" + std::to_string(port);
   curl_slist* const targets = curl_slist_append(nullptr, target.c_str());
-  setOption(handle, CURLOPT_CAINFO, orvane_test::HttpsServer::AuthorityFile().c_str());
+  setOption(handle, CURLOPT_CAINFO, orvane_test::ScriptedServer::AuthorityFile().c_str());
   setOption(handle, CURLOPT_CONNECT_TO, targets);
   const CURLcode result = perform(handle);
   setOption(handle, CURLOPT_CONNECT_TO, static_cast<curl_slist*>(nullptr));
@@ -48,7 +48,7 @@ extern "C" __attribute__((weak)) const char* __lsan_default_suppressions() {
 
 namespace orvane_test {
 
-TransferRedirect::TransferRedirect(const HttpsServer& server) {
+TransferRedirect::TransferRedirect(const ScriptedServer& server) {
   StartRedirect(server.port());
 }
 

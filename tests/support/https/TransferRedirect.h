@@ -1,7 +1,7 @@
 // Sends this process's transfers to a test server.
 #pragma once
 
-#include "HttpsServer.h"
+#include "ScriptedServer.h"
 
 namespace orvane_test {
 
@@ -11,7 +11,7 @@ namespace orvane_test {
 /// Works by standing in for curl_easy_perform(): link orvane_test_https into the executable itself.
 class TransferRedirect {
  public:
-  explicit TransferRedirect(const HttpsServer& server);
+  explicit TransferRedirect(const ScriptedServer& server);
   /// Sends them to a port of this machine, for instance one where nobody listens.
   explicit TransferRedirect(int port);
   ~TransferRedirect();
