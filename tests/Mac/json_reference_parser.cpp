@@ -78,30 +78,9 @@ std::string UnescapeJSONString(const std::string& text) {
       i += 6;
       continue;
     }
-    switch (letter) {
-      case '"':
-      case '/':
-      case '\\':
-        out += letter;
-        break;
-      case 'b':
-        out += '\x08';
-        break;
-      case 'f':
-        out += '\x0C';
-        break;
-      case 'n':
-        out += '\x0A';
-        break;
-      case 'r':
-        out += '\x0D';
-        break;
-      case 't':
-        out += '\x09';
-        break;
-      default:
-        break;
-    }
+    static const char kLetters[] = "\"/\\bfnrt";
+    const char* const known = letter == '\0' ? nullptr : std::strchr(kLetters, letter);
+    if (known != nullptr) out += "\"/\\\b\f\n\r\t"[known - kLetters];
     i += 2;
   }
   return out;
