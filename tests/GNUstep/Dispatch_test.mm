@@ -7,6 +7,7 @@
 #include <string>
 #include <thread>
 
+#include "BareWindow.h"
 #include "WindowScript.h"
 
 using window_test::SpinUntil;
@@ -45,30 +46,7 @@ class Dispatch : public testing::Test {
   void SetUp() override {
     order.clear();
     live_objects = 0;
-    pool_ = [[NSAutoreleasePool alloc] init];
-    panel_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 200, 100)
-                                         styleMask:NSTitledWindowMask
-                                           backing:NSBackingStoreBuffered
-                                             defer:NO];
-    [panel_ setReleasedWhenClosed:NO];
   }
-
-  void TearDown() override {
-    [panel_ orderOut:nil];
-    [panel_ release];
-    [pool_ release];
-  }
-
-  // Runs a modal loop for the panel until somebody stops it.
-  void RunModal() {
-    [NSApp runModalForWindow:panel_];
-    [panel_ orderOut:nil];
-  }
-
-  NSWindow *panel_ = nil;
-
- private:
-  NSAutoreleasePool *pool_ = nil;
 };
 
 void OnMainQueue(dispatch_block_t block) {
@@ -95,27 +73,14 @@ TEST_F(Dispatch, MainBlocksRunInOrderOnTheMainThreadAndNotAtOnce) {
   delete on_main;
 }
 
-TEST_F(Dispatch, BackgroundBlocksRunElsewhereAndReachTheMainQueue) {
-  __block std::thread::id background;
-  InBackground(^{
-      background = std::this_thread::get_id();
-      OnMainQueue(^{
-          order += "main";
-      });
-  });
-  EXPECT_TRUE(SpinUntil([] { return order == "main"; }));
-  EXPECT_NE(background, std::thread::id());
-  EXPECT_NE(background, std::this_thread::get_id());
-}
-
-// Each waits for the other, which only blocks that run at the same time can do.
+// Each waits for the other, which only blocks that run at the same time can do, on threads of their own.
 TEST_F(Dispatch, BackgroundBlocksRunConcurrently) {
   static std::atomic<int> arrived;
   static std::atomic<int> met;
   arrived = met = 0;
   for (int i = 0; i < 2; ++i) {
     InBackground(^{
-        ++arrived;
+        if (![NSThread isMainThread]) ++arrived;
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         while (arrived < 2 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
         if (arrived == 2) ++met;
@@ -125,6 +90,7 @@ TEST_F(Dispatch, BackgroundBlocksRunConcurrently) {
 }
 
 TEST_F(Dispatch, AModalLoopDeliversMainBlocks) {
+  const window_test::BareWindow panel(NSMakeSize(200, 100));
   for (bool from_main_thread : {true, false}) {
     order.clear();
     dispatch_block_t stop = ^{
@@ -138,20 +104,20 @@ TEST_F(Dispatch, AModalLoopDeliversMainBlocks) {
           OnMainQueue(stop);
       });
     }
-    RunModal();
+    [NSApp runModalForWindow:panel.Window()];
     EXPECT_EQ(order, "stop ") << from_main_thread;
   }
 }
 
 // The second block may not begin inside the modal loop that the first one runs.
 TEST_F(Dispatch, ALaterMainBlockWaitsForTheModalLoopOfAnEarlierOne) {
-  NSWindow *panel = panel_;
+  const window_test::BareWindow window(NSMakeSize(200, 100));
+  NSWindow *const panel = window.Window();
   window_test::RunWithScript(
       [panel] {
         OnMainQueue(^{
             order += "begin ";
             [NSApp runModalForWindow:panel];
-            [panel orderOut:nil];
             order += "end ";
         });
         SpinUntil([] { return order.find("second") != std::string::npos; });
