@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -17,36 +18,9 @@ namespace {
 // What the blocks of a test did, in order. Main thread.
 std::string order;
 
-std::atomic<int> live_objects(0);
-
-}  // namespace
-
-// Counts how many of its kind live.
-@interface DispatchTestObject : NSObject
-@end
-
-@implementation DispatchTestObject
-
-- (id)init {
-  if ((self = [super init])) ++live_objects;
-  return self;
-}
-
-- (void)dealloc {
-  --live_objects;
-  [super dealloc];
-}
-
-@end
-
-namespace {
-
 class Dispatch : public testing::Test {
  protected:
-  void SetUp() override {
-    order.clear();
-    live_objects = 0;
-  }
+  void SetUp() override { order.clear(); }
 };
 
 void OnMainQueue(dispatch_block_t block) {
@@ -145,25 +119,23 @@ TEST_F(Dispatch, ALaterMainBlockWaitsForTheModalLoopOfAnEarlierOne) {
   EXPECT_EQ(order, "begin end second third ");
 }
 
-TEST_F(Dispatch, CapturedObjectsLiveAsLongAsTheirBlock) {
-  @autoreleasepool {
-    DispatchTestObject *object = [[DispatchTestObject alloc] init];
+TEST_F(Dispatch, ABlockHoldsWhatItCapturesUntilItHasRun) {
+  std::weak_ptr<std::string> watch;
+  {
+    const auto captured = std::make_shared<std::string>("main background");
+    watch = captured;
     OnMainQueue(^{
-        order += [object isProxy] ? "" : "main ";
+        order += captured->substr(0, 5);
     });
-    [object release];
-    EXPECT_EQ(live_objects, 1);
-    object = [[DispatchTestObject alloc] init];
     InBackground(^{
-        DispatchTestObject *own = [[[DispatchTestObject alloc] init] autorelease];
         OnMainQueue(^{
-            order += [object isEqual:own] ? "" : "background ";
+            order += captured->substr(5);
         });
     });
-    [object release];
   }
-  EXPECT_TRUE(SpinUntil([] { return order.size() == strlen("main background "); }));
-  EXPECT_TRUE(SpinUntil([] { return live_objects == 0; })) << live_objects << " objects are left";
+  EXPECT_FALSE(watch.expired());
+  EXPECT_TRUE(SpinUntil([&watch] { return watch.expired(); }));
+  EXPECT_EQ(order, "main background");
 }
 
 // What one block raises must not keep the later ones from running.

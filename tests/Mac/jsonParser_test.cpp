@@ -73,7 +73,8 @@ TEST(JsonParser, ReadsNumbersByTheirForm) {
   EXPECT_EQ(Member("1 2\t3"), Dump(Value(123)));
   EXPECT_EQ(Member("+5"), Dump(Value(5)));
   EXPECT_EQ(Member(", \"l\":1"), Dump(Value(0)));
-  for (const char* text : {".5", "e5", "1e5e5", "1.2.3", "1e999", "1e-999", "12x", "0x1F", "-", "1.5[", "1}"}) {
+  for (const char* text :
+       {".5", "e5", "1e5e5", "1.2.3", "1e999", "1e-999", "12x", "0x1F", "0x1ee", "-", "1.5[", "1}"}) {
     EXPECT_EQ(Member(text), "null") << text;
   }
 }
