@@ -45,6 +45,8 @@ extern "C" CURLcode curl_easy_setopt(CURL* handle, CURLoption option, ...) {
   const long number = isLong ? va_arg(arguments, long) : 0;
   void* const pointer = isLong ? nullptr : va_arg(arguments, void*);
   va_end(arguments);
+  // These two are the redirection's.
+  if (option == CURLOPT_CAINFO || option == CURLOPT_CONNECT_TO) return setOption(handle, option, pointer);
   if (option == CURLOPT_TIMEOUT) watch.timeouts.push_back(number);
   if (watch.options++ == watch.failAt) return CURLE_OUT_OF_MEMORY;
   return isLong ? setOption(handle, option, number) : setOption(handle, option, pointer);
