@@ -8,13 +8,12 @@
 
 #include <algorithm>
 #include <chrono>
-#include <fstream>
+#include <filesystem>
 #include <stdexcept>
 #include <thread>
 #include <vector>
 
-#include "Certificates.h"
-#include "Deployment.h"
+#include "Service.h"
 #include "FolderTree.h"
 
 namespace bench {
@@ -33,10 +32,6 @@ constexpr long long kSmallBody = 64 * 1024;
 
 void Check(bool worked, const char* what) {
   if (!worked) throw std::runtime_error(std::string("the sink cannot start: ") + what);
-}
-
-std::string WithoutPort(const std::string& host) {
-  return host.substr(0, host.find(':'));
 }
 
 bool StartsWith(const std::string& text, const std::string& start) {
@@ -84,18 +79,16 @@ SinkServer::~SinkServer() {
 }
 
 void SinkServer::MakeContext(const std::string& authorityFile) {
-  const orvane_test::Identity authority = orvane_test::MakeAuthority("Benchmark authority");
-  const orvane_test::Identity server = orvane_test::IssueCertificate(
-      authority, {"*." + WithoutPort(ORVANE_SERVICE_DOMAIN), WithoutPort(ORVANE_WEB_HOST)});
+  const std::filesystem::path file = authorityFile;
+  orvane_service::CertificateAuthority authority(file.parent_path(), orvane_service::SystemTime);
+  const orvane_service::Identity server = authority.ServerIdentity();
+  std::filesystem::copy_file(authority.CertificateFile(), file);
   context_.reset(SSL_CTX_new(TLS_server_method()));
   Check(context_ != nullptr, "TLS");
   Check(SSL_CTX_use_certificate(context_.get(), server.certificate.get()) == 1, "certificate");
   Check(SSL_CTX_use_PrivateKey(context_.get(), server.key.get()) == 1, "private key");
   SSL_CTX_set_read_ahead(context_.get(), 1);
   SSL_CTX_set_default_read_buffer_len(context_.get(), kReadBytes);
-  std::ofstream file(authorityFile);
-  file << orvane_test::ToPem(authority);
-  Check(static_cast<bool>(file.flush()), "cannot write the authority's file");
 }
 
 void SinkServer::Listen() {

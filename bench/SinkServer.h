@@ -9,13 +9,14 @@
 
 namespace bench {
 
-/// A web server over TLS (HTTP/1.1) on 127.0.0.1 for the hosts of the deployment. It logs everybody in, has two
-/// projects with the folders of FolderTree.h, and takes every upload. It answers at once, but after 5 milliseconds, as
-/// from the next town, when asked for folders of the project "far". GET /statistics answers a JSON object with the
+/// A web server over TLS (HTTP/1.1) on 127.0.0.1 for orvane.localhost and the names below it. It logs everybody in, has
+/// two projects with the folders of FolderTree.h, and takes every upload. It answers at once, but after 5 milliseconds,
+/// as from the next town, when asked for folders of the project "far". GET /statistics answers a JSON object with the
 /// numbers of "connections", "requests" and "bodyBytes" so far, which leave such questions out.
 class SinkServer {
  public:
-  /// Listens on a free port and writes the certificate of its authority, as PEM, to that file. Throws
+  /// Listens on a free port and writes the certificate of its authority, as PEM, to that new file; the keys go beside
+  /// it. Throws
   /// std::runtime_error.
   explicit SinkServer(const std::string& authorityFile);
   ~SinkServer();

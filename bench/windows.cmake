@@ -1,7 +1,7 @@
 # The benchmarks of the windows. Each is the plug-in's own objects in a small application, and talks to a service in a
 # process of its own.
 add_executable(bench_sink bench_sink.cpp FolderTree.cpp SinkServer.cpp)
-target_link_libraries(bench_sink PRIVATE orvane_test_https orvane_deployment orvane_warnings)
+target_link_libraries(bench_sink PRIVATE orvane_service_core orvane_warnings)
 
 add_library(orvane_bench STATIC
   Application.mm

@@ -3,14 +3,11 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
+#include "TemporaryFolder.h"
 
 namespace {
 
@@ -97,9 +94,10 @@ TEST(CoreFoundation, BytesThatAreNoTextMakeNoString) {
 
 TEST(CoreFoundation, ReachableIsWhatExists) {
   @autoreleasepool {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "Größe 🎬 %20";
+    const TemporaryFolder outer;
+    const std::filesystem::path folder = outer / "Größe 🎬 %20";
     std::filesystem::create_directory(folder);
-    std::ofstream(folder / "preset.epr") << "x";
+    WriteFile(folder / "preset.epr", "x");
     std::filesystem::create_symlink(folder / "gone", folder / "dangling");
     EXPECT_TRUE(CFURLResourceIsReachable(FileUrl(folder / "preset.epr").get(), nullptr));
     EXPECT_TRUE(CFURLResourceIsReachable(FileUrl(folder).get(), nullptr));
@@ -112,7 +110,6 @@ TEST(CoreFoundation, ReachableIsWhatExists) {
     String path(CFURLCopyFileSystemPath(FileUrl(folder / "preset.epr").get(), kCFURLPOSIXPathStyle));
     const std::string text = [reinterpret_cast<NSString *>(const_cast<__CFString *>(path.get())) UTF8String];
     EXPECT_EQ(text, (folder / "preset.epr").string());
-    std::filesystem::remove_all(folder);
   }
 }
 

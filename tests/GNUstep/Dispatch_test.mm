@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <thread>
 
+#include "BareWindow.h"
 #include "WindowScript.h"
 
 using window_test::SpinUntil;
@@ -16,59 +18,9 @@ namespace {
 // What the blocks of a test did, in order. Main thread.
 std::string order;
 
-std::atomic<int> live_objects(0);
-
-}  // namespace
-
-// Counts how many of its kind live.
-@interface DispatchTestObject : NSObject
-@end
-
-@implementation DispatchTestObject
-
-- (id)init {
-  if ((self = [super init])) ++live_objects;
-  return self;
-}
-
-- (void)dealloc {
-  --live_objects;
-  [super dealloc];
-}
-
-@end
-
-namespace {
-
 class Dispatch : public testing::Test {
  protected:
-  void SetUp() override {
-    order.clear();
-    live_objects = 0;
-    pool_ = [[NSAutoreleasePool alloc] init];
-    panel_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 200, 100)
-                                         styleMask:NSTitledWindowMask
-                                           backing:NSBackingStoreBuffered
-                                             defer:NO];
-    [panel_ setReleasedWhenClosed:NO];
-  }
-
-  void TearDown() override {
-    [panel_ orderOut:nil];
-    [panel_ release];
-    [pool_ release];
-  }
-
-  // Runs a modal loop for the panel until somebody stops it.
-  void RunModal() {
-    [NSApp runModalForWindow:panel_];
-    [panel_ orderOut:nil];
-  }
-
-  NSWindow *panel_ = nil;
-
- private:
-  NSAutoreleasePool *pool_ = nil;
+  void SetUp() override { order.clear(); }
 };
 
 void OnMainQueue(dispatch_block_t block) {
@@ -95,27 +47,14 @@ TEST_F(Dispatch, MainBlocksRunInOrderOnTheMainThreadAndNotAtOnce) {
   delete on_main;
 }
 
-TEST_F(Dispatch, BackgroundBlocksRunElsewhereAndReachTheMainQueue) {
-  __block std::thread::id background;
-  InBackground(^{
-      background = std::this_thread::get_id();
-      OnMainQueue(^{
-          order += "main";
-      });
-  });
-  EXPECT_TRUE(SpinUntil([] { return order == "main"; }));
-  EXPECT_NE(background, std::thread::id());
-  EXPECT_NE(background, std::this_thread::get_id());
-}
-
-// Each waits for the other, which only blocks that run at the same time can do.
+// Each waits for the other, which only blocks that run at the same time can do, on threads of their own.
 TEST_F(Dispatch, BackgroundBlocksRunConcurrently) {
   static std::atomic<int> arrived;
   static std::atomic<int> met;
   arrived = met = 0;
   for (int i = 0; i < 2; ++i) {
     InBackground(^{
-        ++arrived;
+        if (![NSThread isMainThread]) ++arrived;
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         while (arrived < 2 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
         if (arrived == 2) ++met;
@@ -125,6 +64,7 @@ TEST_F(Dispatch, BackgroundBlocksRunConcurrently) {
 }
 
 TEST_F(Dispatch, AModalLoopDeliversMainBlocks) {
+  const window_test::BareWindow panel(NSMakeSize(200, 100));
   for (bool from_main_thread : {true, false}) {
     order.clear();
     dispatch_block_t stop = ^{
@@ -138,20 +78,20 @@ TEST_F(Dispatch, AModalLoopDeliversMainBlocks) {
           OnMainQueue(stop);
       });
     }
-    RunModal();
+    [NSApp runModalForWindow:panel.Window()];
     EXPECT_EQ(order, "stop ") << from_main_thread;
   }
 }
 
 // The second block may not begin inside the modal loop that the first one runs.
 TEST_F(Dispatch, ALaterMainBlockWaitsForTheModalLoopOfAnEarlierOne) {
-  NSWindow *panel = panel_;
+  const window_test::BareWindow window(NSMakeSize(200, 100));
+  NSWindow *const panel = window.Window();
   window_test::RunWithScript(
       [panel] {
         OnMainQueue(^{
             order += "begin ";
             [NSApp runModalForWindow:panel];
-            [panel orderOut:nil];
             order += "end ";
         });
         SpinUntil([] { return order.find("second") != std::string::npos; });
@@ -179,25 +119,23 @@ TEST_F(Dispatch, ALaterMainBlockWaitsForTheModalLoopOfAnEarlierOne) {
   EXPECT_EQ(order, "begin end second third ");
 }
 
-TEST_F(Dispatch, CapturedObjectsLiveAsLongAsTheirBlock) {
-  @autoreleasepool {
-    DispatchTestObject *object = [[DispatchTestObject alloc] init];
+TEST_F(Dispatch, ABlockHoldsWhatItCapturesUntilItHasRun) {
+  std::weak_ptr<std::string> watch;
+  {
+    const auto captured = std::make_shared<std::string>("main background");
+    watch = captured;
     OnMainQueue(^{
-        order += [object isProxy] ? "" : "main ";
+        order += captured->substr(0, 5);
     });
-    [object release];
-    EXPECT_EQ(live_objects, 1);
-    object = [[DispatchTestObject alloc] init];
     InBackground(^{
-        DispatchTestObject *own = [[[DispatchTestObject alloc] init] autorelease];
         OnMainQueue(^{
-            order += [object isEqual:own] ? "" : "background ";
+            order += captured->substr(5);
         });
     });
-    [object release];
   }
-  EXPECT_TRUE(SpinUntil([] { return order.size() == strlen("main background "); }));
-  EXPECT_TRUE(SpinUntil([] { return live_objects == 0; })) << live_objects << " objects are left";
+  EXPECT_FALSE(watch.expired());
+  EXPECT_TRUE(SpinUntil([&watch] { return watch.expired(); }));
+  EXPECT_EQ(order, "main background");
 }
 
 // What one block raises must not keep the later ones from running.

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <thread>
 
+#include "BareWindow.h"
+
 namespace {
 
 constexpr NSInteger kCode = 4711;
@@ -100,20 +102,7 @@ class Rescue {
 
 class ModalLoop : public testing::Test {
  protected:
-  void SetUp() override {
-    window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 200, 100)
-                                          styleMask:NSTitledWindowMask
-                                            backing:NSBackingStoreBuffered
-                                              defer:NO];
-    [window_ setReleasedWhenClosed:NO];
-  }
-
-  void TearDown() override {
-    [window_ orderOut:nil];
-    [window_ release];
-  }
-
-  NSWindow *window_ = nil;
+  window_test::BareWindow window_{NSMakeSize(200, 100)};
 };
 
 }  // namespace
@@ -125,11 +114,11 @@ TEST_F(ModalLoop, APerformerEndsTheLoopAtOnce) {
       WaitForQuiet();
       PerformOnMainThread(@selector(stopWithCode));
     });
-    EXPECT_EQ([NSApp runModalForWindow:window_], kCode);
+    EXPECT_EQ([NSApp runModalForWindow:window_.Window()], kCode);
     stopper.join();
     EXPECT_FALSE(rescue.WasNeeded());
     EXPECT_EQ([NSApp modalWindow], nil);
-    [window_ orderOut:nil];
+    [window_.Window() orderOut:nil];
   }
 }
 
@@ -140,7 +129,7 @@ TEST_F(ModalLoop, StoppingNothingDoesNothing) {
   [NSApp stopModal];
   Rescue rescue;
   std::thread stopper([] { PerformOnMainThread(@selector(stopWithCode)); });
-  EXPECT_EQ([NSApp runModalForWindow:window_], kCode);
+  EXPECT_EQ([NSApp runModalForWindow:window_.Window()], kCode);
   stopper.join();
   EXPECT_FALSE(rescue.WasNeeded());
 }

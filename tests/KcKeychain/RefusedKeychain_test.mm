@@ -40,47 +40,62 @@ class MissingBus {
   std::optional<std::string> before_;
 };
 
-void LogInToBeRemembered(OrvaneUIController *controller) {
-  [[controller inputSubdomain] setStringValue:@"acme"];
-  [[controller inputUsername] setStringValue:@"editor"];
-  [[controller inputPassword] setStringValue:@"secret"];
-  [[controller rememberMeCheckbox] setState:NSControlStateValueOn];
-  Press([controller loginBtn]);
-}
+// The login window on a system that has no keyring.
+class LoginWindow : public testing::Test {
+ protected:
+  void SetUp() override {
+    UsePluginResources();
+    g_step = "start";
+    g_sd = "";
+    g_pCleanupFunc = [] { ++cleanups; };
+    controller_ = [[OrvaneUIController alloc] initWithProjectsApiPointer:&client_];
+  }
+
+  void TearDown() override { [controller_ release]; }
+
+  // Opens the window and logs in; then acts.
+  void LogIn(bool remember, const std::function<void(Script &)> &act) {
+    OrvaneUIController *controller = controller_;
+    RunWithScript([controller] { [controller showWindow]; },
+                  [controller, remember, &act](Script &actions) {
+                    actions.WaitFor("the login window", [] { return IsModal(WindowTitled(kTitle)); });
+                    actions.Post([controller, remember] {
+                      [[controller inputSubdomain] setStringValue:@"acme"];
+                      [[controller inputUsername] setStringValue:@"editor"];
+                      [[controller inputPassword] setStringValue:@"secret"];
+                      [[controller rememberMeCheckbox]
+                          setState:remember ? NSControlStateValueOn : NSControlStateValueOff];
+                      Press([controller loginBtn]);
+                    });
+                    act(actions);
+                  });
+  }
+
+  const MissingBus bus_;
+  ScriptedApi api_;
+  OrvaneProjectsAPI client_;
+  OrvaneUIController *controller_ = nil;
+};
 
 }  // namespace
 
-TEST(LoginWindow, RefusedKeychainKeepsTheWindowOpen) {
-  MissingBus bus;
-  ScriptedApi api;
-  OrvaneProjectsAPI client;
-  UsePluginResources();
-  g_step = "start";
-  g_sd = "";
-  g_pCleanupFunc = [] { ++cleanups; };
+TEST_F(LoginWindow, RefusedKeychainKeepsTheWindowOpen) {
   std::string texts;
-  @autoreleasepool {
-    OrvaneUIController *controller = [[OrvaneUIController alloc] initWithProjectsApiPointer:&client];
-    RunWithScript([controller] { [controller showWindow]; },
-                  [controller, &texts](Script &actions) {
-                    actions.WaitFor("the login window", [] { return IsModal(WindowTitled(kTitle)); });
-                    actions.Post([controller] { LogInToBeRemembered(controller); });
-                    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-                    actions.OnMain([&texts] {
-                      texts = AlertTexts();
-                      DismissAlert();
-                    });
-                    actions.WaitFor("the login window again", [] { return IsModal(WindowTitled(kTitle)); });
-                    actions.OnMain([controller] {
-                      EXPECT_EQ(g_step, "start");
-                      EXPECT_EQ(g_sd, "");
-                      EXPECT_EQ(cleanups, 0);
-                      [[controller orvaneWindow] performClose:nil];
-                    });
-                  });
-    EXPECT_FALSE([[controller orvaneWindow] isVisible]);
-    [controller release];
-  }
+  LogIn(true, [this, &texts](Script &actions) {
+    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+    actions.OnMain([&texts] {
+      texts = AlertTexts();
+      DismissAlert();
+    });
+    actions.WaitFor("the login window again", [] { return IsModal(WindowTitled(kTitle)); });
+    actions.OnMain([this] {
+      EXPECT_EQ(g_step, "start");
+      EXPECT_EQ(g_sd, "");
+      EXPECT_EQ(cleanups, 0);
+      [[controller_ orvaneWindow] performClose:nil];
+    });
+  });
+  EXPECT_FALSE([[controller_ orvaneWindow] isVisible]);
   EXPECT_EQ(cleanups, 1);
   EXPECT_EQ(texts,
             "A security error occured while attempting to save the \"Remember me\" setting.\n"
@@ -88,25 +103,7 @@ TEST(LoginWindow, RefusedKeychainKeepsTheWindowOpen) {
 }
 
 // Without the wish to be remembered the keychain is not asked.
-TEST(LoginWindow, LogsInWithoutTheKeychain) {
-  MissingBus bus;
-  ScriptedApi api;
-  OrvaneProjectsAPI client;
-  UsePluginResources();
-  g_step = "start";
-  @autoreleasepool {
-    OrvaneUIController *controller = [[OrvaneUIController alloc] initWithProjectsApiPointer:&client];
-    RunWithScript([controller] { [controller showWindow]; },
-                  [controller](Script &actions) {
-                    actions.WaitFor("the login window", [] { return IsModal(WindowTitled(kTitle)); });
-                    actions.OnMain([controller] {
-                      [[controller inputSubdomain] setStringValue:@"acme"];
-                      [[controller inputUsername] setStringValue:@"editor"];
-                      [[controller inputPassword] setStringValue:@"secret"];
-                      Press([controller loginBtn]);
-                    });
-                  });
-    [controller release];
-  }
+TEST_F(LoginWindow, LogsInWithoutTheKeychain) {
+  LogIn(false, [](Script &) {});
   EXPECT_EQ(g_step, "upload");
 }

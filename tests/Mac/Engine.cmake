@@ -5,7 +5,7 @@ target_link_libraries(json_reference PUBLIC orvane_engine PRIVATE orvane_warning
 
 foreach(name json jsonParser jsonSerializer)
   add_executable(${name}_test ${name}_test.cpp)
-  target_link_libraries(${name}_test PRIVATE json_reference orvane_engine orvane_warnings GTest::gtest_main)
+  target_link_libraries(${name}_test PRIVATE json_reference orvane_engine orvane_test_files orvane_warnings GTest::gtest_main)
   gtest_discover_tests(${name}_test)
 endforeach()
 

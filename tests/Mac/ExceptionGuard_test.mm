@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <thread>
 
+#import "BareWindow.h"
 #import "Controls.h"
 #include "ExportLifetime.h"
 #include "WindowScript.h"
@@ -115,11 +116,8 @@ TEST_F(ExceptionGuard, CleansUpOnTheMainThreadForABackgroundFailure) {
 }
 
 TEST_F(ExceptionGuard, EndsTheRunningModalLoopAndHidesItsWindow) {
-  NSWindow *window = [[[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 200, 100)
-                                                  styleMask:NSTitledWindowMask
-                                                    backing:NSBackingStoreBuffered
-                                                      defer:NO] autorelease];
-  [window setReleasedWhenClosed:NO];
+  const BareWindow bare(NSMakeSize(200, 100));
+  NSWindow *const window = bare.Window();
   RunWithScript([window] { [NSApp runModalForWindow:window]; },
                 [window](Script &actions) {
                   actions.WaitFor("the modal window", [window] { return IsModal(window); });

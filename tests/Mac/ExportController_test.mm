@@ -9,9 +9,9 @@
 #include <filesystem>
 
 #import "Controls.h"
-#include "HttpsServer.h"
 #include "LocalTrust.h"
 #include "PluginRun.h"
+#include "ScriptedServer.h"
 
 using namespace window_test;
 
@@ -38,6 +38,18 @@ size_t OpenFiles() {
   return static_cast<size_t>(std::distance(begin(entries), end(entries)));
 }
 
+// Runs the body while the installed preset has another name. Returns false when it cannot be moved.
+bool WithoutPreset(const char *name, const std::function<void()> &body) {
+  const std::filesystem::path folder = "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel";
+  const std::filesystem::path hidden = folder / "hidden-by-test";
+  std::error_code error;
+  std::filesystem::rename(folder / name, hidden, error);
+  if (error) return false;
+  body();
+  std::filesystem::rename(hidden, folder / name);
+  return true;
+}
+
 constexpr prUTF16Char kGuard = 0x5a5a;
 
 }  // namespace
@@ -62,8 +74,7 @@ TEST_F(ExportController, ExportsUploadsAndDeletesTheTemporaryFile) {
   testing::internal::CaptureStderr();
   const csSDK_int32 answer = Export([](Script &actions) {
     LogIn(actions, kPassword, true);
-    ChooseAndUpload(actions);
-    CloseComplete(actions);
+    UploadAndClose(actions);
   });
   EXPECT_EQ(CapturedCleanups(), 1);
   EXPECT_EQ(answer, 0);
@@ -74,11 +85,7 @@ TEST_F(ExportController, ExportsUploadsAndDeletesTheTemporaryFile) {
   EXPECT_TRUE(host_->Events().empty());
 
   // The next export of the same process needs no login window.
-  EXPECT_EQ(Export([](Script &actions) {
-              ChooseAndUpload(actions);
-              CloseComplete(actions);
-            }),
-            0);
+  EXPECT_EQ(Export(UploadAndClose), 0);
   EXPECT_EQ(StoredDigests().size(), 2u);
 }
 
@@ -170,9 +177,9 @@ TEST_F(ExportController, ARefusedUploadKeepsTheFileAndTheNextExportWorks) {
 
 // A hotel's network answers every request with a page of its own.
 TEST_F(ExportController, ACaptivePortalEndsTheExportAndSparesTheSavedLogin) {
-  orvane_test::HttpsServer portal;
+  orvane_test::ScriptedServer portal;
   portal.RouteOthers([](const orvane_test::Request &) { return orvane_test::TextResponse("<html>Welcome</html>"); });
-  orvane_host::SetTrustedAuthority(orvane_test::HttpsServer::AuthorityFile());
+  orvane_host::SetTrustedAuthority(orvane_test::ScriptedServer::AuthorityFile());
   orvane_host::SetConnectPort(portal.port());
   SaveLogin();
   testing::internal::CaptureStderr();
@@ -194,15 +201,14 @@ TEST_F(ExportController, ACaptivePortalEndsTheExportAndSparesTheSavedLogin) {
   StartService();
   EXPECT_EQ(Export([](Script &actions) {
               LogIn(actions);
-              ChooseAndUpload(actions);
-              CloseComplete(actions);
+              UploadAndClose(actions);
             }),
             0);
 }
 
 TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
   std::atomic<bool> answer_upload(false);
-  orvane_test::HttpsServer slow;
+  orvane_test::ScriptedServer slow;
   slow.Route("/api/prjacc/prjacc", [](const orvane_test::Request &request) {
     return orvane_test::TextResponse(request.method == "GET"
                                          ? R"({"root":{"status":"success","apiver":"3","auth_key":"k"}})"
@@ -216,7 +222,7 @@ TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
     while (!answer_upload) std::this_thread::yield();
     return orvane_test::TextResponse(R"({"root":{"status":"success","payload":{"link":"https://x.test/"}}})");
   });
-  orvane_host::SetTrustedAuthority(orvane_test::HttpsServer::AuthorityFile());
+  orvane_host::SetTrustedAuthority(orvane_test::ScriptedServer::AuthorityFile());
   orvane_host::SetConnectPort(slow.port());
   SaveLogin();
   csSDK_int32 second = 0;
@@ -235,18 +241,15 @@ TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
 }
 
 TEST_F(ExportController, ReportsAMissingPresetOfTheChosenSize) {
-  const std::filesystem::path preset =
-      "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel/Orvane_low.epr";
-  const std::filesystem::path hidden = preset.string() + ".hidden-by-test";
-  std::error_code error;
-  std::filesystem::rename(preset, hidden, error);
-  if (error) GTEST_SKIP() << "the installed presets cannot be moved: " << error.message();
   SaveLogin();
-  csSDK_int32 answer = Export([](Script &actions) {
-    ChooseAndUpload(actions);
-    DismissAlertWhenItComes(actions);
+  csSDK_int32 answer = 0;
+  const bool hidden = WithoutPreset("Orvane_low.epr", [this, &answer] {
+    answer = Export([](Script &actions) {
+      ChooseAndUpload(actions);
+      DismissAlertWhenItComes(actions);
+    });
   });
-  std::filesystem::rename(hidden, preset);
+  if (!hidden) GTEST_SKIP() << "the installed presets cannot be moved";
   EXPECT_EQ(answer, -1);
   ASSERT_EQ(host_->Events().size(), 1u);
   EXPECT_EQ(host_->Events()[0].title, "SDK Export Controller error");
@@ -254,19 +257,13 @@ TEST_F(ExportController, ReportsAMissingPresetOfTheChosenSize) {
 }
 
 TEST_F(ExportController, SaysThatThePresetsAreMissing) {
-  const std::filesystem::path preset =
-      "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel/Orvane.epr";
-  const std::filesystem::path hidden = preset.string() + ".hidden-by-test";
-  std::error_code error;
-  std::filesystem::rename(preset, hidden, error);
-  if (error) GTEST_SKIP() << "the installed presets cannot be moved: " << error.message();
   std::string alert;
-  testing::internal::CaptureStderr();
-  csSDK_int32 answer = Export([&alert](Script &actions) { alert = DismissAlertWhenItComes(actions); });
-  const int cleanups = CapturedCleanups();
-  std::filesystem::rename(hidden, preset);
-  EXPECT_EQ(answer, 0);
-  EXPECT_EQ(cleanups, 1);
+  const bool hidden = WithoutPreset("Orvane.epr", [this, &alert] {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Export([&alert](Script &actions) { alert = DismissAlertWhenItComes(actions); }), 0);
+    EXPECT_EQ(CapturedCleanups(), 1);
+  });
+  if (!hidden) GTEST_SKIP() << "the installed presets cannot be moved";
   EXPECT_EQ(alert,
             "The Orvane encoding configuration is missing. Orvane Vorrel will not function without this file.\n"
             "The plugin may not have installed correctly. Try uninstalling and re-installing it.\n\n('Orvane.epr' not "
@@ -275,13 +272,7 @@ TEST_F(ExportController, SaysThatThePresetsAreMissing) {
 
 TEST_F(ExportController, MemoryAndHandlesStayLevelOverTwentyExports) {
   SaveLogin();
-  const auto export_once = [this] {
-    ASSERT_EQ(Export([](Script &actions) {
-                ChooseAndUpload(actions);
-                CloseComplete(actions);
-              }),
-              0);
-  };
+  const auto export_once = [this] { ASSERT_EQ(Export(UploadAndClose), 0); };
   for (int i = 0; i < 3; ++i) export_once();
   const size_t files = OpenFiles();
   const size_t memory = mallinfo2().uordblks;

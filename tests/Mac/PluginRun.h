@@ -5,12 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "HostSession.h"
 #include "Service.h"
+#include "TemporaryFolder.h"
 #include "WindowScript.h"
 
 namespace window_test {
@@ -38,6 +38,7 @@ class PluginRun : public testing::Test {
   static void LogIn(Script &actions, const char *password = kPassword, bool remember = false);
   static void ChooseAndUpload(Script &actions, NSString *title = @"Scene 12");
   static void CloseComplete(Script &actions);
+  static void UploadAndClose(Script &actions);
   static void CloseWindow(Script &actions, NSString *title);
   static std::string DismissAlertWhenItComes(Script &actions);
 
@@ -50,7 +51,9 @@ class PluginRun : public testing::Test {
   std::vector<std::string> TemporaryFiles() const;
   std::vector<std::string> StoredDigests() const;
 
-  std::filesystem::path folder_;
+  /// The temporary folder outside of this test.
+  const std::filesystem::path outer_ = std::filesystem::temp_directory_path();
+  const TemporaryFolder folder_;
   orvane_service::ServiceOptions options_;
   std::unique_ptr<orvane_service::Service> service_;
   std::unique_ptr<orvane_host::HostSession> host_;

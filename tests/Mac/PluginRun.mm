@@ -1,15 +1,13 @@
 #include "PluginRun.h"
 
-#include <openssl/sha.h>
 #include <libsecret/secret.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 
 #import "Controls.h"
-#include "HttpsServer.h"
 #include "LocalTrust.h"
+#include "ScriptedServer.h"
+#include "Secrets.h"
 
 namespace window_test {
 
@@ -22,20 +20,12 @@ NSString *const kCompleteTitle = @"Orvane: Upload Complete";
 
 // Written out here, not shared with the platform folder: people's keyrings hold items of this form, and must be found
 // again by later releases.
-const SecretSchema kSavedLoginSchema = {"com.orvane.GenericPassword",
-                                        SECRET_SCHEMA_NONE,
-                                        {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING},
-                                         {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
-                                         {"synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN},
-                                         {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
-                                        0,
-                                        nullptr,
-                                        nullptr,
-                                        nullptr,
-                                        nullptr,
-                                        nullptr,
-                                        nullptr,
-                                        nullptr};
+const SecretSchema *SavedLoginSchema() {
+  static const SecretSchema *const schema = secret_schema_new(
+      "com.orvane.GenericPassword", SECRET_SCHEMA_NONE, "service", SECRET_SCHEMA_ATTRIBUTE_STRING, "account",
+      SECRET_SCHEMA_ATTRIBUTE_STRING, "synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN, nullptr);
+  return schema;
+}
 
 // The control that the window's controller knows under that name.
 id Control(NSString *windowTitle, NSString *name) {
@@ -47,28 +37,11 @@ bool PluginWindowIsOpen() {
          WindowTitled(kCompleteTitle) || AlertPanel();
 }
 
-std::string Digest(const std::filesystem::path &file) {
-  std::stringstream content;
-  content << std::ifstream(file, std::ios::binary).rdbuf();
-  const std::string bytes = content.str();
-  unsigned char digest[SHA256_DIGEST_LENGTH];
-  SHA256(reinterpret_cast<const unsigned char *>(bytes.data()), bytes.size(), digest);
-  std::string text;
-  for (unsigned char byte : digest) {
-    char hex[3];
-    snprintf(hex, sizeof hex, "%02x", byte);
-    text += hex;
-  }
-  return text;
-}
-
 }  // namespace
 
 void PluginRun::SetUp() {
-  char pattern[] = "/tmp/orvane_plugin_XXXXXX";
-  folder_ = mkdtemp(pattern);
   std::filesystem::create_directory(folder_ / "temporary");
-  orvane_test::HttpsServer::AuthorityFile();  // lives as long as the process, so not in this test's folder
+  orvane_test::ScriptedServer::AuthorityFile();  // lives as long as the process, so not in this test's folder
   setenv("TMPDIR", (folder_ / "temporary").c_str(), 1);
   options_.data = folder_ / "service";
   options_.port = 0;
@@ -84,7 +57,7 @@ void PluginRun::TearDown() {
   orvane_host::SetConnectPort(0);
   orvane_host::SetTrustedAuthority("");
   service_.reset();
-  std::filesystem::remove_all(folder_);
+  setenv("TMPDIR", outer_.c_str(), 1);
 }
 
 void PluginRun::StartService() {
@@ -148,6 +121,11 @@ void PluginRun::CloseComplete(Script &actions) {
   CloseWindow(actions, kCompleteTitle);
 }
 
+void PluginRun::UploadAndClose(Script &actions) {
+  ChooseAndUpload(actions);
+  CloseComplete(actions);
+}
+
 void PluginRun::CloseWindow(Script &actions, NSString *title) {
   actions.WaitFor("the window to close", [title] { return WindowTitled(title) != nil; });
   actions.OnMain([title] { [WindowTitled(title) performClose:nil]; });
@@ -165,18 +143,18 @@ std::string PluginRun::DismissAlertWhenItComes(Script &actions) {
 
 void PluginRun::SaveLogin(const char *password) {
   const std::string login = std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}";
-  ASSERT_TRUE(secret_password_store_sync(&kSavedLoginSchema, nullptr, "OrvanePluginPremiere", login.c_str(), nullptr,
+  ASSERT_TRUE(secret_password_store_sync(SavedLoginSchema(), nullptr, "OrvanePluginPremiere", login.c_str(), nullptr,
                                          nullptr, "service", "OrvanePluginPremiere", "account", "userData",
                                          "synchronizable", FALSE, nullptr));
 }
 
 void PluginRun::ForgetLogin() {
-  secret_password_clear_sync(&kSavedLoginSchema, nullptr, nullptr, "service", "OrvanePluginPremiere", "account",
+  secret_password_clear_sync(SavedLoginSchema(), nullptr, nullptr, "service", "OrvanePluginPremiere", "account",
                              "userData", nullptr);
 }
 
 bool PluginRun::LoginIsSaved() {
-  gchar *login = secret_password_lookup_sync(&kSavedLoginSchema, nullptr, nullptr, "service", "OrvanePluginPremiere",
+  gchar *login = secret_password_lookup_sync(SavedLoginSchema(), nullptr, nullptr, "service", "OrvanePluginPremiere",
                                              "account", "userData", nullptr);
   const bool found = login != nullptr;
   secret_password_free(login);
@@ -194,7 +172,7 @@ std::vector<std::string> PluginRun::TemporaryFiles() const {
 std::vector<std::string> PluginRun::StoredDigests() const {
   std::vector<std::string> digests;
   for (const auto &entry : std::filesystem::recursive_directory_iterator(service_->Data() / "files")) {
-    if (entry.is_regular_file()) digests.push_back(Digest(entry.path()));
+    if (entry.is_regular_file()) digests.push_back(orvane_service::Sha256Hex(ReadFile(entry.path())));
   }
   return digests;
 }

@@ -4,11 +4,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #import "Controls.h"
 #include "PluginResources.h"
+#include "TemporaryFolder.h"
 #include "WindowScript.h"
 #include "WorkflowState.h"
 
@@ -18,12 +17,6 @@ namespace {
 
 int cleanups = 0;
 
-std::string Contents(const std::filesystem::path &file) {
-  std::stringstream text;
-  text << std::ifstream(file).rdbuf();
-  return text.str();
-}
-
 // The complete window, with an xdg-open of the test's own that notes what it is asked to open.
 class CompleteWindow : public testing::Test {
  protected:
@@ -31,20 +24,14 @@ class CompleteWindow : public testing::Test {
     UsePluginResources();
     cleanups = 0;
     g_pCleanupFunc = [] { ++cleanups; };
-    folder_ = std::filesystem::temp_directory_path() / "complete_window";
-    std::filesystem::create_directories(folder_);
-    opened_ = folder_ / "opened";
-    const std::filesystem::path program = folder_ / "xdg-open";
-    std::ofstream(program) << "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" << opened_.string() << "'\n";
+    const std::string program = folder_ / "xdg-open";
+    WriteFile(program, "#!/bin/sh\nprintf '%s\\n' \"$@\" >>'" + opened_ + "'\n");
     std::filesystem::permissions(program, std::filesystem::perms::owner_all);
     path_ = getenv("PATH");
-    setenv("PATH", (folder_.string() + ":" + path_).c_str(), 1);
+    setenv("PATH", (folder_.Path().string() + ":" + path_).c_str(), 1);
   }
 
-  void TearDown() override {
-    setenv("PATH", path_.c_str(), 1);
-    std::filesystem::remove_all(folder_);
-  }
+  void TearDown() override { setenv("PATH", path_.c_str(), 1); }
 
   static void Run(NSString *link, const std::function<void(UploadCompleteWindowController *)> &act) {
     @autoreleasepool {
@@ -60,8 +47,8 @@ class CompleteWindow : public testing::Test {
     }
   }
 
-  std::filesystem::path folder_;
-  std::filesystem::path opened_;
+  TemporaryFolder folder_;
+  const std::string opened_ = folder_ / "opened";
   std::string path_;
 };
 
@@ -74,7 +61,7 @@ TEST_F(CompleteWindow, OpensTheLinkAndEndsTheExportOnce) {
   });
   EXPECT_EQ(cleanups, 1);
   EXPECT_TRUE(
-      SpinUntil([this] { return Contents(opened_) == "https://acme.orvane.localhost:48443/review/7?a=1&b=2\n"; }));
+      SpinUntil([this] { return ReadFile(opened_) == "https://acme.orvane.localhost:48443/review/7?a=1&b=2\n"; }));
 }
 
 TEST_F(CompleteWindow, ClosingOpensNothing) {

@@ -3,15 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
-#include <fstream>
 #include <thread>
 
 #import "Controls.h"
 #include "ExportLifetime.h"
-#include "MultipartForm.h"
 #include "PluginResources.h"
 #include "ScriptedApi.h"
+#include "TemporaryFolder.h"
 #include "WindowScript.h"
 #include "WorkflowState.h"
 
@@ -29,9 +27,8 @@ class StatusWindow : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
-    file_ = std::filesystem::temp_directory_path() / "VorrelExport_test.mp4";
-    std::ofstream(file_, std::ios::binary) << std::string(300000, 'x');
-    g_fpath = file_.string();
+    WriteFile(file_, std::string(300000, 'x'));
+    g_fpath = file_;
     g_prj = "1";
     g_fld = "11";
     g_title = "Title";
@@ -53,14 +50,14 @@ class StatusWindow : public testing::Test {
   void TearDown() override {
     [status_controller release];
     status_controller = nil;
-    std::filesystem::remove(file_);
   }
 
   static bool UploadHasEnded() { return !ExportLifetime::UploadIsRunning(); }
 
   ScriptedApi api_;
   OrvaneProjectsAPI client_;
-  std::filesystem::path file_;
+  const TemporaryFolder folder_;
+  const std::string file_ = folder_ / "VorrelExport_test.mp4";
 };
 
 }  // namespace
@@ -80,7 +77,7 @@ TEST_F(StatusWindow, UploadsDeletesTheFileAndHandsTheLinkOn) {
   auto uploads = api_.RequestsFor(std::string(ScriptedApi::kUpload) + "1");
   ASSERT_EQ(uploads.size(), 1u);
   std::string names;
-  for (const auto &part : orvane_test::ParseMultipartForm(uploads[0])) names += part.name + " ";
+  for (const auto &part : uploads[0].parts) names += part.name + " ";
   EXPECT_EQ(names, "Filedata auth_token auth_key folder_id title tags_array[] tags_array[] ");
 }
 

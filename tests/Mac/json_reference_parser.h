@@ -1,5 +1,5 @@
 // A second parser for the same language, as plain as it can be: it copies and cuts strings at every step. The real one
-// has to agree with it on every text.
+// has to agree with it on every text. Single strings, numbers and words it leaves to the real one.
 #pragma once
 
 #include "json.h"

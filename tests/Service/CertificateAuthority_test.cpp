@@ -5,8 +5,6 @@
 
 #include <openssl/x509.h>
 
-#include <fstream>
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -20,11 +18,6 @@ class CertificateAuthorityTest : public testing::Test {
  protected:
   CertificateAuthority Open() {
     return CertificateAuthority(folder_.Path() / "ca", [this] { return now_; });
-  }
-
-  static std::string Content(const fs::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
   }
 
   /// Connects to a server that has this identity, under the given host name, and returns libcurl's verdict.
@@ -67,12 +60,12 @@ TEST_F(CertificateAuthorityTest, IsTrustedForItsOwnDomainOnly) {
 }
 
 TEST_F(CertificateAuthorityTest, RenewsTheServersCertificateInTimeAndKeepsItsOwn) {
-  const std::string own = Content(Open().CertificateFile());
+  const std::string own = ReadFile(Open().CertificateFile());
   const auto server = [&] {
     CertificateAuthority authority = Open();
-    EXPECT_EQ(Content(authority.CertificateFile()), own);
+    EXPECT_EQ(ReadFile(authority.CertificateFile()), own);
     authority.ServerIdentity();
-    return Content(folder_.Path() / "ca" / "server.pem");
+    return ReadFile(folder_ / "ca/server.pem");
   };
   const std::string first = server();
   now_ += (orvane_service::kServerDays - orvane_service::kRenewalDays - 1) * kDay;
@@ -81,7 +74,7 @@ TEST_F(CertificateAuthorityTest, RenewsTheServersCertificateInTimeAndKeepsItsOwn
   const std::string second = server();
   EXPECT_NE(second, first);
   // A damaged file, too, is only a reason to make a new one.
-  std::ofstream(folder_.Path() / "ca" / "server.key") << "nonsense";
+  WriteFile(folder_ / "ca/server.key", "nonsense");
   EXPECT_NE(server(), second);
 }
 

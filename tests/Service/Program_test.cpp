@@ -1,87 +1,65 @@
 // The program as it is started from a command line.
 #include "RunningService.h"
 
+#include "ChildProcess.h"
+
 #include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <fstream>
-
-extern char** environ;
 
 namespace {
 
-namespace fs = std::filesystem;
+using orvane_host::ChildResult;
 
-/// A started program whose two outputs go to files.
+/// The started program. What it says is read until it ends.
 class Program {
  public:
-  Program(const fs::path& folder, std::vector<std::string> arguments) : out_(folder / "out"), error_(folder / "error") {
-    arguments.insert(arguments.begin(), ORVANE_SERVICE_PROGRAM);
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments) pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    const int flags = O_WRONLY | O_CREAT | O_TRUNC;
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out_.c_str(), flags, 0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, error_.c_str(), flags, 0600);
-    EXPECT_EQ(posix_spawn(&pid_, ORVANE_SERVICE_PROGRAM, &actions, nullptr, pointers.data(), environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
+  explicit Program(const std::vector<std::string>& arguments) : process_(Command(arguments)) {}
+
+  static std::vector<std::string> Command(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"timeout", "20", ORVANE_SERVICE_PROGRAM});
+    return arguments;
   }
 
-  ~Program() {
-    if (pid_ <= 0) return;
-    kill(pid_, SIGKILL);
-    waitpid(pid_, nullptr, 0);
+  /// Everything it has said, once that contains the text. Fails the test when the program ends before.
+  std::string OutWith(const std::string& text) {
+    while (out_.find(text) == std::string::npos && process_.Read(100, out_, error_)) {
+    }
+    EXPECT_NE(out_.find(text), std::string::npos) << error_;
+    return out_;
   }
 
-  void Signal(int number) const { kill(pid_, number); }
-
-  /// Its exit code, or -1 if it does not end by itself.
-  int ExitCode() {
-    int status = 0;
-    if (!Eventually([&] { return waitpid(pid_, &status, WNOHANG) == pid_; })) return -1;
-    pid_ = 0;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  /// Sends it the signal and returns its exit status.
+  int End(int number) {
+    process_.Signal(number);
+    while (process_.Read(100, out_, error_)) {
+    }
+    return process_.Wait();
   }
-
-  std::string Out() const { return Content(out_); }
-  std::string Error() const { return Content(error_); }
 
  private:
-  static std::string Content(const fs::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  fs::path out_;
-  fs::path error_;
-  pid_t pid_ = 0;
+  orvane_host::ChildProcess process_;
+  std::string out_;
+  std::string error_;
 };
 
 TEST(ProgramTest, SaysWhenItIsReadyAndEndsOnSignals) {
   const TemporaryFolder folder;
-  const std::string data = (folder.Path() / "data").string();
-  std::string login;
+  const std::string data = folder / "data";
   for (int number : {SIGTERM, SIGINT}) {
-    Program program(folder.Path(), {"--data", data, "--port", "0"});
-    ASSERT_TRUE(Eventually([&] { return program.Out().find("ready on https://127.0.0.1:") != std::string::npos; }))
-        << program.Error();
-    const std::string out = program.Out();
-    EXPECT_NE(out.find(" (data in " + data + ")\n"), std::string::npos) << out;
+    Program program({"--data", data, "--port", "0"});
+    const std::string out = program.OutWith(" (data in " + data + ")\n");
+    EXPECT_NE(out.find("ready on https://127.0.0.1:"), std::string::npos) << out;
     const bool has_login = out.find("demo login: subdomain acme, user editor, password ") != std::string::npos;
     EXPECT_EQ(has_login, number == SIGTERM) << "only at the first start: " << out;
-    program.Signal(number);
-    EXPECT_EQ(program.ExitCode(), 0);
+    EXPECT_EQ(program.End(number), 0);
   }
 }
 
 TEST(ProgramTest, TellsWrongUsageFromFailure) {
   const TemporaryFolder folder;
-  const std::string data = (folder.Path() / "data").string();
-  std::ofstream(folder.Path() / "file") << "not a folder";
+  const std::string data = folder / "data";
+  WriteFile(folder / "file", "not a folder");
+  Program first({"--data", data, "--port", "0"});
+  first.OutWith("ready");
   struct Case {
     std::vector<std::string> arguments;
     int code;
@@ -94,19 +72,14 @@ TEST(ProgramTest, TellsWrongUsageFromFailure) {
                                    {{"--port", "80x"}, 2, "--port"},
                                    {{"--demo-password", "a&b"}, 2, "--demo-password"},
                                    {{"stray"}, 2, "stray"},
-                                   {{"--data", (folder.Path() / "file").string()}, 1, "file"}};
+                                   {{"--data", folder / "file"}, 1, "file"},
+                                   {{"--data", data, "--port", "0"}, 1, "another service"}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.arguments.back());
-    Program program(folder.Path(), c.arguments);
-    EXPECT_EQ(program.ExitCode(), c.code);
-    EXPECT_NE(program.Error().find(c.error), std::string::npos) << program.Error();
+    const ChildResult result = orvane_host::RunChild(Program::Command(c.arguments));
+    EXPECT_EQ(result.status, c.code);
+    EXPECT_NE(result.errors.find(c.error), std::string::npos) << result.errors;
   }
-  Program first(folder.Path(), {"--data", data, "--port", "0"});
-  ASSERT_TRUE(Eventually([&] { return first.Out().find("ready") != std::string::npos; }));
-  const TemporaryFolder other;
-  Program second(other.Path(), {"--data", data, "--port", "0"});
-  EXPECT_EQ(second.ExitCode(), 1);
-  EXPECT_NE(second.Error().find("another service"), std::string::npos) << second.Error();
 }
 
 }  // namespace

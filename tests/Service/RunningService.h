@@ -3,6 +3,7 @@
 
 #include "HttpsClient.h"
 #include "Service.h"
+#include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,20 +13,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-/// A folder of its own, removed with everything in it.
-class TemporaryFolder {
- public:
-  TemporaryFolder();
-  ~TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 /// Waits until the condition holds. Returns false at a deadline of some seconds.
 bool Eventually(const std::function<bool()>& condition);

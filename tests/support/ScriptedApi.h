@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "HttpsServer.h"
+#include "ScriptedServer.h"
 #include "TransferRedirect.h"
 
 namespace window_test {
@@ -16,7 +16,7 @@ class ScriptedApi {
  public:
   ScriptedApi();
 
-  orvane_test::HttpsServer& Server() { return server_; }
+  orvane_test::ScriptedServer& Server() { return server_; }
 
   /// Answers a target ("/api/prjacc/get_project_list") from now on.
   void Answer(const std::string& target, const std::string& body) {
@@ -40,7 +40,7 @@ class ScriptedApi {
   static std::string Refusal(const std::string& message);
 
  private:
-  orvane_test::HttpsServer server_;
+  orvane_test::ScriptedServer server_;
   orvane_test::TransferRedirect redirect_;
 };
 

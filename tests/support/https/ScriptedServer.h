@@ -2,27 +2,42 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <functional>
+#include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
+namespace orvane_service {
+class HttpsServer;
+}
+
 namespace orvane_test {
+
+struct FormPart {
+  std::string name;
+  /// Empty for a part that is no file.
+  std::string fileName;
+  std::string content;
+};
 
 /// A request as it arrived.
 struct Request {
   std::string method;
   /// Path and query, not unescaped.
   std::string target;
-  /// In the order of arrival, with names in lower case.
-  std::vector<std::pair<std::string, std::string>> headers;
-  /// Without the framing of a chunked transfer.
+  std::multimap<std::string, std::string> headers;
+  /// Empty for a multipart form.
   std::string body;
-  /// Number of the TCP connection that it came through, from 1.
-  int connection = 0;
+  /// Those of a multipart form, in their order.
+  std::vector<FormPart> parts;
+  /// Port of the client, by which the connections can be told apart.
+  int clientPort = 0;
 
-  /// The first header of that name (lower case), or an empty string.
+  /// The first header of that name, whatever its case, or an empty string.
   std::string Header(const std::string& name) const;
 };
 
@@ -31,7 +46,7 @@ struct Response {
   static constexpr size_t kWhole = static_cast<size_t>(-1);
 
   int status = 200;
-  /// Beside Content-Length, which is added.
+  /// Beside Content-Length and Content-Type, which are added.
   std::vector<std::pair<std::string, std::string>> headers;
   std::string body;
   /// What passes before the answer begins.
@@ -54,20 +69,21 @@ enum class ServerCertificate {
   kWrongName,         ///< signed by the authority, for another host
 };
 
-/// Listens from construction to destruction, on a free port. Every connection has a thread of its own. All operations
-/// may be called on any thread. Destruction ends transfers and delays that are under way, but waits for handlers.
-class HttpsServer {
+/// Listens from construction to destruction, on a free port: the service's own server, with other handlers. All
+/// operations may be called on any thread. Destruction ends transfers and delays that are under way, but waits for
+/// handlers.
+class ScriptedServer {
  public:
   /// Called on the connection's thread, for several connections at the same time. May wait.
   using Handler = std::function<Response(const Request&)>;
 
   /// Throws std::runtime_error when it cannot listen.
-  explicit HttpsServer(ServerCertificate certificate = ServerCertificate::kTrusted);
-  ~HttpsServer();
-  HttpsServer(const HttpsServer&) = delete;
-  HttpsServer& operator=(const HttpsServer&) = delete;
+  explicit ScriptedServer(ServerCertificate certificate = ServerCertificate::kTrusted);
+  ~ScriptedServer();
+  ScriptedServer(const ScriptedServer&) = delete;
+  ScriptedServer& operator=(const ScriptedServer&) = delete;
 
-  /// Answers requests for the target ("/path?query"), whatever the method. Replaces an earlier route of that target.
+  /// Answers GET and POST of the target ("/path?query"). Replaces an earlier route of that target.
   void Route(const std::string& target, Handler handler);
   /// The same, with an answer that is always the same.
   void Route(const std::string& target, Response response);
@@ -75,23 +91,31 @@ class HttpsServer {
   /// Answers whatever has no route; at first that is a 404.
   void RouteOthers(Handler handler);
 
-  /// The requests so far, in the order in which they were complete.
+  /// The requests so far, in the order in which they were complete. One whose body is cut off or malformed is none.
   std::vector<Request> Requests() const;
 
-  /// Waits until there are that many requests. Returns false when the time is over before.
-  bool WaitForRequests(size_t count, std::chrono::milliseconds deadline) const;
-
-  /// TCP connections so far, those included whose handshake failed.
-  int ConnectionCount() const;
-
-  int port() const;
+  int port() const { return port_; }
 
   /// PEM file with the authority that kTrusted needs. The same for all servers of the process; removed at its end.
   static const std::string& AuthorityFile();
 
  private:
-  class Implementation;
-  const std::unique_ptr<Implementation> implementation_;
+  /// Writes the request down and returns its answer.
+  Response Answer(const Request& request);
+
+  /// Lets the time pass. Returns false when the server is to end before.
+  bool Pass(std::chrono::milliseconds time);
+
+  mutable std::mutex mutex_;
+  std::condition_variable stop_;
+  // Guarded by the mutex.
+  bool stopping_ = false;
+  std::map<std::string, Handler> routes_;
+  Handler others_;
+  std::vector<Request> requests_;
+
+  std::unique_ptr<orvane_service::HttpsServer> server_;
+  int port_ = 0;
 };
 
 }  // namespace orvane_test
