@@ -82,11 +82,7 @@ class LoginWindow : public testing::Test {
 TEST_F(LoginWindow, RefusedKeychainKeepsTheWindowOpen) {
   std::string texts;
   LogIn(true, [this, &texts](Script &actions) {
-    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-    actions.OnMain([&texts] {
-      texts = AlertTexts();
-      DismissAlert();
-    });
+    texts = DismissAlertWhenItComes(actions);
     actions.WaitFor("the login window again", [] { return IsModal(WindowTitled(kTitle)); });
     actions.OnMain([this] {
       EXPECT_EQ(g_step, "start");

@@ -55,12 +55,7 @@ class LoginWindow : public testing::Test {
   // Presses the log-in button and returns the texts of the alert that comes up, which is dismissed.
   static std::string AlertAfterLogin(Script &actions, OrvaneUIController *controller) {
     actions.Post([controller] { Press([controller loginBtn]); });
-    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-    std::string texts;
-    actions.OnMain([&texts] {
-      texts = AlertTexts();
-      DismissAlert();
-    });
+    const std::string texts = DismissAlertWhenItComes(actions);
     actions.WaitFor("the login window again", [] { return IsModal(WindowTitled(kTitle)); });
     return texts;
   }

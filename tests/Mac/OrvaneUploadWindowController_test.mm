@@ -53,12 +53,7 @@ class UploadWindow : public testing::Test {
 
   static std::string AlertAfterUpload(Script &actions, OrvaneUploadWindowController *controller) {
     actions.Post([controller] { Press([controller uploadBtn]); });
-    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-    std::string texts;
-    actions.OnMain([&texts] {
-      texts = AlertTexts();
-      DismissAlert();
-    });
+    const std::string texts = DismissAlertWhenItComes(actions);
     actions.WaitFor("the upload window again", [] { return IsModal(WindowTitled(kTitle)); });
     return texts;
   }

@@ -40,7 +40,6 @@ class PluginRun : public testing::Test {
   static void CloseComplete(Script &actions);
   static void UploadAndClose(Script &actions);
   static void CloseWindow(Script &actions, NSString *title);
-  static std::string DismissAlertWhenItComes(Script &actions);
 
   /// Saves the login as "Remember me" does, or deletes it.
   static void SaveLogin(const char *password = kPassword);

@@ -131,16 +131,6 @@ void PluginRun::CloseWindow(Script &actions, NSString *title) {
   actions.OnMain([title] { [WindowTitled(title) performClose:nil]; });
 }
 
-std::string PluginRun::DismissAlertWhenItComes(Script &actions) {
-  actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-  std::string texts;
-  actions.OnMain([&texts] {
-    texts = AlertTexts();
-    DismissAlert();
-  });
-  return texts;
-}
-
 void PluginRun::SaveLogin(const char *password) {
   const std::string login = std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}";
   ASSERT_TRUE(secret_password_store_sync(SavedLoginSchema(), nullptr, "OrvanePluginPremiere", login.c_str(), nullptr,

@@ -97,13 +97,7 @@ TEST_F(StatusWindow, ARefusalLeavesFileAndWindow) {
           [status_controller showWindow];
           SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
         },
-        [&texts](Script &actions) {
-          actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-          actions.OnMain([&texts] {
-            texts = AlertTexts();
-            DismissAlert();
-          });
-        });
+        [&texts](Script &actions) { texts = DismissAlertWhenItComes(actions); });
     EXPECT_EQ(texts,
               "There was an error uploading to Orvane.\nThe system returned this message: \"" + message + "\"\n");
     EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "WindowScript.h"
+
 namespace window_test {
 
 /// The visible window of that title; nil when there is none.
@@ -35,6 +37,9 @@ std::string TabOrder(NSWindow *window);
 
 /// Dismisses the alert panel by its button.
 void DismissAlert();
+
+/// Waits for an alert, dismisses it by its button, and returns its texts. For the thread of a script.
+std::string DismissAlertWhenItComes(Script &actions);
 
 /// Chooses the item of that title and sends the pop-up's action, as picking it from the menu does.
 void Choose(NSPopUpButton *popUp, NSString *title);

@@ -99,6 +99,16 @@ void DismissAlert() {
   Press(ButtonTitled(AlertPanel(), @"OK"));
 }
 
+std::string DismissAlertWhenItComes(Script &actions) {
+  actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+  std::string texts;
+  actions.OnMain([&texts] {
+    texts = AlertTexts();
+    DismissAlert();
+  });
+  return texts;
+}
+
 void Choose(NSPopUpButton *popUp, NSString *title) {
   [popUp selectItemWithTitle:title];
   [NSApp sendAction:[popUp action] to:[popUp target] from:popUp];

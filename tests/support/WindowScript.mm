@@ -27,6 +27,7 @@ constexpr std::chrono::seconds kDeadline(90);
 constexpr std::chrono::seconds kDeadline(10);
 #endif
 constexpr std::chrono::milliseconds kPollInterval(5);
+constexpr std::chrono::milliseconds kTimeToTakeWork(100);
 
 // Guarded by the mutex but for run.
 struct Work {
@@ -115,7 +116,14 @@ void EndModalLoopsUntil(const std::function<bool()> &over) {
 void Script::OnMain(const std::function<void()> &work) {
   std::shared_ptr<Work> queued = Enqueue(work);
   std::unique_lock<std::mutex> lock(work_mutex);
-  if (work_done.wait_for(lock, kDeadline, [&queued] { return queued->done; })) return;
+  const Clock::time_point deadline = Clock::now() + kDeadline;
+  while (!work_done.wait_for(lock, kTimeToTakeWork, [&queued] { return queued->done; })) {
+    if (Clock::now() > deadline) break;
+    // The main thread takes what waits for it in one go. When the first of that opens a modal window, the rest, and
+    // with it this work, waits for the window to close: another call gets through to the window's own loop.
+    if (!queued->started) [WindowTestPump wake];
+  }
+  if (queued->done) return;
   // The work refers to the caller's variables: it must not run, or go on, when this throws.
   work_queue.erase(std::remove(work_queue.begin(), work_queue.end(), queued), work_queue.end());
   const bool started = queued->started;
