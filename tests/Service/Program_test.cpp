@@ -15,7 +15,7 @@ class Program {
   explicit Program(const std::vector<std::string>& arguments) : process_(Command(arguments)) {}
 
   static std::vector<std::string> Command(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"timeout", "20", ORVANE_SERVICE_PROGRAM});
+    arguments.insert(arguments.begin(), ORVANE_SERVICE_PROGRAM);
     return arguments;
   }
 
