@@ -12,7 +12,6 @@ static const CGFloat kRadius = 4;
   [ring setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
   [ring setHidden:YES];
   [control setFocusRingType:NSFocusRingTypeNone];
-  [control setFocusRingType:NSFocusRingTypeNone];
   [control addSubview:ring];
   return ring;
 }
