@@ -1,9 +1,8 @@
 // A button drawn with a rounded background and a centred label.
 #pragma once
 
-#import <Cocoa/Cocoa.h>
+#import "PictureButton.h"
 
-@class FocusRing;
 @class RoundedView;
 
 /// The styles. The numbers are fixed.
@@ -16,15 +15,13 @@ enum {
 };
 
 /// Main thread.
-@interface RoundedButton : NSButton {
+@interface RoundedButton : PictureButton {
   int type;
   NSString *titleString;
   NSColor *titleColor;
   BOOL enabled;
-  BOOL highlighted;
   RoundedView *backgroundView;
   NSTextField *titleLabel;
-  FocusRing *focusRing;  // owned as a subview
 }
 
 /// The style. Other numbers change nothing of the look.
@@ -34,7 +31,6 @@ enum {
 
 /// A disabled button still shows its pressed state, but sends no action.
 @property(nonatomic, assign, getter=isEnabled) BOOL enabled;
-@property(nonatomic, assign, getter=isHighlighted) BOOL highlighted;
 @property(nonatomic, retain) RoundedView *backgroundView;
 @property(nonatomic, retain) NSTextField *titleLabel;
 

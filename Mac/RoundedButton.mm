@@ -1,6 +1,5 @@
 #import "RoundedButton.h"
 
-#import "FocusRing.h"
 #import "NSTextField+VerticalAlignment.h"
 #import "PlainLabel.h"
 #import "RoundedView.h"
@@ -71,7 +70,7 @@ const Style *StyleOfType(int type) {
   [titleLabel setAlignment:NSTextAlignmentCenter];
   [self addSubview:titleLabel];
 
-  focusRing = [FocusRing ringInControl:self];
+  [self addFocusRing];
 }
 
 - (int)type {
@@ -108,12 +107,8 @@ const Style *StyleOfType(int type) {
   [titleLabel setTextColor:titleColor];
 }
 
-- (BOOL)isHighlighted {
-  return highlighted;
-}
-
 - (void)setHighlighted:(BOOL)flag {
-  highlighted = flag;
+  [super setHighlighted:flag];
   const Style *style = StyleOfType(type);
   if (style) [backgroundView setType:flag ? style->highlighted_background : style->background];
 }
@@ -126,23 +121,6 @@ const Style *StyleOfType(int type) {
   enabled = flag;
 }
 
-// Clicks on the label are clicks on the button.
-- (NSView *)hitTest:(NSPoint)point {
-  return [super hitTest:point] ? self : nil;
-}
-
-- (BOOL)becomeFirstResponder {
-  const BOOL becomes = [super becomeFirstResponder];
-  [focusRing setShown:becomes];
-  return becomes;
-}
-
-- (BOOL)resignFirstResponder {
-  const BOOL resigns = [super resignFirstResponder];
-  [focusRing setShown:!resigns];
-  return resigns;
-}
-
 - (void)mouseDown:(NSEvent *)event {
   [self setHighlighted:YES];
 }
@@ -151,14 +129,6 @@ const Style *StyleOfType(int type) {
   [self setHighlighted:NO];
   if (!enabled) return;
   RunGuarded([self] { [[self target] performSelector:[self action] withObject:self]; });
-}
-
-// A click by the keyboard.
-- (void)performClick:(id)sender {
-  [self setHighlighted:YES];
-  [self display];
-  if (enabled) [super performClick:sender];
-  [self setHighlighted:NO];
 }
 
 @end

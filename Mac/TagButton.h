@@ -1,21 +1,18 @@
 // One tag's chip.
 #pragma once
 
-#import <Cocoa/Cocoa.h>
+#import "PictureButton.h"
 
-@class FocusRing;
 @class RoundedView;
 
 /// Shows a tag's text with a delete mark. A click anywhere on it sends its action. It sizes itself to its text, with a
 /// text of 260 points at most. A chip that slides under the pointer between the two clicks of a double click does not
 /// take the second one. Main thread.
-@interface TagButton : NSButton {
+@interface TagButton : PictureButton {
   NSString *titleString;
   RoundedView *backgroundView;
   NSTextField *titleLabel;
   NSImageView *deleteImageView;
-  FocusRing *focusRing;  // owned as a subview
-  BOOL highlighted;
   BOOL clickedBefore;
 }
 
@@ -24,9 +21,6 @@
 @property(nonatomic, retain) RoundedView *backgroundView;
 @property(nonatomic, retain) NSTextField *titleLabel;
 @property(nonatomic, retain) NSImageView *deleteImageView;
-
-/// The pressed state.
-@property(nonatomic, assign, getter=isHighlighted) BOOL highlighted;
 
 - (void)initializeView;
 - (void)setTitleString:(NSString *)string;

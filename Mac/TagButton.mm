@@ -1,6 +1,5 @@
 #import "TagButton.h"
 
-#import "FocusRing.h"
 #import "PlainLabel.h"
 #import "RoundedView.h"
 #include "ExceptionGuard.h"
@@ -59,7 +58,7 @@ static const CGFloat kRightMargin = 6;
   [deleteImageView setImage:[NSImage imageNamed:@"NSStopProgressFreestandingTemplate"]];
   [self addSubview:deleteImageView];
 
-  focusRing = [FocusRing ringInControl:self];
+  [self addFocusRing];
 }
 
 - (void)setTitleString:(NSString *)string {
@@ -87,30 +86,9 @@ static const CGFloat kRightMargin = 6;
       setFrameOrigin:NSMakePoint(size.width - kRightMargin - kDeleteImageSize, NSMinY([deleteImageView frame]))];
 }
 
-- (BOOL)isHighlighted {
-  return highlighted;
-}
-
 - (void)setHighlighted:(BOOL)flag {
-  highlighted = flag;
+  [super setHighlighted:flag];
   [backgroundView setType:flag ? RoundedViewTypeButtonGraySmallHighlighted : RoundedViewTypeButtonGraySmall];
-}
-
-// Clicks on the label and the delete mark are clicks on the chip.
-- (NSView *)hitTest:(NSPoint)point {
-  return [super hitTest:point] ? self : nil;
-}
-
-- (BOOL)becomeFirstResponder {
-  const BOOL becomes = [super becomeFirstResponder];
-  [focusRing setShown:becomes];
-  return becomes;
-}
-
-- (BOOL)resignFirstResponder {
-  const BOOL resigns = [super resignFirstResponder];
-  [focusRing setShown:!resigns];
-  return resigns;
 }
 
 // Whether the press belongs to a double click whose first click removed another chip: the user did not aim at this one.
@@ -128,14 +106,6 @@ static const CGFloat kRightMargin = 6;
   if ([self isSecondClickOfAnother:event]) return;
   [self setHighlighted:NO];
   RunGuarded([self] { [[self target] performSelector:[self action] withObject:self]; });
-}
-
-// A click by the keyboard.
-- (void)performClick:(id)sender {
-  [self setHighlighted:YES];
-  [self display];
-  [super performClick:sender];
-  [self setHighlighted:NO];
 }
 
 @end

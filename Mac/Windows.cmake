@@ -19,6 +19,7 @@ set(ORVANE_WINDOW_SOURCES
   OrvaneUI.mm
   OrvaneUIController.mm
   OrvaneUploadWindowController.mm
+  PictureButton.mm
   PlainLabel.mm
   PluginBundle.mm
   RoundedButton.mm

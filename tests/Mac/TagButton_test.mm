@@ -52,30 +52,6 @@ TEST(TagButton, CutsATextAt260Points) {
   EXPECT_EQ([[[chip titleLabel] cell] lineBreakMode], NSLineBreakByTruncatingTail);
 }
 
-TEST(TagButton, ShowsThePressAndSendsItsActionOnRelease) {
-  id counter = window_test::ActionCounter();
-  TagButton *chip = ChipWithTitle(@"tag");
-  [chip setTarget:counter];
-  [chip setAction:window_test::CountedAction()];
-  EXPECT_EQ([[chip backgroundView] type], 10);
-  [chip mouseDown:nil];
-  EXPECT_EQ([[chip backgroundView] type], 11);
-  EXPECT_EQ(window_test::ActionCount(counter), 0);
-  [chip mouseUp:nil];
-  EXPECT_EQ([[chip backgroundView] type], 10);
-  EXPECT_EQ(window_test::ActionCount(counter), 1);
-}
-
-// A click on the label or the delete mark reaches the chip.
-TEST(TagButton, TakesTheClicksOnWhatItHolds) {
-  TagButton *chip = ChipWithTitle(@"tag");
-  NSView *parent = [[[NSView alloc] initWithFrame:NSMakeRect(0, 0, 400, 100)] autorelease];
-  [parent addSubview:chip];
-  EXPECT_EQ([parent hitTest:NSMakePoint(7 + 15, 9 + 13)], chip);
-  EXPECT_EQ([parent hitTest:NSMakePoint(NSMaxX([chip frame]) - 12, 9 + 13)], chip);
-  EXPECT_EQ([parent hitTest:NSMakePoint(NSMaxX([chip frame]) + 1, 9 + 13)], parent);
-}
-
 // The release counts wherever the pointer is; the second mouse button does nothing.
 TEST(TagButton, StaysPressedWhileTheMouseButtonIsHeld) {
   id counter = window_test::ActionCounter();

@@ -17,6 +17,7 @@ foreach(name IN ITEMS
     OrderedDictionary_test
     OrvaneUIController_test
     OrvaneUploadWindowController_test
+    PictureButton_test
     RoundedButton_test
     RoundedView_test
     TagButton_test
