@@ -4,7 +4,7 @@
 
 #include <string>
 
-#import "NewFolder.h"
+#include "TemporaryFolder.h"
 
 using window_test::ComparePictures;
 using window_test::ReadPicture;
@@ -38,8 +38,8 @@ NSBitmapImageRep *Control(int left, int edge = (kWindow + kControl) / 2, int win
 }
 
 NSString *Folder() {
-  static NSString *folder = [[window_test::NewFolder() stringByAppendingPathComponent:@"differences"] retain];
-  return folder;
+  static const TemporaryFolder folder;
+  return [NSString stringWithUTF8String:(folder / "differences").c_str()];
 }
 
 NSBitmapImageRep *Written(NSString *name) {

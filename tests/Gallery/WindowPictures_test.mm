@@ -1,5 +1,6 @@
-// The plug-in's windows and alerts against their pictures in docs/, once with everyday texts and once with texts that
-// are as long and as foreign as texts get. With $ORVANE_PICTURES set the pictures are written there instead.
+// The plug-in's controls, windows and alerts against their pictures in docs/, the windows once with everyday texts and
+// once with texts that are as long and as foreign as texts get. With $ORVANE_PICTURES set the pictures are written
+// there instead.
 #import <Cocoa/Cocoa.h>
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <string>
 
 #import "Controls.h"
+#import "ControlsWindow.h"
 #import "KcKeychain/KcKeychainQuery.h"
 #import "OHostIcon.h"
 #import "OrvaneUIController.h"
@@ -109,14 +111,16 @@ class WindowPictures : public testing::Test {
 
   // Does what opens an alert, and compares the alert's picture.
   static void ExpectAlert(const std::function<void()> &act, NSString *name) {
-    RunWithScript(act, [name](Script &actions) {
-      actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-      actions.OnMain([name] {
-        ExpectPicture(AlertPanel(), name);
-        DismissAlert();
-      });
-      actions.WaitFor("the end of the alert", [] { return AlertPanel() == nil; });
+    RunWithScript(act, [name](Script &actions) { ExpectAlertWhenItComes(actions, name); });
+  }
+
+  static void ExpectAlertWhenItComes(Script &actions, NSString *name) {
+    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+    actions.OnMain([name] {
+      ExpectPicture(AlertPanel(), name);
+      DismissAlert();
     });
+    actions.WaitFor("the end of the alert", [] { return AlertPanel() == nil; });
   }
 
   static void FillLogin(OrvaneUIController *login, NSString *subdomain, NSString *username, NSString *password) {
@@ -147,6 +151,12 @@ TEST_F(WindowPictures, KeychainAlert) {
     ExpectAlert([login] { [login loginBtn:nil]; }, @"alert-keychain");
   }
   setenv("DBUS_SESSION_BUS_ADDRESS", bus.c_str(), 1);
+}
+
+TEST_F(WindowPictures, Gallery) {
+  NSWindow *window = [MakeControlsWindow() autorelease];
+  ExpectPicture(window, @"gallery");
+  [window orderOut:nil];
 }
 
 TEST_F(WindowPictures, Login) {
@@ -196,11 +206,7 @@ TEST_F(WindowPictures, SavedLoginAlert) {
     OrvaneUI ui;
     RunWithScript([&ui] { ui.Launch(); },
                   [](Script &actions) {
-                    actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-                    actions.OnMain([] {
-                      ExpectPicture(AlertPanel(), @"alert-saved-login");
-                      DismissAlert();
-                    });
+                    ExpectAlertWhenItComes(actions, @"alert-saved-login");
                     actions.WaitFor("the login window", [] { return IsModal(WindowTitled(@"Orvane: Log In")); });
                     actions.OnMain([] { [WindowTitled(@"Orvane: Log In") performClose:nil]; });
                   });
@@ -237,8 +243,7 @@ TEST_F(WindowPictures, UploadWithLongTexts) {
         setString:
             @"这是第二个版本,请检查字幕。\nهذه هي النسخة الثانية.\n🎬🎞️ Bitte "
             @"bis "
-            @"Freitag ansehen.\n4\n5\n6"
-            @"\n7\n8\n9"];
+            @"Freitag ansehen.\n4\n5\n6\n7\n8\n9"];
     AddTags(upload, @[
       @"a tag of more than three hundred points, which is cut at two hundred and sixty", @"剪辑", @"مونتاج", @"🎬",
       @"Nachtaufnahme", @"Szene 12", @"Szene 13", @"Farbkorrektur", @"ohne Ton", @"Rohschnitt", @"25 fps"
@@ -278,13 +283,7 @@ TEST_F(WindowPictures, UploadRefusedAlert) {
             [status showWindow];
             SpinUntil([] { return !ExportLifetime::UploadIsRunning(); });
           },
-          [i, &names](Script &actions) {
-            actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-            actions.OnMain([i, &names] {
-              ExpectPicture(AlertPanel(), names[i]);
-              DismissAlert();
-            });
-          });
+          [i, &names](Script &actions) { ExpectAlertWhenItComes(actions, names[i]); });
       [[status uploadStatusWindow] orderOut:nil];
       [status release];
     }

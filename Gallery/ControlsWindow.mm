@@ -1,4 +1,4 @@
-#import "ControlsScene.h"
+#import "ControlsWindow.h"
 
 #import "PlainLabel.h"
 #import "PluginBundle.h"
@@ -118,7 +118,7 @@ class Sheet {
 
   // Returns the top of what comes below the heading.
   CGFloat AddHeading(NSString *text, CGFloat left, CGFloat top) const {
-    AddText(text, [NSFont boldSystemFontOfSize:15], left, top + kHeadingHeight / 2, kLeftWidth);
+    AddText(text, [NSFont boldSystemFontOfSize:15], left, top + kHeadingHeight / 2, kRightWidth);
     return top + kHeadingHeight + kRowGap;
   }
 
