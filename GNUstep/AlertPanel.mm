@@ -28,17 +28,6 @@ constexpr CGFloat kButtonGap = 12;
 constexpr CGFloat kBezelRoom = 6;  // within a push button's frame, at the left and right of what is drawn
 constexpr CGFloat kScreenMargin = 40;
 
-}  // namespace
-
-// Holds message and informative text. Of texts that are higher than the screen it shows a part, and scrolls.
-@interface OrvAlertTexts : NSScrollView
-@end
-
-@implementation OrvAlertTexts
-@end
-
-namespace {
-
 NSTextField *Field(id panel, NSString *key) {
   NSTextField *field = [panel valueForKey:key];
   return [[field stringValue] length] > 0 ? field : nil;
@@ -101,8 +90,9 @@ void PlaceButtons(const std::vector<NSButton *> &buttons, CGFloat right) {
   }
 }
 
-// Puts the texts, which are `width` wide, into a scroll view that is at most `highest` high.
-OrvAlertTexts *MakeTexts(NSTextField *message, NSTextField *informative, CGFloat width, CGFloat highest) {
+// Puts the texts, which are `width` wide, into a scroll view that is at most `highest` high. When they are higher it
+// shows a part of them, and scrolls.
+NSScrollView *MakeTexts(NSTextField *message, NSTextField *informative, CGFloat width, CGFloat highest) {
   const CGFloat message_height = HeightAtWidth(message, width);
   const CGFloat informative_height = HeightAtWidth(informative, width);
   const CGFloat gap = message && informative ? kTextGap : 0;
@@ -116,7 +106,7 @@ OrvAlertTexts *MakeTexts(NSTextField *message, NSTextField *informative, CGFloat
   const bool scrolls = height > highest;
   const CGFloat scroller = scrolls ? [NSScroller scrollerWidth] : 0;
   const NSRect frame = NSMakeRect(0, 0, width + scroller, scrolls ? highest : height);
-  OrvAlertTexts *texts = [[[OrvAlertTexts alloc] initWithFrame:frame] autorelease];
+  NSScrollView *texts = [[[NSScrollView alloc] initWithFrame:frame] autorelease];
   [texts setBorderType:NSNoBorder];
   [texts setDrawsBackground:NO];
   [texts setHasVerticalScroller:scrolls];
@@ -129,10 +119,7 @@ OrvAlertTexts *MakeTexts(NSTextField *message, NSTextField *informative, CGFloat
 // Takes away what an earlier layout or GNUstep's own has put there: the former texts and the line between the texts.
 void RemoveOldViews(NSView *content) {
   for (NSView *view in [[[content subviews] copy] autorelease]) {
-    if ([view isKindOfClass:[OrvAlertTexts class]] || [view isKindOfClass:[NSBox class]] ||
-        [view isKindOfClass:[NSScrollView class]]) {
-      [view removeFromSuperview];
-    }
+    if ([view isKindOfClass:[NSBox class]] || [view isKindOfClass:[NSScrollView class]]) [view removeFromSuperview];
   }
 }
 
@@ -162,7 +149,7 @@ void LayOutPanel(id panel, SEL) {
   const CGFloat screen = NSHeight([[NSScreen mainScreen] visibleFrame]) - 2 * kScreenMargin;
 
   NSView *content = [panel contentView];
-  OrvAlertTexts *texts = MakeTexts(message, informative, text_width, screen - below - kMargin);
+  NSScrollView *texts = MakeTexts(message, informative, text_width, screen - below - kMargin);
   RemoveOldViews(content);
   const NSSize text_size = [texts frame].size;
   const CGFloat text_room = std::max(text_size.height, kIconSize);
