@@ -1,4 +1,4 @@
-// Unicode characters in a text of UTF-16 code units.
+// Unicode characters in the UTF-16 code units of a text.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -16,6 +16,13 @@ inline UTF32Char CharacterAt(NSString *text, NSUInteger index, NSUInteger *lengt
   if ((second & 0xfc00) != 0xdc00) return first;
   *length = 2;
   return kFirstSupplementaryCharacter + ((first & 0x3ffu) << 10) + (second & 0x3ffu);
+}
+
+/// Returns a string of these characters.
+inline NSString *StringOfCharacters(const UTF32Char *characters, NSUInteger count) {
+  const NSStringEncoding encoding =
+      NSHostByteOrder() == NS_LittleEndian ? NSUTF32LittleEndianStringEncoding : NSUTF32BigEndianStringEncoding;
+  return [[[NSString alloc] initWithBytes:characters length:count * sizeof *characters encoding:encoding] autorelease];
 }
 
 /// Whether the character only says how others are drawn: joiners, direction marks and variation selectors.

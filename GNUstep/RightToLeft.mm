@@ -84,11 +84,6 @@ bool Reorder(Characters &characters) {
   return true;
 }
 
-NSString *StringOf(FriBidiChar character) {
-  return [[[NSString alloc] initWithBytes:&character length:sizeof character
-                                 encoding:NSUTF32LittleEndianStringEncoding] autorelease];
-}
-
 NSAttributedString *VisualParagraph(NSAttributedString *text, NSRange paragraph) {
   Characters characters = CharactersOf([text string], paragraph);
   if (!Reorder(characters)) return [text attributedSubstringFromRange:paragraph];
@@ -96,8 +91,9 @@ NSAttributedString *VisualParagraph(NSAttributedString *text, NSRange paragraph)
   for (size_t i = 0; i < characters.values.size(); ++i) {
     if (characters.values[i] == FRIBIDI_CHAR_FILL || IsInvisible(characters.values[i])) continue;
     NSDictionary *attributes = [text attributesAtIndex:characters.places[i] effectiveRange:NULL];
-    NSAttributedString *letter = [[[NSAttributedString alloc] initWithString:StringOf(characters.values[i])
-                                                                  attributes:attributes] autorelease];
+    NSAttributedString *letter =
+        [[[NSAttributedString alloc] initWithString:StringOfCharacters(&characters.values[i], 1)
+                                         attributes:attributes] autorelease];
     [visual appendAttributedString:letter];
   }
   return visual;

@@ -6,7 +6,7 @@
 #include <cairo.h>
 
 #include <algorithm>
-#include <string>
+#include <iterator>
 #include <vector>
 
 #include "Characters.h"
@@ -29,25 +29,6 @@ DrawGlyphs original_draw_glyphs;
 
 bool IsSupplementary(NSGlyph glyph) {
   return glyph >= kFirstSupplementaryCharacter && glyph < NSControlGlyph;
-}
-
-void AppendUtf8(NSGlyph character, std::string &text) {
-  const auto trailing = [&](int shift) { text += static_cast<char>(0x80 | (character >> shift & 0x3f)); };
-  if (character < 0x80) {
-    text += static_cast<char>(character);
-  } else if (character < 0x800) {
-    text += static_cast<char>(0xc0 | character >> 6);
-    trailing(0);
-  } else if (character < kFirstSupplementaryCharacter) {
-    text += static_cast<char>(0xe0 | character >> 12);
-    trailing(6);
-    trailing(0);
-  } else {
-    text += static_cast<char>(0xf0 | character >> 18);
-    trailing(12);
-    trailing(6);
-    trailing(0);
-  }
 }
 
 // The glyph of the character at the index; `glyph`, which GNUstep has found, when that is right.
@@ -80,11 +61,9 @@ cairo_scaled_font_t *ScaledFont(id font_info) {
 
 // The glyph's measures by cairo, in points, y downwards.
 cairo_text_extents_t Measure(id font_info, NSGlyph glyph) {
-  std::string text;
-  AppendUtf8(glyph, text);
   cairo_text_extents_t extents = {};
   if (cairo_scaled_font_t *font = ScaledFont(font_info)) {
-    cairo_scaled_font_text_extents(font, text.c_str(), &extents);
+    cairo_scaled_font_text_extents(font, [StringOfCharacters(&glyph, 1) UTF8String], &extents);
   }
   return extents;
 }
@@ -111,12 +90,11 @@ void DrawWholeGlyphs(id font_info, SEL selector, const NSGlyph *glyphs, int leng
   }
   cairo_scaled_font_t *font = ScaledFont(font_info);
   if (!font) return;
-  std::string text;
-  for (int i = 0; i < length; ++i) {
-    if (glyphs[i] != NSControlGlyph && glyphs[i] != NSNullGlyph) AppendUtf8(glyphs[i], text);
-  }
+  std::vector<UTF32Char> characters;
+  std::copy_if(glyphs, glyphs + length, std::back_inserter(characters),
+               [](NSGlyph glyph) { return glyph != NSControlGlyph && glyph != NSNullGlyph; });
   cairo_set_scaled_font(cairo, font);
-  cairo_show_text(cairo, text.c_str());
+  cairo_show_text(cairo, [StringOfCharacters(characters.data(), characters.size()) UTF8String]);
 }
 
 }  // namespace
