@@ -12,23 +12,18 @@ const CGFloat kSeparatorHeight = 9;
 
 // Draws the title in one line at half the height of its place. What is too long loses its middle: names often differ at
 // their ends.
-void DrawTitle(NSString *title, NSDictionary *attributes, NSRect place, BOOL centred) {
-  NSString *shown = title;
-  NSSize size = [shown sizeWithAttributes:attributes];
-  for (NSUInteger length = [title length]; size.width > NSWidth(place) && length > 1;) {
-    // By the share that is too long, which needs few steps even for a long title, and by whole characters.
-    length = MIN(length - 1, static_cast<NSUInteger>(length * NSWidth(place) / size.width) + 1);
-    const NSUInteger from = [title rangeOfComposedCharacterSequenceAtIndex:length - length / 2].location;
-    const NSUInteger last = [title length] - MAX(length / 2, 1u);
-    const NSUInteger to = [title rangeOfComposedCharacterSequenceAtIndex:last].location;
-    shown = [NSString stringWithFormat:@"%@…%@", [title substringToIndex:from], [title substringFromIndex:to]];
-    size = [shown sizeWithAttributes:attributes];
-  }
-  const CGFloat x = centred ? NSMidX(place) - size.width / 2 : NSMinX(place);
+void DrawTitle(NSString *title, NSFont *font, NSColor *color, NSRect place, BOOL centred) {
+  NSMutableParagraphStyle *style = [[[NSMutableParagraphStyle alloc] init] autorelease];
+  [style setLineBreakMode:NSLineBreakByTruncatingMiddle];
+  NSDictionary *attributes =
+      @{NSFontAttributeName : font, NSForegroundColorAttributeName : color, NSParagraphStyleAttributeName : style};
+  NSAttributedString *text = [[[NSAttributedString alloc] initWithString:title attributes:attributes] autorelease];
+  const NSSize size = [text size];
+  const CGFloat x = floor(centred ? NSMidX(place) - size.width / 2 : NSMinX(place));
   const CGFloat y = NSMidY(place) - size.height / 2;
   // Half points go downwards, as they do beside a label.
   const BOOL flipped = [[NSView focusView] isFlipped];
-  [shown drawAtPoint:NSMakePoint(floor(x), flipped ? ceil(y) : floor(y)) withAttributes:attributes];
+  [text drawInRect:NSMakeRect(x, flipped ? ceil(y) : floor(y), NSMaxX(place) - x, size.height)];
 }
 
 }  // namespace
@@ -114,8 +109,7 @@ void DrawTitle(NSString *title, NSDictionary *attributes, NSRect place, BOOL cen
   if (state == GSThemeSelectedState || state == GSThemeHighlightedState) color = [NSColor selectedMenuItemTextColor];
   if (state == GSThemeDisabledState) color = [NSColor disabledControlTextColor];
   const NSRect place = [cell titleRectForBounds:frame];
-  NSDictionary *attributes = @{NSFontAttributeName : [cell font], NSForegroundColorAttributeName : color};
-  DrawTitle([[cell menuItem] title], attributes, horizontal ? frame : place, horizontal);
+  DrawTitle([[cell menuItem] title], [cell font], color, horizontal ? frame : place, horizontal);
 }
 
 - (void)drawSeparatorItemForMenuItemCell:(NSMenuItemCell *)cell
