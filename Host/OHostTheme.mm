@@ -185,13 +185,13 @@ static BOOL HasTextFocus(NSView *view) {
     return;
   }
   const BOOL focused = HasTextFocus(view);
-  OHostDrawRounded(frame, 4, OHostWhite, focused ? OHostBlue : OHostBorder);
-  if (focused) OHostDrawFocusRing(frame, 4);
+  OHostDrawRounded(frame, OHostCornerRadius, OHostWhite, focused ? OHostBlue : OHostBorder);
+  if (focused) OHostDrawFocusRing(frame, OHostCornerRadius);
 }
 
 - (void)drawBorderForImageFrameStyle:(NSImageFrameStyle)style frame:(NSRect)frame view:(NSView *)view {
   (void)view;
-  if (style != NSImageFrameNone) OHostDrawRounded(frame, 4, OHostWhite, OHostBorder);
+  if (style != NSImageFrameNone) OHostDrawRounded(frame, OHostCornerRadius, OHostWhite, OHostBorder);
 }
 
 - (NSSize)sizeForImageFrameStyle:(NSImageFrameStyle)style {
