@@ -1,11 +1,9 @@
 // The program as its users run it, on a display. The test program itself is started with one.
 #include <gtest/gtest.h>
-#include <signal.h>
 
-#include <chrono>
 #include <cstdlib>
 
-#include "ChildProcess.h"
+#include "RunningProgram.h"
 #include "TemporaryFolder.h"
 
 namespace orvane_host {
@@ -86,43 +84,15 @@ TEST_F(OrvaneHost, WrongOptionsAreToldAndEndIt) {
   EXPECT_TRUE(Contains(help.output, "--connect-port N"));
 }
 
-// The program while it runs. Everything it waits for must come within 40 seconds.
-class RunningHost {
+class RunningHost : public RunningProgram {
  public:
-  explicit RunningHost(std::vector<std::string> options) : process_(Command(options)) {}
-
-  // Runs check between reading the output until it holds; fails when the program ends before.
-  template <class Check>
-  void Until(const char* what, Check check) {
-    while (!check()) {
-      ASSERT_LT(std::chrono::steady_clock::now(), deadline_) << what << "\n" << output << errors;
-      ASSERT_TRUE(process_.Read(50, output, errors)) << "ended before: " << what << "\n" << output << errors;
-    }
-  }
-
-  // The exit status.
-  int End() {
-    while (process_.Read(50, output, errors)) {
-      if (std::chrono::steady_clock::now() < deadline_) continue;
-      ADD_FAILURE() << "it does not end\n" << output << errors;
-      process_.Signal(SIGKILL);
-    }
-    return process_.Wait();
-  }
-
-  void Terminate() { process_.Signal(SIGTERM); }
-
-  std::string output;
-  std::string errors;
+  explicit RunningHost(std::vector<std::string> options) : RunningProgram(Command(options)) {}
 
  private:
   static std::vector<std::string> Command(std::vector<std::string> options) {
     options.insert(options.begin(), {ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE});
     return options;
   }
-
-  ChildProcess process_;
-  std::chrono::steady_clock::time_point deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(40);
 };
 
 // The number of the window with that title, or an empty string.
@@ -148,7 +118,7 @@ void ChooseExport(const std::string& window) {
 TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
   RunningHost host({"--seconds", "3600", "--export"});
   ASSERT_NO_FATAL_FAILURE(host.Until("a partial file", [this] { return folder_.Count() == 1; }));
-  host.Terminate();
+  host.Signal(SIGTERM);
   EXPECT_EQ(host.End(), 4) << host.errors;
   EXPECT_TRUE(Contains(host.output, "orvane-host: export answered 2\norvane-host: done\n")) << host.output;
   EXPECT_EQ(folder_.Count(), 0U);
@@ -163,7 +133,7 @@ TEST_F(OrvaneHost, MenuExportsCancelStopsAndClosingEnds) {
   }));
   ASSERT_NO_FATAL_FAILURE(host.Until("a partial file", [this] { return folder_.Count() == 1; }));
   RunChild({"xdotool", "key", "Escape"});
-  ASSERT_NO_FATAL_FAILURE(host.Until("the answer", [&] { return Contains(host.output, "export answered 2\n"); }));
+  ASSERT_NO_FATAL_FAILURE(host.UntilItSays("export answered 2\n"));
   EXPECT_EQ(folder_.Count(), 0U);
   EXPECT_EQ(FindWindow("Rendering"), "");
   RunChild({"wmctrl", "-c", "Orvane Host"});
