@@ -31,17 +31,6 @@ void ShowAlert(NSString *message, NSString *informative, const std::function<voi
       });
 }
 
-NSTextField *FieldWithText(NSView *view, NSString *text) {
-  if ([view isKindOfClass:[NSTextField class]] && [[static_cast<NSTextField *>(view) stringValue] isEqual:text]) {
-    return static_cast<NSTextField *>(view);
-  }
-  for (NSView *subview in [view subviews]) {
-    NSTextField *field = FieldWithText(subview, text);
-    if (field) return field;
-  }
-  return nil;
-}
-
 NSRect FrameInWindow(NSView *view) {
   return [view convertRect:[view bounds] toView:nil];
 }
@@ -63,8 +52,8 @@ TEST(AlertPanel, TextsOfAnyLengthFitBelowEachOther) {
     for (NSString *text : texts) {
       NSString *informative = [text stringByAppendingString:@"!"];
       ShowAlert(text, informative, [&](NSWindow *panel) {
-        NSTextField *message = FieldWithText([panel contentView], text);
-        NSTextField *below = FieldWithText([panel contentView], informative);
+        NSTextField *message = window_test::FieldWithText(panel, text);
+        NSTextField *below = window_test::FieldWithText(panel, informative);
         ASSERT_TRUE(message && below) << [text UTF8String];
         EXPECT_TRUE(ShowsAllItsText(message)) << [text UTF8String];
         EXPECT_TRUE(ShowsAllItsText(below)) << [text UTF8String];
@@ -85,13 +74,13 @@ TEST(AlertPanel, OfTextsHigherThanTheScreenItShowsAPartThatScrolls) {
     NSString *text = Repeated(@"one line of many\n", 200);
     ShowAlert(@"Long", text, [&](NSWindow *panel) {
       EXPECT_LE(NSHeight([panel frame]), NSHeight([[NSScreen mainScreen] frame]));
-      NSTextField *field = FieldWithText([panel contentView], text);
+      NSTextField *field = window_test::FieldWithText(panel, text);
       ASSERT_TRUE(field);
       EXPECT_TRUE(ShowsAllItsText(field));
       NSScrollView *scroll = [field enclosingScrollView];
       ASSERT_TRUE(scroll);
       EXPECT_LT(NSHeight([[scroll contentView] bounds]), NSHeight([field frame]));
-      NSTextField *title = FieldWithText([panel contentView], @"Long");
+      NSTextField *title = window_test::FieldWithText(panel, @"Long");
       EXPECT_TRUE(NSContainsRect([[panel contentView] bounds], FrameInWindow(title))) << "the beginning is shown";
     });
   }

@@ -3,6 +3,12 @@
 
 #import <Cocoa/Cocoa.h>
 
+/// The text in a font of 16 points, autoreleased.
+inline NSAttributedString *TextInFont(NSString *text, NSString *font) {
+  NSDictionary *attributes = @{NSFontAttributeName : [NSFont fontWithName:font size:16]};
+  return [[[NSAttributedString alloc] initWithString:text attributes:attributes] autorelease];
+}
+
 /// The text in black on white, drawn into the rectangle of a picture of that size, autoreleased. Main thread.
 inline NSBitmapImageRep *DrawnText(NSAttributedString *text, NSSize size, NSRect rectangle) {
   const NSRect all = NSMakeRect(0, 0, size.width, size.height);

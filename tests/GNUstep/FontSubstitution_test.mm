@@ -13,15 +13,12 @@ namespace {
 const NSInteger kWidth = 120;
 const NSInteger kHeight = 40;
 
-NSAttributedString *InWindowFont(NSString *text) {
-  NSDictionary *attributes = @{NSFontAttributeName : [NSFont fontWithName:@"LiberationSans" size:16]};
-  return [[[NSAttributedString alloc] initWithString:text attributes:attributes] autorelease];
-}
+NSString *const kFont = @"LiberationSans";
 
 // Which points are dark where the text is drawn in black on white.
 std::vector<bool> InkOf(NSString *text) {
   NSBitmapImageRep *bitmap =
-      DrawnText(InWindowFont(text), NSMakeSize(kWidth, kHeight), NSMakeRect(10, 0, kWidth - 10, kHeight - 10));
+      DrawnText(TextInFont(text, kFont), NSMakeSize(kWidth, kHeight), NSMakeRect(10, 0, kWidth - 10, kHeight - 10));
   std::vector<bool> ink;
   for (NSInteger y = 0; y < kHeight; ++y) {
     for (NSInteger x = 0; x < kWidth; ++x) ink.push_back(Darkness(bitmap, x, y) > 127);
@@ -41,7 +38,7 @@ int WidthOfInk(const std::vector<bool> &ink) {
 }
 
 CGFloat WidthOf(NSString *text) {
-  return [InWindowFont(text) size].width;
+  return [TextInFont(text, kFont) size].width;
 }
 
 }  // namespace

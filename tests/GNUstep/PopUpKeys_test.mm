@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #import "BareWindow.h"
+#import "Controls.h"
 #import "PopUpMenu.h"
 
 // Notes what a pop-up button chose, and whether its menu was still there then.
@@ -53,18 +54,7 @@ class PopUpKeys : public testing::Test {
   }
 
   void Press(NSString *key, int times = 1) {
-    for (int i = 0; i < times; ++i) {
-      [NSApp sendEvent:[NSEvent keyEventWithType:NSKeyDown
-                                              location:NSZeroPoint
-                                         modifierFlags:0
-                                             timestamp:0
-                                          windowNumber:[window_ windowNumber]
-                                               context:nil
-                                            characters:key
-                           charactersIgnoringModifiers:key
-                                             isARepeat:NO
-                                               keyCode:0]];
-    }
+    for (int i = 0; i < times; ++i) window_test::PressKey(window_, key);
   }
 
   bool IsOpen() { return [PopUpMenuWindow(button_) isVisible]; }

@@ -11,15 +11,12 @@ namespace {
 const NSInteger kWidth = 160;
 const NSInteger kHeight = 80;
 
-NSAttributedString *InWindowFont(NSString *text) {
-  NSDictionary *attributes = @{NSFontAttributeName : [NSFont fontWithName:@"DejaVuSans" size:16]};
-  return [[[NSAttributedString alloc] initWithString:text attributes:attributes] autorelease];
-}
+NSString *const kFont = @"DejaVuSans";
 
 // The columns' darkness, of what is drawn into a rectangle that wide.
 std::vector<int> Columns(NSString *text, CGFloat width = kWidth) {
   NSBitmapImageRep *bitmap =
-      DrawnText(InWindowFont(text), NSMakeSize(kWidth, kHeight), NSMakeRect(0, 0, width, kHeight));
+      DrawnText(TextInFont(text, kFont), NSMakeSize(kWidth, kHeight), NSMakeRect(0, 0, width, kHeight));
   std::vector<int> columns(kWidth);
   for (NSInteger y = 0; y < kHeight; ++y) {
     for (NSInteger x = 0; x < kWidth; ++x) columns[x] += Darkness(bitmap, x, y);
@@ -28,7 +25,7 @@ std::vector<int> Columns(NSString *text, CGFloat width = kWidth) {
 }
 
 CGFloat WidthOf(NSString *text) {
-  return [InWindowFont(text) size].width;
+  return [TextInFont(text, kFont) size].width;
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#import "NewFolder.h"
+#include "TemporaryFolder.h"
 
 namespace {
 
@@ -31,7 +31,8 @@ double Coverage(NSImage *image) {
 
 // Makes a bundle known that holds the platform folder's images, and nothing else.
 void UseBundleOfImages() {
-  NSString *path = [window_test::NewFolder() stringByAppendingPathComponent:@"Images.bundle"];
+  static const TemporaryFolder folder;
+  NSString *path = [NSString stringWithUTF8String:(folder / "Images.bundle").c_str()];
   NSFileManager *files = [NSFileManager defaultManager];
   ASSERT_TRUE([files createDirectoryAtPath:path withIntermediateDirectories:YES attributes:nil error:NULL]);
   ASSERT_TRUE([files copyItemAtPath:@ORVANE_PLATFORM_IMAGES

@@ -53,20 +53,6 @@ TEST(TextTruncation, EndsWhatDoesNotFitWithAnEllipsis) {
   ExpectDrawnAs(Beginning(text), text, NSLineBreakByTruncatingTail);
 }
 
-TEST(TextTruncation, KeepsBothEndsWhenTheMiddleGoes) {
-  NSString *text = @"Rohschnitt der zweiten Folge, 2";
-  NSUInteger kept = [text length];
-  NSString *shortened = nil;
-  do {
-    --kept;
-    const NSUInteger tail = kept / 2;
-    shortened = [NSString
-        stringWithFormat:@"%@…%@", [text substringToIndex:kept - tail], [text substringFromIndex:[text length] - tail]];
-  } while (!Fits(shortened));
-  ASSERT_TRUE([shortened hasSuffix:@"Folge, 2"]) << [shortened UTF8String];
-  ExpectDrawnAs(shortened, text, NSLineBreakByTruncatingMiddle);
-}
-
 TEST(TextTruncation, LeavesWhatFits) {
   ExpectDrawnAs(@"Folge 2", @"Folge 2", NSLineBreakByTruncatingTail);
   ExpectDrawnAs(@"", @"", NSLineBreakByTruncatingTail);

@@ -3,54 +3,33 @@
 
 #include <gtest/gtest.h>
 
+#import "BareWindow.h"
 #import "OHostTheme.h"
 
 namespace {
 
-// A window on the screen, with what is added to it.
 class OHostThemeTest : public testing::Test {
  protected:
-  void SetUp() override {
-    _window = [[NSPanel alloc] initWithContentRect:NSMakeRect(100, 100, 320, 200)
-                                         styleMask:NSTitledWindowMask
-                                           backing:NSBackingStoreBuffered
-                                             defer:NO];
-    [_window setReleasedWhenClosed:NO];
-    [_window makeKeyAndOrderFront:nil];
-  }
-  void TearDown() override {
-    [_window close];
-    [_window release];
-  }
-
   // What the window shows in this frame, in the content's coordinates.
-  NSBitmapImageRep *Picture(NSRect frame) {
-    NSView *content = [_window contentView];
-    [content setNeedsDisplay:YES];
-    [_window display];
-    [content lockFocus];
+  NSBitmapImageRep *Shown(NSRect frame) {
+    [content_ lockFocus];
     NSBitmapImageRep *picture = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:frame] autorelease];
-    [content unlockFocus];
+    [content_ unlockFocus];
     return picture;
   }
 
-  NSColor *ColorAt(NSBitmapImageRep *picture, NSInteger x, NSInteger y) {
-    return [[picture colorAtX:x y:y] colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
+  // The same after everything was drawn again.
+  NSBitmapImageRep *Drawn(NSRect frame) {
+    [bare_.Window() display];
+    return Shown(frame);
   }
 
   bool LookDifferent(NSBitmapImageRep *one, NSBitmapImageRep *other) {
     return ![[one TIFFRepresentation] isEqualToData:[other TIFFRepresentation]];
   }
 
-  NSButton *AddButton(NSRect frame, NSString *title) {
-    NSButton *button = [[[NSButton alloc] initWithFrame:frame] autorelease];
-    [button setBezelStyle:NSRoundedBezelStyle];
-    [button setTitle:title];
-    [[_window contentView] addSubview:button];
-    return button;
-  }
-
-  NSPanel *_window = nil;
+  window_test::BareWindow bare_{NSMakeSize(320, 200), [NSColor redColor]};
+  NSView *content_ = [bare_.Window() contentView];
 };
 
 }  // namespace
@@ -79,72 +58,40 @@ TEST_F(OHostThemeTest, EveryKindOfControlShowsThatItHasTheFocus) {
     [pop_up addItemWithTitle:@"One"];
     NSTextField *field = [[[NSTextField alloc] initWithFrame:frame] autorelease];
     for (NSView *control in @[ push, check, pop_up, field, scroll ]) {
-      [[_window contentView] addSubview:control];
-      NSBitmapImageRep *without = Picture([control frame]);
+      [content_ addSubview:control];
       // Beside the text, so that no caret is what makes the difference; the bezel of a button begins within its frame.
       NSRect edge = [control frame];
       edge.size.width = [control isKindOfClass:[NSButton class]] ? 8 : 3;
-      NSBitmapImageRep *edge_without = Picture(edge);
-      ASSERT_TRUE([_window makeFirstResponder:control == scroll ? text : control]);
-      EXPECT_TRUE(LookDifferent(without, Picture([control frame]))) << [[control description] UTF8String];
-      EXPECT_TRUE(LookDifferent(edge_without, Picture(edge))) << [[control description] UTF8String];
-      [_window makeFirstResponder:nil];
-      EXPECT_FALSE(LookDifferent(without, Picture([control frame]))) << [[control description] UTF8String];
+      NSBitmapImageRep *without = Drawn(edge);
+      ASSERT_TRUE([bare_.Window() makeFirstResponder:control == scroll ? text : control]);
+      EXPECT_TRUE(LookDifferent(without, Drawn(edge))) << [[control description] UTF8String];
+      [bare_.Window() makeFirstResponder:nil];
+      EXPECT_FALSE(LookDifferent(without, Drawn(edge))) << [[control description] UTF8String];
       [control removeFromSuperview];
     }
   }
 }
 
-TEST_F(OHostThemeTest, OnlyTheDefaultButtonIsBlue) {
-  @autoreleasepool {
-    NSButton *plain = AddButton(NSMakeRect(10, 10, 100, 24), @"");
-    NSButton *standard = AddButton(NSMakeRect(120, 10, 100, 24), @"");
-    [standard setKeyEquivalent:@"\r"];
-    EXPECT_GT([ColorAt(Picture([plain frame]), 50, 12) redComponent], 0.9);
-    EXPECT_LT([ColorAt(Picture([standard frame]), 50, 12) redComponent], 0.3);
-    [standard setEnabled:NO];
-    EXPECT_GT([ColorAt(Picture([standard frame]), 50, 12) redComponent], 0.8);
-  }
-}
-
 TEST_F(OHostThemeTest, CornersOfFieldsShowWhatIsBehindThem) {
   @autoreleasepool {
-    [_window setBackgroundColor:[NSColor redColor]];
     NSTextField *field = [[[NSTextField alloc] initWithFrame:NSMakeRect(10, 10, 100, 24)] autorelease];
-    [[_window contentView] addSubview:field];
-    NSBitmapImageRep *once = Picture([field frame]);
-    EXPECT_GT([ColorAt(once, 0, 0) redComponent], 0.9);
-    EXPECT_LT([ColorAt(once, 0, 0) greenComponent], 0.5);
+    [content_ addSubview:field];
+    NSBitmapImageRep *once = Drawn([field frame]);
+    EXPECT_GT([[once colorAtX:0 y:0] redComponent], 0.9);
+    EXPECT_LT([[once colorAtX:0 y:0] greenComponent], 0.5);
     // Drawn again and again without what is behind it, the soft edges of its corners would get darker.
     for (int i = 0; i < 10; ++i) {
       [field setNeedsDisplay:YES];
-      [_window displayIfNeeded];
+      [bare_.Window() displayIfNeeded];
     }
-    [[_window contentView] lockFocus];
-    NSBitmapImageRep *often = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[field frame]] autorelease];
-    [[_window contentView] unlockFocus];
-    EXPECT_FALSE(LookDifferent(once, often));
-  }
-}
-
-TEST_F(OHostThemeTest, ALongTitleEndsBeforeThePopUpButtonsChevrons) {
-  @autoreleasepool {
-    const NSRect frame = NSMakeRect(10, 10, 160, 26);
-    NSPopUpButton *button = [[[NSPopUpButton alloc] initWithFrame:frame pullsDown:NO] autorelease];
-    [button addItemWithTitle:@"short"];
-    [[_window contentView] addSubview:button];
-    const NSRect chevrons = NSMakeRect(NSMaxX(frame) - 22, NSMinY(frame), 22, NSHeight(frame));
-    NSBitmapImageRep *with_short_title = Picture(chevrons);
-    [button addItemWithTitle:@"a title that is far longer than its button and would run on over its edge"];
-    [button selectItemAtIndex:1];
-    EXPECT_FALSE(LookDifferent(with_short_title, Picture(chevrons)));
+    EXPECT_FALSE(LookDifferent(once, Shown([field frame])));
   }
 }
 
 TEST_F(OHostThemeTest, ScrollersHaveAKnobOnlyForTextThatIsOutOfSight) {
   @autoreleasepool {
     NSScroller *scroller = [[[NSScroller alloc] initWithFrame:NSMakeRect(10, 10, 12, 100)] autorelease];
-    [[_window contentView] addSubview:scroller];
+    [content_ addSubview:scroller];
     [scroller setEnabled:YES];
     [scroller setKnobProportion:0.5];
     [scroller setDoubleValue:1];

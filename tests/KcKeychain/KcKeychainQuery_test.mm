@@ -52,18 +52,6 @@ class KcKeychainQueryTest : public testing::Test {
   NSAutoreleasePool *pool_ = nil;
 };
 
-// Sets the version of Foundation for one scope.
-class FoundationVersion {
- public:
-  explicit FoundationVersion(double version) : before_(NSFoundationVersionNumber) {
-    NSFoundationVersionNumber = version;
-  }
-  ~FoundationVersion() { NSFoundationVersionNumber = before_; }
-
- private:
-  double before_;
-};
-
 }  // namespace
 
 TEST_F(KcKeychainQueryTest, KeepsAnySecret) {
@@ -222,14 +210,16 @@ TEST_F(KcKeychainQueryTest, LocalAndSynchronisedItemsStandSideBySide) {
 TEST_F(KcKeychainQueryTest, OlderSystemsKnowNoSynchronisation) {
   KcKeychainQuery *query = Query(@"editor", KcKeychainSynchronizationModeYes);
   EXPECT_TRUE([[[query query] objectForKey:(id)kSecAttrSynchronizable] boolValue]);
+  const double version_of_this_system = NSFoundationVersionNumber;
   for (double version : {945.0, 945.18, 945.99}) {
-    FoundationVersion older(version);
+    NSFoundationVersionNumber = version;
     EXPECT_FALSE([KcKeychainQuery isSynchronizationAvailable]) << version;
     EXPECT_EQ([[query query] objectForKey:(id)kSecAttrSynchronizable], nil) << version;
     EXPECT_EQ(Save(query, @"secret"), 0);
     EXPECT_TRUE([query fetch:NULL]);
     EXPECT_EQ([[query fetchAll:NULL] count], 1u);
   }
-  FoundationVersion newer(946);
+  NSFoundationVersionNumber = 946;
   EXPECT_TRUE([KcKeychainQuery isSynchronizationAvailable]);
+  NSFoundationVersionNumber = version_of_this_system;
 }

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <optional>
 #include <string>
 
 #import "Controls.h"
@@ -20,31 +19,13 @@ namespace {
 NSString *const kTitle = @"Orvane: Log In";
 int cleanups = 0;
 
-// Points the process to a session bus that is not there. The connection is made at the first use of the keyring.
-class MissingBus {
- public:
-  MissingBus() {
-    if (const char *before = getenv(kVariable)) before_ = before;
-    setenv(kVariable, "unix:path=/nonexistent/bus", 1);
-  }
-  ~MissingBus() {
-    if (before_) {
-      setenv(kVariable, before_->c_str(), 1);
-    } else {
-      unsetenv(kVariable);
-    }
-  }
-
- private:
-  static constexpr const char *kVariable = "DBUS_SESSION_BUS_ADDRESS";
-  std::optional<std::string> before_;
-};
-
 // The login window on a system that has no keyring.
 class LoginWindow : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
+    // The connection is made at the first use of the keyring.
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
     g_step = "start";
     g_sd = "";
     g_pCleanupFunc = [] { ++cleanups; };
@@ -71,7 +52,6 @@ class LoginWindow : public testing::Test {
                   });
   }
 
-  const MissingBus bus_;
   ScriptedApi api_;
   OrvaneProjectsAPI client_;
   OrvaneUIController *controller_ = nil;

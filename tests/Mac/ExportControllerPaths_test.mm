@@ -38,9 +38,6 @@ struct PathBuffer {
 class TemporaryItems {
  public:
   explicit TemporaryItems(size_t length) {
-    const char *before = getenv("TMPDIR");
-    had_before_ = before != nullptr;
-    before_ = before ? before : "";
     root_ = std::filesystem::path("/tmp") / ("orvane_paths_" + std::to_string(getpid()));
     path_ = root_.string();
     while (path_.size() < length) {
@@ -56,20 +53,15 @@ class TemporaryItems {
 
   ~TemporaryItems() {
     std::filesystem::remove_all(root_);
-    if (had_before_) {
-      setenv("TMPDIR", before_.c_str(), 1);
-    } else {
-      unsetenv("TMPDIR");
-    }
+    setenv("TMPDIR", before_.c_str(), 1);
   }
 
   const std::string &Path() const { return path_; }
 
  private:
+  const std::filesystem::path before_ = std::filesystem::temp_directory_path();
   std::filesystem::path root_;
   std::string path_;
-  std::string before_;
-  bool had_before_;
 };
 
 }  // namespace

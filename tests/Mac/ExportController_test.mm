@@ -11,7 +11,7 @@
 #import "Controls.h"
 #include "LocalTrust.h"
 #include "PluginRun.h"
-#include "ScriptedServer.h"
+#include "ScriptedApi.h"
 
 using namespace window_test;
 
@@ -208,23 +208,15 @@ TEST_F(ExportController, ACaptivePortalEndsTheExportAndSparesTheSavedLogin) {
 
 TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
   std::atomic<bool> answer_upload(false);
-  orvane_test::ScriptedServer slow;
-  slow.Route("/api/prjacc/prjacc", [](const orvane_test::Request &request) {
-    return orvane_test::TextResponse(request.method == "GET"
-                                         ? R"({"root":{"status":"success","apiver":"3","auth_key":"k"}})"
-                                         : R"({"root":{"status":"success","payload":{"token":"t"}}})");
-  });
-  slow.Route("/api/prjacc/get_project_list",
-             orvane_test::TextResponse(R"({"root":{"payload":[{"id":"1","project_name":"東京ドキュメンタリー"}]}})"));
-  slow.Route("/api/prjacc/get_folders/1",
-             orvane_test::TextResponse(R"({"root":{"payload":[{"id":"2","name":"      最終版 🎬","sub_folders":0}]}})"));
-  slow.Route("/api/prjacc/upload_file/1", [&answer_upload](const orvane_test::Request &) {
+  ScriptedApi slow;
+  slow.Answer(ScriptedApi::kProjects, ScriptedApi::Success(R"([{"id":"1","project_name":"東京ドキュメンタリー"}])"));
+  slow.Answer(std::string(ScriptedApi::kFolders) + "1",
+              ScriptedApi::Success(R"([{"id":"2","name":"      最終版 🎬","sub_folders":0}])"));
+  slow.Server().Route(std::string(ScriptedApi::kUpload) + "1", [&answer_upload](const orvane_test::Request &) {
     while (!answer_upload) std::this_thread::yield();
-    return orvane_test::TextResponse(R"({"root":{"status":"success","payload":{"link":"https://x.test/"}}})");
+    return orvane_test::TextResponse(ScriptedApi::Success(R"({"link":"https://x.test/"})"));
   });
-  orvane_host::SetTrustedAuthority(orvane_test::ScriptedServer::AuthorityFile());
-  orvane_host::SetConnectPort(slow.port());
-  SaveLogin();
+  SaveLogin("secret");
   csSDK_int32 second = 0;
   EXPECT_EQ(Export([this, &second, &answer_upload](Script &actions) {
               ChooseAndUpload(actions);

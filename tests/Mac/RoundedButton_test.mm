@@ -21,6 +21,14 @@ RoundedButton *Button(int type) {
   return button;
 }
 
+// One that tells the counter when it was pressed.
+RoundedButton *CountedButton(int type, id counter) {
+  RoundedButton *button = Button(type);
+  [button setTarget:counter];
+  [button setAction:window_test::CountedAction()];
+  return button;
+}
+
 // What the button shows in a window of its own.
 NSBitmapImageRep *Shown(RoundedButton *button) {
   window_test::BareWindow window([button frame].size);
@@ -83,9 +91,7 @@ TEST(RoundedButton, EachStyleHasItsBackgroundsAndFont) {
 
 TEST(RoundedButton, ADisabledOneShowsThePressButSendsNothing) {
   id counter = window_test::ActionCounter();
-  RoundedButton *button = Button(1);
-  [button setTarget:counter];
-  [button setAction:window_test::CountedAction()];
+  RoundedButton *button = CountedButton(1, counter);
   [button setEnabled:NO];
   [button mouseDown:nil];
   EXPECT_EQ([[button backgroundView] type], 5);
@@ -132,9 +138,7 @@ TEST(RoundedButton, DrawsItsTitleInTheMiddle) {
 // The release counts wherever the pointer is; the second mouse button does nothing.
 TEST(RoundedButton, StaysPressedWhileTheMouseButtonIsHeld) {
   id counter = window_test::ActionCounter();
-  RoundedButton *button = Button(2);
-  [button setTarget:counter];
-  [button setAction:window_test::CountedAction()];
+  RoundedButton *button = CountedButton(2, counter);
   EXPECT_EQ(window_test::StatesUnderTheMouse(button, [button] { return [[button backgroundView] type]; }),
             "8 8 9 9 9 8");
   EXPECT_EQ(window_test::ActionCount(counter), 1);
@@ -142,9 +146,7 @@ TEST(RoundedButton, StaysPressedWhileTheMouseButtonIsHeld) {
 
 TEST(RoundedButton, TheKeyboardPressesItUnlessItIsDisabled) {
   id counter = window_test::ActionCounter();
-  RoundedButton *button = Button(0);
-  [button setTarget:counter];
-  [button setAction:window_test::CountedAction()];
+  RoundedButton *button = CountedButton(0, counter);
   [button performClick:nil];
   EXPECT_EQ(window_test::ActionCount(counter), 1);
   [button setEnabled:NO];

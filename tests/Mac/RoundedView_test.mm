@@ -228,13 +228,7 @@ TEST_F(RoundedViewPixels, OfTheSlicesGoOnFromOneToTheNext) {
 }
 
 TEST_F(RoundedViewPixels, AreNoneForOtherTypes) {
-  NSBitmapImageRep *nothing = window_test::EmptyPicture(40 + 2 * kMargin, 32 + 2 * kMargin);
-  for (NSInteger y = 0; y < [nothing pixelsHigh]; ++y) {
-    for (NSInteger x = 0; x < [nothing pixelsWide]; ++x) {
-      NSUInteger window[3] = {255, 0, 255};
-      [nothing setPixel:window atX:x y:y];
-    }
-  }
+  NSBitmapImageRep *nothing = Shown([[[NSView alloc] initWithFrame:NSMakeRect(0, 0, 40, 32)] autorelease]);
   for (int type : {-1, kTypes}) {
     EXPECT_EQ(window_test::ComparePictures(Shown(BackgroundView(type, 40, 32, false)), nothing,
                                            window_test::DifferencesFolder(), @"background-none"),

@@ -145,16 +145,6 @@ TEST_F(TagsViewTest, TellsItsDelegateOfRows) {
   EXPECT_EQ(Tags(), "p|q");
 }
 
-TEST_F(TagsViewTest, AClickOnAChipDeletesItsTag) {
-  Add(@"one");
-  Add(@"two");
-  TagButton *chip = [[Chip(0) retain] autorelease];
-  [chip mouseDown:nil];
-  EXPECT_TRUE([chip isHighlighted]);
-  [chip mouseUp:nil];
-  EXPECT_EQ(Tags(), "two");
-}
-
 // A double click begins on one chip; the next one slides under the pointer before the second click.
 TEST_F(TagsViewTest, ADoubleClickDeletesOneTag) {
   for (NSString *tag in @[ @"one", @"two", @"six" ]) Add(tag);

@@ -37,11 +37,11 @@ TEST_F(ReviewPagesTest, SendsTheFileInParts) {
     std::string body;
     std::string content_range;
   };
-  const std::vector<Case> cases = {
-      {"bytes=2-4", 206, "234", "bytes 2-4/10"},         {"bytes=7-", 206, "789", "bytes 7-9/10"},
-      {"bytes=-2", 206, "89", "bytes 8-9/10"},           {"bytes=8-500", 206, "89", "bytes 8-9/10"},
-      {"bytes=-500", 206, "0123456789", "bytes 0-9/10"}, {"bytes=10-", 416, "", "bytes */10"},
-      {"bytes=0-1,4-5", 200, "0123456789", ""}};
+  const std::vector<Case> cases = {{"bytes=2-4", 206, "234", "bytes 2-4/10"},
+                                   {"bytes=8-500", 206, "89", "bytes 8-9/10"},
+                                   {"bytes=-500", 206, "0123456789", "bytes 0-9/10"},
+                                   {"bytes=10-", 416, "", "bytes */10"},
+                                   {"bytes=0-1,4-5", 200, "0123456789", ""}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.range);
     const Reply reply = client_.Get(file, {"Range: " + c.range});

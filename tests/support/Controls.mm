@@ -12,13 +12,12 @@ void CollectTexts(NSView *view, std::string *texts) {
   for (NSView *subview in [view subviews]) CollectTexts(subview, texts);
 }
 
-NSButton *FindButton(NSView *view, NSString *title) {
-  if ([view isKindOfClass:[NSButton class]] && [[static_cast<NSButton *>(view) title] isEqualToString:title]) {
-    return static_cast<NSButton *>(view);
-  }
+// The first of that class whose title or text, by the selector, is this one.
+id FindControl(NSView *view, Class kind, SEL text, NSString *wanted) {
+  if ([view isKindOfClass:kind] && [[view performSelector:text] isEqual:wanted]) return view;
   for (NSView *subview in [view subviews]) {
-    NSButton *button = FindButton(subview, title);
-    if (button) return button;
+    id control = FindControl(subview, kind, text, wanted);
+    if (control) return control;
   }
   return nil;
 }
@@ -50,7 +49,11 @@ bool IsModal(NSWindow *window) {
 }
 
 NSButton *ButtonTitled(NSWindow *window, NSString *title) {
-  return FindButton([window contentView], title);
+  return FindControl([window contentView], [NSButton class], @selector(title), title);
+}
+
+NSTextField *FieldWithText(NSWindow *window, NSString *text) {
+  return FindControl([window contentView], [NSTextField class], @selector(stringValue), text);
 }
 
 void Press(NSButton *button) {
@@ -58,16 +61,16 @@ void Press(NSButton *button) {
 }
 
 void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers) {
-  [window sendEvent:[NSEvent keyEventWithType:NSKeyDown
-                                           location:NSZeroPoint
-                                      modifierFlags:modifiers
-                                          timestamp:0
-                                       windowNumber:[window windowNumber]
-                                            context:nil
-                                         characters:character
-                        charactersIgnoringModifiers:character
-                                          isARepeat:NO
-                                            keyCode:0]];
+  [NSApp sendEvent:[NSEvent keyEventWithType:NSKeyDown
+                                          location:NSZeroPoint
+                                     modifierFlags:modifiers
+                                         timestamp:0
+                                      windowNumber:[window windowNumber]
+                                           context:nil
+                                        characters:character
+                       charactersIgnoringModifiers:character
+                                         isARepeat:NO
+                                           keyCode:0]];
 }
 
 void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clickCount) {
