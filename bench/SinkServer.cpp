@@ -13,8 +13,8 @@
 #include <thread>
 #include <vector>
 
-#include "Service.h"
 #include "FolderTree.h"
+#include "Service.h"
 
 namespace bench {
 

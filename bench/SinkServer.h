@@ -15,9 +15,8 @@ namespace bench {
 /// numbers of "connections", "requests" and "bodyBytes" so far, which leave such questions out.
 class SinkServer {
  public:
-  /// Listens on a free port and writes the certificate of its authority, as PEM, to that new file; the keys go beside
-  /// it. Throws
-  /// std::runtime_error.
+  /// Listens on a free port and writes the certificate of its authority, as PEM, to that new file, the keys beside it.
+  /// Throws std::runtime_error.
   explicit SinkServer(const std::string& authorityFile);
   ~SinkServer();
   SinkServer(const SinkServer&) = delete;
