@@ -43,18 +43,6 @@ TEST(Security, ASecondItemOfTheSameNameIsADuplicate) {
   }
 }
 
-TEST(Security, ALocalItemMayJoinASynchronisedOne) {
-  @autoreleasepool {
-    NSMutableDictionary *synchronised = Item(@"joined");
-    [synchronised setObject:@(YES) forKey:(id)kSecAttrSynchronizable];
-    EXPECT_EQ(Add(synchronised, @"1"), errSecSuccess);
-    NSMutableDictionary *any = Item(@"joined");
-    [any setObject:(id)kSecAttrSynchronizableAny forKey:(id)kSecAttrSynchronizable];
-    EXPECT_EQ(Add(any, @"2"), errSecSuccess);
-    EXPECT_EQ(Add(any, @"3"), errSecDuplicateItem);
-  }
-}
-
 TEST(Security, AReferenceDeletesItsItemOnce) {
   @autoreleasepool {
     NSMutableDictionary *item = Item(@"deleted");

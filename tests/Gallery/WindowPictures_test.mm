@@ -239,11 +239,14 @@ TEST_F(WindowPictures, UploadWithLongTexts) {
     EXPECT_EQ(g_fld, "21");
     [[upload inputTitle]
         setStringValue:@"電影《水與光》第二版 – الماء والضوء – 🎬 Wasser und Licht, zweite Fassung mit neuer Musik"];
-    [[upload fileDescription]
-        setString:
-            @"这是第二个版本,请检查字幕。\nهذه هي النسخة الثانية.\n🎬🎞️ Bitte "
-            @"bis "
-            @"Freitag ansehen.\n4\n5\n6\n7\n8\n9"];
+    // Typed, which makes the text view grow.
+    for (NSString *line in @[
+           @"这是第二个版本,请检查字幕。", @"هذه هي النسخة الثانية.", @"🎬🎞️ Bitte bis Freitag ansehen.", @"4",
+           @"5", @"6", @"7", @"8", @"9"
+         ]) {
+      [[upload fileDescription] insertText:[line stringByAppendingString:@"\n"]];
+    }
+    [[upload fileDescription] scrollRangeToVisible:NSMakeRange(0, 0)];
     AddTags(upload, @[
       @"a tag of more than three hundred points, which is cut at two hundred and sixty", @"剪辑", @"مونتاج", @"🎬",
       @"Nachtaufnahme", @"Szene 12", @"Szene 13", @"Farbkorrektur", @"ohne Ton", @"Rohschnitt", @"25 fps"

@@ -87,22 +87,3 @@ TEST_F(OHostThemeTest, CornersOfFieldsShowWhatIsBehindThem) {
     EXPECT_FALSE(LookDifferent(once, Shown([field frame])));
   }
 }
-
-TEST_F(OHostThemeTest, ScrollersHaveAKnobOnlyForTextThatIsOutOfSight) {
-  @autoreleasepool {
-    NSScroller *scroller = [[[NSScroller alloc] initWithFrame:NSMakeRect(10, 10, 12, 100)] autorelease];
-    [content_ addSubview:scroller];
-    [scroller setEnabled:YES];
-    [scroller setKnobProportion:0.5];
-    [scroller setDoubleValue:1];
-    const NSRect knob = [scroller rectForPart:NSScrollerKnob];
-    EXPECT_EQ(NSMaxY(knob), 100) << "at the end the knob reaches the scroller's end";
-    EXPECT_EQ(NSHeight(knob), 50);
-    EXPECT_TRUE(NSIsEmptyRect([scroller rectForPart:NSScrollerIncrementLine]));
-    EXPECT_TRUE(NSIsEmptyRect([scroller rectForPart:NSScrollerDecrementLine]));
-    [scroller setKnobProportion:0.99];
-    EXPECT_TRUE(NSIsEmptyRect([scroller rectForPart:NSScrollerKnob]));
-    [scroller setKnobProportion:0.001];
-    EXPECT_GE(NSHeight([scroller rectForPart:NSScrollerKnob]), 20) << "of a very long text the knob can be caught";
-  }
-}
