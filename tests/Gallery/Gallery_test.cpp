@@ -25,6 +25,5 @@ TEST(Gallery, EndsWellWhenItsWindowIsClosed) {
 
 TEST(Gallery, RefusesWhatItCannotDo) {
   EXPECT_EQ(RunShell("\"$gallery\" something"), 2);
-  EXPECT_EQ(RunShell("\"$gallery\" --scene"), 2);
   EXPECT_EQ(RunShell("unset DISPLAY; \"$gallery\""), 2);
 }

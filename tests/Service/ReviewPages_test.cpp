@@ -34,8 +34,7 @@ TEST_F(ReviewPagesTest, SendsTheFileInParts) {
   struct Case {
     std::string range;
     long status;
-    std::string body;
-    std::string content_range;
+    std::string body, content_range;
   };
   const std::vector<Case> cases = {{"bytes=2-4", 206, "234", "bytes 2-4/10"},
                                    {"bytes=8-500", 206, "89", "bytes 8-9/10"},
