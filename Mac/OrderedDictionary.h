@@ -18,7 +18,7 @@
 /// The index of the key, or NSNotFound.
 - (NSUInteger)indexOfKey:(id)key;
 
-/// An index past the end raises NSRangeException.
+/// Here and below, an index past the end raises NSRangeException, and nothing has changed then.
 - (id)keyAtIndex:(NSUInteger)index;
 - (id)objectAtIndex:(NSUInteger)index;
 - (id)objectAtIndexedSubscript:(NSUInteger)index;
@@ -37,7 +37,8 @@
 + (id)dictionaryWithCapacity:(NSUInteger)capacity;
 - (id)initWithCapacity:(NSUInteger)capacity;
 
-/// Replaces the value of a key that is there, which keeps its position; appends one that is not.
+/// Replaces the value of a key that is there, which keeps its position; appends one that is not. Here and below, a nil
+/// key or object raises NSInvalidArgumentException, and nothing has changed then.
 - (void)setObject:(id)object forKey:(id)key;
 - (void)setObject:(id)object forKeyedSubscript:(id)key;
 
@@ -46,7 +47,7 @@
 
 - (void)addEntriesFromDictionary:(NSDictionary *)other;
 
-/// Moves the key to the index, or adds it there. The index counts without the key.
+/// Moves the key to the index, or adds it there. The index counts without the key; the number of the others appends.
 - (void)insertObject:(id)object forKey:(id)key atIndex:(NSUInteger)index;
 
 - (void)replaceObjectAtIndex:(NSUInteger)index withObject:(id)object;

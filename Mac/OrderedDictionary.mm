@@ -1,5 +1,17 @@
 #import "OrderedDictionary.h"
 
+// The containers below differ between systems in what they raise, and one of the two may have changed before the other
+// raises: everything is looked at first.
+static void RequireIndex(NSUInteger index, NSUInteger limit) {
+  if (index < limit) return;
+  [NSException raise:NSRangeException
+              format:@"index %lu beyond %lu", static_cast<unsigned long>(index), static_cast<unsigned long>(limit)];
+}
+
+static void RequireObject(id object, NSString *what) {
+  if (!object) [NSException raise:NSInvalidArgumentException format:@"the %@ is nil", what];
+}
+
 @implementation OrderedDictionary
 
 + (id)dictionaryWithContentsOfFile:(NSString *)path {
@@ -61,15 +73,17 @@
 }
 
 - (id)keyAtIndex:(NSUInteger)index {
+  RequireIndex(index, [_keys count]);
   return [_keys objectAtIndex:index];
 }
 
 - (id)objectAtIndex:(NSUInteger)index {
+  RequireIndex(index, [_values count]);
   return [_values objectAtIndex:index];
 }
 
 - (id)objectAtIndexedSubscript:(NSUInteger)index {
-  return [_values objectAtIndex:index];
+  return [self objectAtIndex:index];
 }
 
 - (NSArray *)allKeys {
@@ -187,9 +201,10 @@
 }
 
 - (void)setObject:(id)object forKey:(id)key {
+  RequireObject(key, @"key");
+  RequireObject(object, @"object");
   NSUInteger index = [_keys indexOfObject:key];
   if (index == NSNotFound) {
-    // The value first: a nil one must not leave a key without a value.
     [[self mutableValues] addObject:object];
     [[self mutableKeys] addObject:key];
   } else {
@@ -214,25 +229,33 @@
 }
 
 - (void)insertObject:(id)object forKey:(id)key atIndex:(NSUInteger)index {
+  RequireObject(key, @"key");
+  RequireObject(object, @"object");
+  const NSUInteger others = [_keys count] - ([_keys containsObject:key] ? 1 : 0);
+  RequireIndex(index, others + 1);
   [self removeObjectForKey:key];
   [[self mutableValues] insertObject:object atIndex:index];
   [[self mutableKeys] insertObject:key atIndex:index];
 }
 
 - (void)replaceObjectAtIndex:(NSUInteger)index withObject:(id)object {
+  RequireObject(object, @"object");
+  RequireIndex(index, [_values count]);
   [[self mutableValues] replaceObjectAtIndex:index withObject:object];
 }
 
 - (void)setObject:(id)object atIndexedSubscript:(NSUInteger)index {
-  [[self mutableValues] replaceObjectAtIndex:index withObject:object];
+  [self replaceObjectAtIndex:index withObject:object];
 }
 
 - (void)exchangeObjectAtIndex:(NSUInteger)first withObjectAtIndex:(NSUInteger)second {
+  RequireIndex(MAX(first, second), [_keys count]);
   [[self mutableKeys] exchangeObjectAtIndex:first withObjectAtIndex:second];
   [[self mutableValues] exchangeObjectAtIndex:first withObjectAtIndex:second];
 }
 
 - (void)removeObjectAtIndex:(NSUInteger)index {
+  RequireIndex(index, [_keys count]);
   [[self mutableKeys] removeObjectAtIndex:index];
   [[self mutableValues] removeObjectAtIndex:index];
 }

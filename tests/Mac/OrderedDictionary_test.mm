@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 MutableOrderedDictionary *Letters() {
@@ -21,10 +23,10 @@ std::string Text(NSDictionary *dictionary) {
   return text;
 }
 
-// The name of the exception that the block raises, and its reason.
-std::string Raised(void (^block)(void)) {
+// The name of the exception that the body raises, and its reason.
+std::string Raised(const std::function<void()> &body) {
   @try {
-    block();
+    body();
   } @catch (NSException *exception) {
     return std::string([[exception name] UTF8String]) + ": " + [[exception reason] UTF8String];
   }
@@ -101,35 +103,49 @@ TEST(OrderedDictionary, ArchivesKeepClassAndOrder) {
   }
 }
 
-TEST(OrderedDictionary, RefusesDuplicateKeysAndWrongIndexes) {
+TEST(OrderedDictionary, RefusesDuplicateKeys) {
   // An initialiser that raises does not release its object.
   OrderedDictionary *twice = [OrderedDictionary alloc];
-  std::string raised = Raised(^{
-      [twice initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]];
-  });
+  std::string raised = Raised([twice] { [twice initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]]; });
   EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == [_values count]"), std::string::npos)
       << raised;
   [twice release];
   twice = [OrderedDictionary alloc];
-  raised = Raised(^{
-      id objects[] = {@"1", @"2"};
-      id<NSCopying> keys[] = {@"a", @"a"};
-      [twice initWithObjects:objects forKeys:keys count:2];
+  raised = Raised([twice] {
+    id objects[] = {@"1", @"2"};
+    id<NSCopying> keys[] = {@"a", @"a"};
+    [twice initWithObjects:objects forKeys:keys count:2];
   });
   EXPECT_NE(raised.find("Invalid parameter not satisfying: [_keys count] == count"), std::string::npos) << raised;
   [twice release];
-  EXPECT_NE(Raised(^{
-                [Letters() objectAtIndex:3];
-            }),
-            "");
-  EXPECT_NE(Raised(^{
-                [Letters() keyAtIndex:3];
-            }),
-            "");
-  EXPECT_NE(Raised(^{
-                [Letters() setObject:nil forKey:@"n"];
-            }),
-            "");
+}
+
+TEST(OrderedDictionary, RaisesBeforeAnythingChanges) {
+  MutableOrderedDictionary *letters = Letters();
+  const std::function<void()> wrong_indexes[] = {
+      [letters] { [letters objectAtIndex:3]; },
+      [letters] { [letters objectAtIndexedSubscript:3]; },
+      [letters] { [letters keyAtIndex:3]; },
+      [letters] { [letters insertObject:@"1" forKey:@"a" atIndex:3]; },
+      [letters] { [letters insertObject:@"4" forKey:@"d" atIndex:4]; },
+      [letters] { [letters replaceObjectAtIndex:3 withObject:@"x"]; },
+      [letters] { [letters setObject:@"x" atIndexedSubscript:3]; },
+      [letters] { [letters exchangeObjectAtIndex:0 withObjectAtIndex:3]; },
+      [letters] { [letters removeObjectAtIndex:3]; },
+  };
+  const std::function<void()> nils[] = {
+      [letters] { [letters setObject:nil forKey:@"n"]; },
+      [letters] { [letters setObject:@"x" forKey:nil]; },
+      [letters] { [letters setObject:nil forKey:@"a"]; },
+      [letters] { [letters insertObject:nil forKey:@"a" atIndex:0]; },
+      [letters] { [letters insertObject:@"x" forKey:nil atIndex:0]; },
+      [letters] { [letters replaceObjectAtIndex:0 withObject:nil]; },
+  };
+  for (const auto &body : wrong_indexes) EXPECT_EQ(Raised(body).find("NSRangeException: "), 0u);
+  for (const auto &body : nils) EXPECT_EQ(Raised(body).find("NSInvalidArgumentException: "), 0u);
+  EXPECT_EQ(Text(letters), "b=2 a=1 c=3 ");
+  [letters insertObject:@"4" forKey:@"d" atIndex:3];
+  EXPECT_EQ(Text(letters), "b=2 a=1 c=3 d=4 ");
 }
 
 TEST(OrderedDictionary, WalksWithIndexesUntilStopped) {
