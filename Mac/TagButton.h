@@ -6,14 +6,12 @@
 @class RoundedView;
 
 /// Shows a tag's text with a delete mark. A click anywhere on it sends its action. It sizes itself to its text, with a
-/// text of 260 points at most. A chip that slides under the pointer between the two clicks of a double click does not
-/// take the second one. Main thread.
+/// text of 260 points at most. [main-thread]
 @interface TagButton : PictureButton {
   NSString *titleString;
   RoundedView *backgroundView;
   NSTextField *titleLabel;
   NSImageView *deleteImageView;
-  BOOL clickedBefore;
 }
 
 /// The tag's text. Setting it lays out again.

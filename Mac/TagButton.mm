@@ -2,7 +2,6 @@
 
 #import "PlainLabel.h"
 #import "RoundedView.h"
-#include "ExceptionGuard.h"
 
 // Points.
 static const CGFloat kTextInset = 10;
@@ -12,10 +11,6 @@ static const CGFloat kLabelLift = 3;
 static const CGFloat kDeleteImageSize = 12;
 static const CGFloat kDeleteImageGap = 12;
 static const CGFloat kRightMargin = 6;
-
-@interface TagButton ()
-- (BOOL)isSecondClickOfAnother:(NSEvent *)event;
-@end
 
 @implementation TagButton
 
@@ -91,21 +86,13 @@ static const CGFloat kRightMargin = 6;
   [backgroundView setType:flag ? RoundedViewTypeButtonGraySmallHighlighted : RoundedViewTypeButtonGraySmall];
 }
 
-// Whether the press belongs to a double click whose first click removed another chip: the user did not aim at this one.
-- (BOOL)isSecondClickOfAnother:(NSEvent *)event {
-  return [event clickCount] > 1 && !clickedBefore;
-}
-
 - (void)mouseDown:(NSEvent *)event {
-  if ([self isSecondClickOfAnother:event]) return;
-  clickedBefore = YES;
   [self setHighlighted:YES];
 }
 
 - (void)mouseUp:(NSEvent *)event {
-  if ([self isSecondClickOfAnother:event]) return;
   [self setHighlighted:NO];
-  RunGuarded([self] { [[self target] performSelector:[self action] withObject:self]; });
+  [[self target] performSelector:[self action] withObject:self];
 }
 
 @end

@@ -145,22 +145,6 @@ TEST_F(TagsViewTest, TellsItsDelegateOfRows) {
   EXPECT_EQ(Tags(), "p|q");
 }
 
-// A double click begins on one chip; the next one slides under the pointer before the second click.
-TEST_F(TagsViewTest, ADoubleClickDeletesOneTag) {
-  for (NSString *tag in @[ @"one", @"two", @"six" ]) Add(tag);
-  NSWindow *window = ShowInWindow();
-  const NSPoint point = NSMakePoint(NSMidX([Chip(0) frame]), NSMidY([Chip(0) frame]));
-  for (NSInteger click = 1; click <= 2; ++click) {
-    window_test::SendMouse(window, NSLeftMouseDown, point, click);
-    window_test::SendMouse(window, NSLeftMouseUp, point, click);
-  }
-  EXPECT_EQ(Tags(), "two|six");
-  EXPECT_FALSE([Chip(0) isHighlighted]);
-  window_test::SendMouse(window, NSLeftMouseDown, point);
-  window_test::SendMouse(window, NSLeftMouseUp, point);
-  EXPECT_EQ(Tags(), "six");
-}
-
 TEST_F(TagsViewTest, TabGoesThroughTheChipsAndOn) {
   NSButton *after = [[[NSButton alloc] initWithFrame:NSMakeRect(0, 0, 10, 10)] autorelease];
   [after setAccessibilityLabel:@"after"];

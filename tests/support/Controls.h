@@ -32,7 +32,7 @@ void Press(NSButton *button);
 void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers = 0);
 
 /// Sends the window a mouse event at the point, given in the coordinates of its content.
-void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clickCount = 1);
+void SendMouse(NSWindow *window, NSEventType type, NSPoint point);
 
 /// The accessibility labels of what Tab reaches in the window, from the first control on, separated by "|"; a "?" for a
 /// control without one. Ends editing.

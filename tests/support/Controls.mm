@@ -73,7 +73,7 @@ void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers) {
                                            keyCode:0]];
 }
 
-void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clickCount) {
+void SendMouse(NSWindow *window, NSEventType type, NSPoint point) {
   [window sendEvent:[NSEvent mouseEventWithType:type
                                        location:point
                                   modifierFlags:0
@@ -81,7 +81,7 @@ void SendMouse(NSWindow *window, NSEventType type, NSPoint point, NSInteger clic
                                    windowNumber:[window windowNumber]
                                         context:nil
                                     eventNumber:0
-                                     clickCount:clickCount
+                                     clickCount:1
                                        pressure:1]];
 }
 
