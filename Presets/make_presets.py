@@ -1,29 +1,29 @@
 #!/usr/bin/env python3
 """Writes the three encoding presets that are installed beside the plug-in.
 
-Usage: make_presets.py FOLDER
+Usage: make_presets.py HIGH MEDIUM LOW
 
-The host's preset format is a flat list of numbered objects that refer to each other, some three hundred lines for
-each file, in which the three differ by a dozen values. They are told here once, as a tree.
+The arguments are the files to write. The host's preset format is a flat list of numbered objects that refer to each
+other, some three hundred lines for each file, in which the three differ by a dozen values. They are told here once, as
+a tree.
 """
-import os
 import sys
 import xml.etree.ElementTree as ElementTree
 from collections import namedtuple
 
 Preset = namedtuple(
     "Preset",
-    "file name comment preset_id width height profile level target_mbit max_mbit min_mbit audio_kbit")
+    "name comment preset_id width height profile level target_mbit max_mbit min_mbit audio_kbit")
 
 # The numbers of the profiles are the exporter's; levels are ten times the level.
 MAIN_PROFILE, HIGH_PROFILE = 1, 3
 
 PRESETS = [
-    Preset("Orvane.epr", "Orvane High", "1080p for review, for sequences of 1920 pixels and more",
+    Preset("Orvane High", "1080p for review, for sequences of 1920 pixels and more",
            "b9a04ffd-6a30-467f-a74c-d5192f69d600", 1920, 1080, HIGH_PROFILE, 41, 16.0, 20.0, 4.0, 320),
-    Preset("Orvane_medium.epr", "Orvane Medium", "720p for review, for sequences of 1280 pixels and more",
+    Preset("Orvane Medium", "720p for review, for sequences of 1280 pixels and more",
            "ddabdeb1-c967-4e61-938a-f1a123c19aff", 1280, 720, HIGH_PROFILE, 31, 5.0, 8.0, 1.25, 192),
-    Preset("Orvane_low.epr", "Orvane Low", "480p for review, for smaller sequences",
+    Preset("Orvane Low", "480p for review, for smaller sequences",
            "01a29168-8183-4eb7-8342-9b3c98abc89a", 854, 480, MAIN_PROFILE, 31, 1.5, 2.5, 0.375, 128),
 ]
 
@@ -185,11 +185,11 @@ def document(preset):
 
 
 def main():
-    if len(sys.argv) != 2:
-        sys.exit("usage: make_presets.py FOLDER")
-    for preset in PRESETS:
-        document(preset).write(os.path.join(sys.argv[1], preset.file), encoding="UTF-8", xml_declaration=True,
-                               short_empty_elements=True)
+    files = sys.argv[1:]
+    if len(files) != len(PRESETS):
+        sys.exit("usage: make_presets.py HIGH MEDIUM LOW")
+    for preset, file in zip(PRESETS, files):
+        document(preset).write(file, encoding="UTF-8", xml_declaration=True, short_empty_elements=True)
 
 
 if __name__ == "__main__":

@@ -8,7 +8,14 @@ set(ORVANE_BUNDLE_IDENTIFIER "com.orvane.vorrel" CACHE STRING
 set(ORVANE_KEYCHAIN_ERROR_DOMAIN "com.orvane.vorrel.keychain" CACHE STRING
     "Error domain of the credential store")
 
-configure_file("${CMAKE_CURRENT_SOURCE_DIR}/Mac/Deployment.h.in"
+# Fixed: the host looks for plug-ins in this folder. Sources, presets, scripts and stand-in host take it from here.
+set(ORVANE_MEDIACORE_FOLDER "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore")
+set(ORVANE_PLUGIN_FOLDER "${ORVANE_MEDIACORE_FOLDER}/OrvaneVorrel" CACHE INTERNAL "Where bundle and presets go")
+set(ORVANE_HIGH_PRESET Orvane.epr)
+set(ORVANE_MEDIUM_PRESET Orvane_medium.epr)
+set(ORVANE_LOW_PRESET Orvane_low.epr)
+
+configure_file("${PROJECT_SOURCE_DIR}/Mac/Deployment.h.in"
                "${CMAKE_BINARY_DIR}/generated/Deployment.h" @ONLY)
 add_library(orvane_deployment INTERFACE)
 target_include_directories(orvane_deployment INTERFACE "${CMAKE_BINARY_DIR}/generated")
