@@ -10,7 +10,7 @@
 namespace orvane_host {
 
 /// The folder that the application shares with others for its plug-ins.
-constexpr const char* kMediaCoreFolder = "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore";
+constexpr const char* kMediaCoreFolder = ORVANE_MEDIACORE_FOLDER;
 
 /// A plug-in that cannot be used; what() is a sentence that names it.
 class PluginError : public std::runtime_error {

@@ -13,14 +13,12 @@ foreach(xib IN LISTS xibs)
   list(APPEND nibs "${nib}")
 endforeach()
 
-add_library(Orvane MODULE ${images} ${nibs})
-target_link_libraries(Orvane PRIVATE orvane_windows orvane_kckeychain "-framework Cocoa" "-framework CoreServices"
-                      "-framework Security")
+add_library(Orvane MODULE PluginEntry.cpp ${images} ${nibs})
+target_link_libraries(Orvane PRIVATE orvane_workflow orvane_warnings)
 target_link_options(Orvane PRIVATE "LINKER:-exported_symbol,_xExportControllerEntry")
 set_source_files_properties(${images} ${nibs} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
 configure_file(Resources/Info.plist.in "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in" @ONLY)
 set_target_properties(Orvane PROPERTIES BUNDLE ON BUNDLE_EXTENSION bundle LINKER_LANGUAGE OBJCXX
                       MACOSX_BUNDLE_INFO_PLIST "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in")
 
-set(ORVANE_PLUGIN_FOLDER "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel")
 install(TARGETS Orvane DESTINATION "${ORVANE_PLUGIN_FOLDER}")

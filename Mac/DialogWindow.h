@@ -1,9 +1,17 @@
-// A window that a key can close.
+// The plug-in's windows, and running one modally.
 #pragma once
 
 #import <Cocoa/Cocoa.h>
 
 /// Closes on Escape as by its close button: its delegate is asked and told. Without a close button it takes Escape as
-/// any window does. Main thread.
+/// any window does. The class of every window of the plug-in. [main-thread]
 @interface DialogWindow : NSWindow
 @end
+
+/// Shows the window in the middle of the screen, with the keyboard, and runs it modally; takes it off the screen when
+/// the modal loop has ended. Returns the loop's result. [main-thread]
+NSInteger RunModalDialog(NSWindow *window);
+
+/// Ends the innermost modal loop and takes its window off the screen if that is a DialogWindow; a modal window of the
+/// host's goes on. [main-thread]
+void StopModalDialog();

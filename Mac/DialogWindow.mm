@@ -29,3 +29,18 @@ static BOOL IsPlainEscape(NSEvent *event) {
 }
 
 @end
+
+NSInteger RunModalDialog(NSWindow *window) {
+  [window center];
+  [window makeKeyAndOrderFront:nil];
+  const NSInteger response = [NSApp runModalForWindow:window];
+  [window orderOut:nil];
+  return response;
+}
+
+void StopModalDialog() {
+  NSWindow *window = [NSApp modalWindow];
+  if (![window isKindOfClass:[DialogWindow class]]) return;
+  [NSApp stopModal];
+  [window orderOut:nil];
+}

@@ -4,15 +4,14 @@
 #include <functional>
 #include <string>
 
-/// Runs the body. What it throws, C++ or Objective-C, ends the running export as the plug-in's own failure
-/// (FailExport). Returns whether the body came to its end. Any thread; throws nothing.
+/// Runs the body. When it throws, C++ or Objective-C, g_pFailureFunc is told the exception's message; without that hook
+/// the message goes to standard error. Returns whether the body came to its end. [any-thread]
 bool RunGuarded(const std::function<void()>& body) noexcept;
 
-/// Runs the body and catches C++ exceptions alone; an Objective-C exception goes on to the caller. Returns whether the
-/// body came to its end, and if not the exception's message in *message.
-bool CatchCppExceptions(const std::function<void()>& body, std::string* message);
+/// Runs the body and catches both kinds of exceptions. Returns whether it came to its end, and if not the exception's
+/// message in *message. [any-thread]
+bool CatchExceptions(const std::function<void()>& body, std::string* message) noexcept;
 
-/// Ends the running export after a failure of our own: logs the message, stops the modal loop and orders its window
-/// out, calls the clean-up hook if the export is still open, and reports an error event to the host. Any thread: off
-/// the main thread it waits until the main thread has done it.
-void FailExport(const std::string& message) noexcept;
+/// Runs the body and catches C++ exceptions alone; an Objective-C exception goes on to the caller. Otherwise as
+/// CatchExceptions. [any-thread]
+bool CatchCppExceptions(const std::function<void()>& body, std::string* message);

@@ -6,22 +6,17 @@
 #include <ctime>
 #include <initializer_list>
 
-#include "ExceptionGuard.h"
+#include "Deployment.h"
 #include "ExportControllerPaths.h"
 #include "ExportControllerTime.h"
 #include "ExportLifetime.h"
 #include "HostEvents.h"
+#include "HostSuites.h"
 #include "OrvaneUI.h"
 #include "WorkflowState.h"
 
-const PrSDKExportControllerSuite* sExportControllerSuitePtr = nullptr;
-const PrSDKErrorSuite3* sErrorSuitePtr = nullptr;
-const PrSDKSequenceInfoSuite* sSequenceInfoSuitePtr = nullptr;
-const PrSDKTimeSuite* sTimeSuitePtr = nullptr;
-
 namespace {
 
-constexpr csSDK_int32 kUnknownSelector = -100;
 constexpr csSDK_int32 kOwnFailure = -1;
 
 // Units of the host's path buffers, the terminating zero included.
@@ -29,10 +24,9 @@ constexpr size_t kPathUnits = 256;
 
 const wchar_t kDisplayName[] = L"Orvane";
 
-#define ORVANE_PRESET_FOLDER L"/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel/"
-const wchar_t kHighPreset[] = ORVANE_PRESET_FOLDER L"Orvane.epr";
-const wchar_t kMediumPreset[] = ORVANE_PRESET_FOLDER L"Orvane_medium.epr";
-const wchar_t kLowPreset[] = ORVANE_PRESET_FOLDER L"Orvane_low.epr";
+const wchar_t kHighPreset[] = L"" ORVANE_PLUGIN_FOLDER "/" ORVANE_HIGH_PRESET;
+const wchar_t kMediumPreset[] = L"" ORVANE_PLUGIN_FOLDER "/" ORVANE_MEDIUM_PRESET;
+const wchar_t kLowPreset[] = L"" ORVANE_PLUGIN_FOLDER "/" ORVANE_LOW_PRESET;
 
 // One suite: the name and version that the host knows it by, and the global that holds it.
 struct SuiteSlot {
@@ -136,28 +130,7 @@ bool MakeRoomForExport() {
   return true;
 }
 
-csSDK_int32 Dispatch(csSDK_int32 selector, ecStdParms* stdParms, void* param) {
-  switch (selector) {
-    case ecSelStartup:
-      return ecStartup(stdParms, static_cast<ExportControllerInitRec*>(param));
-    case ecSelExportTimeline:
-      return ecExportTimeline(stdParms, static_cast<ExportControllerTimelineInfoRec*>(param));
-    case ecSelShutdown:
-      return ecShutdown(stdParms);
-    default:
-      return kUnknownSelector;
-  }
-}
-
 }  // namespace
-
-PREMPLUGENTRY xExportControllerEntry(csSDK_int32 selector, ecStdParms* stdParms, void* param) {
-  const unsigned failures_before = ExportLifetime::Failures();
-  csSDK_int32 result = kOwnFailure;
-  RunGuarded([&] { result = Dispatch(selector, stdParms, param); });
-  // A window that failed has ended its modal loop, and the handler has returned as if the user had closed it.
-  return ExportLifetime::Failures() == failures_before ? result : kOwnFailure;
-}
 
 csSDK_int32 ecStartup(ecStdParms* stdParms, ExportControllerInitRec* initRec) {
   const std::wstring name = kDisplayName;

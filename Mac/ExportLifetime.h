@@ -4,16 +4,16 @@
 
 namespace ExportLifetime {
 
-/// An export is open from its start until its clean-up. Main thread.
+/// An export is open from its start until its clean-up. [main-thread]
 void Open();
 void Close();
 bool IsOpen();
 
-/// An upload runs from the opening of its window until the service has answered. Main thread.
+/// An upload runs from the opening of its window until the service has answered. [main-thread]
 void SetUploadIsRunning(bool running);
 bool UploadIsRunning();
 
-/// Counts the exports that ended because something was thrown. Main thread.
+/// Counts the exports that ended because something was thrown. [main-thread]
 void CountFailure();
 unsigned Failures();
 

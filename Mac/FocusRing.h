@@ -4,7 +4,7 @@
 #import <Cocoa/Cocoa.h>
 
 /// A white line inside the bounds of the control that holds it, shown while the control has the keyboard. The system's
-/// own ring would lie below the control's images. Takes no clicks. Main thread.
+/// own ring would lie below the control's images. Takes no clicks. [main-thread]
 @interface FocusRing : NSView
 
 /// A hidden ring above everything else in the control, which owns it.

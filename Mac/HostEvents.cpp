@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "ExportController.h"
+#include "HostSuites.h"
 
 namespace {
 

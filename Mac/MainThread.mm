@@ -22,9 +22,18 @@
 
 @end
 
+static NSArray *AllModes() {
+  return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
+}
+
 void RunOnMainThreadAndWait(const std::function<void()> &work) {
   OrvMainThreadWork *call = [[OrvMainThreadWork alloc] initWithWork:&work];
-  NSArray *modes = @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
-  [call performSelectorOnMainThread:@selector(run) withObject:nil waitUntilDone:YES modes:modes];
+  [call performSelectorOnMainThread:@selector(run) withObject:nil waitUntilDone:YES modes:AllModes()];
   [call release];
+}
+
+NSTimer *RepeatOnMainThread(NSTimeInterval interval, id target, SEL message) {
+  NSTimer *timer = [NSTimer timerWithTimeInterval:interval target:target selector:message userInfo:nil repeats:YES];
+  for (NSString *mode in AllModes()) [[NSRunLoop currentRunLoop] addTimer:timer forMode:mode];
+  return timer;
 }

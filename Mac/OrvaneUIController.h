@@ -6,7 +6,7 @@
 #include "OrvaneProjectsAPI.h"
 
 /// Runs the login window modally and tells of a newer release. On a successful login it sets g_sd, g_un, g_pw and
-/// g_step "upload"; when the user closes the window without one it calls the clean-up hook. Main thread.
+/// g_step "upload"; when the user closes the window without one it calls the clean-up hook. [main-thread]
 @interface OrvaneUIController : NSObject {
   NSWindow *orvaneWindow;
   NSButton *loginBtn;

@@ -1,8 +1,8 @@
 #import "OrvaneUIController.h"
 
-#import "AlertSheet.h"
+#import "Alert.h"
 #import "ButtonTitle.h"
-#import "KcKeychain/KcKeychainQuery.h"
+#import "DialogWindow.h"
 #import "NSString+CompareToVersion.h"
 #import "PluginBundle.h"
 #import "SavedLogin.h"
@@ -10,9 +10,6 @@
 #include "ExceptionGuard.h"
 #include "PlatformString.h"
 #include "WorkflowState.h"
-
-// The release that this source is; what the web site offers is compared with it.
-static NSString *const kOwnVersion = @"1.1";
 
 static NSString *const kInstallerAddress =
     @"https://" ORVANE_WEB_HOST @"/downloads/vorrel-premiere/orvane-vorrel-APP.dmg";
@@ -24,7 +21,7 @@ static NSString *const kInstallerAddress =
 - (void)closeUpNotice;
 - (void)logIn;
 - (NSString *)complaintAboutInput;
-- (BOOL)rememberLogin;
+- (BOOL)rememberLogin:(const SavedLogin &)login;
 - (void)showError:(NSString *)text;
 @end
 
@@ -85,7 +82,7 @@ static NSString *const kInstallerAddress =
 
 - (void)announceNewerVersion {
   NSString *newest = FromUtf8(orvane->versionCheck());
-  if (![newest isNewerThanVersion:kOwnVersion]) {
+  if (![newest isNewerThanVersion:@ORVANE_VERSION]) {
     [self closeUpNotice];
     return;
   }
@@ -104,11 +101,7 @@ static NSString *const kInstallerAddress =
 
 - (NSInteger)showWindow {
   if (failed) return NSRunAbortedResponse;
-  [orvaneWindow center];
-  [orvaneWindow makeKeyAndOrderFront:nil];
-  NSInteger response = [NSApp runModalForWindow:orvaneWindow];
-  [orvaneWindow orderOut:nil];
-  return response;
+  return RunModalDialog(orvaneWindow);
 }
 
 - (void)windowWillClose:(NSNotification *)notification {
@@ -128,10 +121,9 @@ static NSString *const kInstallerAddress =
     [self showError:complaint];
     return;
   }
-  const std::string subdomain = ToUtf8([inputSubdomain stringValue]);
-  const std::string username = ToUtf8([inputUsername stringValue]);
-  const std::string password = ToUtf8([inputPassword stringValue]);
-  const std::string result = orvane->login(subdomain, username, password);
+  const SavedLogin login = {ToUtf8([inputSubdomain stringValue]), ToUtf8([inputUsername stringValue]),
+                            ToUtf8([inputPassword stringValue])};
+  const std::string result = orvane->login(login.subdomain, login.username, login.password);
   if (result == "failed") {
     [self showError:@"Could not connect to the Orvane server. Please ensure that you have entered the correct "
                     @"subdomain for your Orvane instance."];
@@ -141,11 +133,8 @@ static NSString *const kInstallerAddress =
     [self showError:@"Invalid username or password."];
     return;
   }
-  if ([rememberMeCheckbox state] == NSControlStateValueOn && ![self rememberLogin]) return;
-  g_sd = subdomain;
-  g_un = username;
-  g_pw = password;
-  g_step = "upload";
+  if ([rememberMeCheckbox state] == NSControlStateValueOn && ![self rememberLogin:login]) return;
+  SetLoggedIn(login.subdomain, login.username, login.password);
   [NSApp stopModal];
 }
 
@@ -158,19 +147,9 @@ static NSString *const kInstallerAddress =
 }
 
 // Saves the login in the keychain. A refusal is shown, and keeps the user in the window.
-- (BOOL)rememberLogin {
-  NSDictionary *login = @{
-    kSavedSubdomainKey : [inputSubdomain stringValue],
-    kSavedUsernameKey : [inputUsername stringValue],
-    kSavedPasswordKey : [inputPassword stringValue]
-  };
+- (BOOL)rememberLogin:(const SavedLogin &)login {
   NSError *error = nil;
-  NSData *json = [NSJSONSerialization dataWithJSONObject:login options:0 error:&error];
-  if (!json) NSLog(@"#orvanevorrel error encoding rememberMe data: %@", error);
-  KcKeychainQuery *query = SavedLoginQuery();
-  [query setPassword:[[[NSString alloc] initWithData:json encoding:NSUTF8StringEncoding] autorelease]];
-  if ([query save:&error]) return YES;
-
+  if (SaveLogin(login, &error)) return YES;
   NSString *reason = [error localizedDescription];
   NSLog(@"#orvanevorrel KEYCHAIN ERROR whle attempting save: %@", reason);
   ShowAlertSheet(orvaneWindow, self, @"A security error occured while attempting to save the \"Remember me\" setting.",

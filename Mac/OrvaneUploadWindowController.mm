@@ -2,9 +2,9 @@
 
 #include <objc/runtime.h>
 
-#import "AlertSheet.h"
+#import "Alert.h"
 #import "ButtonTitle.h"
-#import "KcKeychain/KcKeychainQuery.h"
+#import "DialogWindow.h"
 #import "OrderedDictionary.h"
 #import "PluginBundle.h"
 #import "SavedLogin.h"
@@ -117,11 +117,7 @@ static NSString *const kNoChoice = @"0";
 
 - (NSInteger)showWindow {
   if (failed) return NSRunAbortedResponse;
-  [orvaneUploadWindow center];
-  [orvaneUploadWindow makeKeyAndOrderFront:nil];
-  NSInteger response = [NSApp runModalForWindow:orvaneUploadWindow];
-  [orvaneUploadWindow orderOut:nil];
-  return response;
+  return RunModalDialog(orvaneUploadWindow);
 }
 
 - (void)windowWillClose:(NSNotification *)notification {
@@ -225,7 +221,7 @@ static NSString *const kNoChoice = @"0";
 
 - (void)logOut {
   NSError *error = nil;
-  if (![SavedLoginQuery() deleteItem:&error]) {
+  if (!ForgetSavedLogin(&error)) {
     NSLog(@"#orvanevorrel KEYCHAIN ERROR whle attempting to delete saved credentials: %@", error);
   }
   // The export ends here: a later close of the window must not end it again.

@@ -6,7 +6,7 @@
 @class FocusRing;
 
 /// A button whose subviews are its picture. A click on them is a click on the button; by the keyboard it is pressed as
-/// by the mouse, and a ring above the picture shows the focus. Main thread.
+/// by the mouse, and a ring above the picture shows the focus. [main-thread]
 @interface PictureButton : NSButton {
   FocusRing *focusRing;  // owned as a subview
   BOOL highlighted;

@@ -8,9 +8,9 @@
 NSBundle *PluginBundle();
 
 /// The bundle's image of that file name ("OrvaneIcon1.png"), kept for the life of the process; nil when it is missing.
-/// Main thread.
+/// [main-thread]
 NSImage *PluginImage(NSString *fileName);
 
 /// Loads the bundle's interface file with the owner. Returns the file's top-level objects, autoreleased, which the
-/// owner retains; nil when loading fails.
+/// owner retains; nil when loading fails. [main-thread]
 NSArray *LoadInterfaceFile(NSString *name, id owner);

@@ -14,7 +14,7 @@ enum {
   RoundedButtonTypeGrayBig = 4
 };
 
-/// Main thread.
+/// [main-thread]
 @interface RoundedButton : PictureButton {
   int type;
   NSString *titleString;

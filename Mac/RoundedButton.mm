@@ -3,7 +3,6 @@
 #import "NSTextField+VerticalAlignment.h"
 #import "PlainLabel.h"
 #import "RoundedView.h"
-#include "ExceptionGuard.h"
 
 namespace {
 
@@ -128,7 +127,7 @@ const Style *StyleOfType(int type) {
 - (void)mouseUp:(NSEvent *)event {
   [self setHighlighted:NO];
   if (!enabled) return;
-  RunGuarded([self] { [[self target] performSelector:[self action] withObject:self]; });
+  [[self target] performSelector:[self action] withObject:self];
 }
 
 @end

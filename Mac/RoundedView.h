@@ -27,7 +27,7 @@ enum {
 };
 
 /// Draws the background of that type over the rectangle of the focused view. Types that do not exist draw nothing.
-/// Main thread.
+/// [main-thread]
 void DrawRoundedBackground(int type, NSRect rectangle, BOOL flipped);
 
 /// A view that shows one background. A new view has type 0.

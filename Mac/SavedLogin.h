@@ -1,13 +1,23 @@
-// The keychain item of "Remember me": a JSON object of three strings.
+// The login that "Remember me" keeps in the keychain.
 #pragma once
 
 #import <Foundation/Foundation.h>
 
-@class KcKeychainQuery;
+#include <string>
 
-extern NSString *const kSavedSubdomainKey;
-extern NSString *const kSavedUsernameKey;
-extern NSString *const kSavedPasswordKey;
+/// What a user logs in with, UTF-8.
+struct SavedLogin {
+  std::string subdomain;
+  std::string username;
+  std::string password;
+};
 
-/// An autoreleased query that names the item.
-KcKeychainQuery *SavedLoginQuery();
+/// Reads the saved login. Returns NO with the keychain's error when there is none (errSecItemNotFound) or it cannot be
+/// had. A text that the item lacks, or that is no text there, is empty. [main-thread]
+BOOL ReadSavedLogin(SavedLogin* login, NSError** error);
+
+/// Saves the login in place of the one that is there. [main-thread]
+BOOL SaveLogin(const SavedLogin& login, NSError** error);
+
+/// Deletes the saved login. Without one that is an error. [main-thread]
+BOOL ForgetSavedLogin(NSError** error);

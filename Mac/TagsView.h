@@ -13,8 +13,8 @@
 @end
 
 /// A text field for a new tag and a chip for every tag, in rows below the field. The i-th string of tags is the title
-/// of the i-th chip. The view never changes its own size. In the order of the Tab
-/// key the chips follow the view, which does not take the keyboard itself. Main thread.
+/// of the i-th chip. The view never changes its own size. In the order of the Tab key the chips follow the view, which
+/// does not take the keyboard itself. [main-thread]
 @interface TagsView : NSView {
   id<TagsViewDelegate> _delegate;
   NSTextField *_titleTextField;

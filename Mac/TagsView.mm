@@ -3,7 +3,6 @@
 #import "NSString+TrimmingAdditions.h"
 #import "RoundedView.h"
 #import "TagButton.h"
-#include "ExceptionGuard.h"
 
 // Points. A row holds chips of the chip height; the gap stands between chips and above the first row.
 static const float kRowHeight = 36;
@@ -14,7 +13,6 @@ static const float kGap = 10;
 - (float)firstRowY;
 - (void)placeChipWithTitle:(NSString *)title;
 - (void)moveChipsBy:(float)distance;
-- (void)addTypedTag;
 - (void)chainKeyViews;
 - (NSUInteger)indexOfFocusedChip;
 - (void)focusChipAtIndex:(NSUInteger)index;
@@ -79,10 +77,6 @@ static const float kGap = 10;
 }
 
 - (IBAction)addTagsButtonDidTouch:(id)sender {
-  RunGuarded([self] { [self addTypedTag]; });
-}
-
-- (void)addTypedTag {
   NSString *typed = [_tagTextField stringValue];
   if ([typed length] > 0) {
     NSCharacterSet *blanks = [NSCharacterSet whitespaceAndNewlineCharacterSet];
@@ -164,15 +158,13 @@ static const float kGap = 10;
 }
 
 - (IBAction)deleteTagButton:(id)sender {
-  RunGuarded([self, sender] {
-    if (![_tagButtons containsObject:sender]) return;
-    [[sender retain] autorelease];  // it is inside its own mouse handling
-    const NSUInteger focused = [self indexOfFocusedChip];
-    [self deleteTagButtonWithoutRefresh:sender];
-    [self redrawAllTagButtons];
-    // All chips are new: whoever works with the keyboard goes on from the same place.
-    if (focused != NSNotFound) [self focusChipAtIndex:focused];
-  });
+  if (![_tagButtons containsObject:sender]) return;
+  [[sender retain] autorelease];  // it is inside its own mouse handling
+  const NSUInteger focused = [self indexOfFocusedChip];
+  [self deleteTagButtonWithoutRefresh:sender];
+  [self redrawAllTagButtons];
+  // All chips are new: whoever works with the keyboard goes on from the same place.
+  if (focused != NSNotFound) [self focusChipAtIndex:focused];
 }
 
 - (void)deleteTagButtonWithoutRefresh:(TagButton *)tagButton {

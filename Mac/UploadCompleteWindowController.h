@@ -4,7 +4,7 @@
 #import <Cocoa/Cocoa.h>
 
 /// Runs the complete window modally. Its button opens the uploaded file's link in the browser; the button and the
-/// window's close button both end the export through the clean-up hook, once. Main thread.
+/// window's close button both end the export through the clean-up hook, once. [main-thread]
 @interface UploadCompleteWindowController : NSWindowController {
   NSWindow *uploadCompleteWindow;
   NSButton *openOrvaneBtn;

@@ -1,6 +1,7 @@
 #import "UploadCompleteWindowController.h"
 
 #import "ButtonTitle.h"
+#import "DialogWindow.h"
 #import "PluginBundle.h"
 #include "ExceptionGuard.h"
 #include "WorkflowState.h"
@@ -36,11 +37,7 @@
 
 - (NSInteger)showWindow {
   if (failed) return NSRunAbortedResponse;
-  [uploadCompleteWindow center];
-  [uploadCompleteWindow makeKeyAndOrderFront:nil];
-  NSInteger response = [NSApp runModalForWindow:uploadCompleteWindow];
-  [uploadCompleteWindow orderOut:nil];
-  return response;
+  return RunModalDialog(uploadCompleteWindow);
 }
 
 - (void)windowWillClose:(NSNotification *)notification {

@@ -18,12 +18,11 @@
   NSArray *topLevelObjects;
   BOOL uploading;
 
-  // The newest progress, from any thread; it is drawn on the main thread at intervals.
+  // The newest progress, from any thread. The timer draws it while the upload runs, on the main thread.
   std::mutex progressMutex;
   double latestTotal;
   double latestDone;
-  BOOL progressIsNew;
-  BOOL drawingIsScheduled;
+  NSTimer *progressTimer;
 }
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadStatusWindow;
@@ -33,19 +32,16 @@
 /// The client must be logged in, is not owned and must outlive the upload.
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)client;
 
-/// Shows the window above others and starts the upload. Returns at once. Main thread.
+/// Shows the window above others and starts the upload. Returns at once. [main-thread]
 - (void)showWindow;
 
-/// Starts the upload on the background queue. Main thread.
+/// Starts the upload on the background queue. [main-thread]
 - (void)startUpload;
 
-/// The bytes to send and the bytes sent. Any thread: on the main thread they are shown at once, from another one as
-/// soon as the main thread gets to it, the newest amounts only.
+/// The bytes to send and the bytes sent. On the main thread they are shown at once, from another one within a tenth of
+/// a second while the upload runs, the newest amounts only. [any-thread]
 - (void)updateProgressBarWithTotal:(double)total now:(double)done;
 
 - (void)alertDidEnd:(NSAlert *)alert returnCode:(NSInteger)returnCode contextInfo:(void *)contextInfo;
-
-/// The window cannot be closed while the upload runs.
-- (BOOL)windowShouldClose:(id)sender;
 
 @end

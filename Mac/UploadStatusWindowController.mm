@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#import "Alert.h"
 #import "PluginBundle.h"
 #import "ServiceAnswer.h"
 #include "ExceptionGuard.h"
@@ -15,10 +16,6 @@
 // libcurl reports progress thousands of times a second. Each drawing takes more than a millisecond here and as much in
 // the window server, which a fast upload needs itself, and nobody reads numbers that change more often than this.
 static const NSTimeInterval kSecondsBetweenDrawings = 1.0 / 10;
-
-static NSArray *AllModes() {
-  return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
-}
 
 // "3.2 MB of 45.0 MB (7 %)"
 static NSString *ProgressText(double total, double done) {
@@ -33,7 +30,6 @@ static NSString *ProgressText(double total, double done) {
 - (void)uploadSucceededWithLink:(NSString *)link;
 - (void)uploadRefusedWithMessage:(NSString *)message;
 - (void)uploadEnded;
-- (void)scheduleDrawing;
 - (void)drawLatestProgress;
 - (void)showTotal:(double)total now:(double)done;
 @end
@@ -79,17 +75,20 @@ static NSString *ProgressText(double total, double done) {
 - (void)startUpload {
   uploading = YES;
   ExportLifetime::SetUploadIsRunning(true);
+  progressTimer = RepeatOnMainThread(kSecondsBetweenDrawings, self, @selector(drawLatestProgress));
   // The block does not retain the controller: the last release must come on the main thread, in uploadEnded.
   [self retain];
   __block UploadStatusWindowController *controller = self;
   dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
-      [controller runUpload];
-      [controller performSelectorOnMainThread:@selector(uploadEnded) withObject:nil waitUntilDone:NO modes:AllModes()];
+      @autoreleasepool {
+        [controller runUpload];
+      }
   });
 }
 
 - (void)runUpload {
   RunGuarded([self] { [self upload]; });
+  RunOnMainThreadAndWait([self] { [self uploadEnded]; });
 }
 
 // On the background queue.
@@ -124,16 +123,16 @@ static NSString *ProgressText(double total, double done) {
 - (void)uploadRefusedWithMessage:(NSString *)message {
   uploading = NO;
   ExportLifetime::SetUploadIsRunning(false);
-  NSAlert *alert = [[[NSAlert alloc] init] autorelease];
-  [alert setMessageText:@"There was an error uploading to Orvane."];
-  [alert setInformativeText:[NSString
-                                stringWithFormat:@"The system returned this message: \"%@\"", message ? message : @""]];
-  [alert setIcon:orvaneIcon];
-  [alert runModal];
+  RunAlert(NSAlertStyleWarning, @"There was an error uploading to Orvane.",
+           [NSString stringWithFormat:@"The system returned this message: \"%@\"", message ? message : @""],
+           orvaneIcon);
 }
 
 // The background queue is done with the controller.
 - (void)uploadEnded {
+  [self drawLatestProgress];
+  [progressTimer invalidate];
+  progressTimer = nil;
   [self release];
 }
 
@@ -145,38 +144,14 @@ static NSString *ProgressText(double total, double done) {
   std::lock_guard<std::mutex> lock(progressMutex);
   latestTotal = total;
   latestDone = done;
-  progressIsNew = YES;
-  [self scheduleDrawing];
 }
 
-// With the mutex held.
-- (void)scheduleDrawing {
-  if (drawingIsScheduled) return;
-  drawingIsScheduled = YES;
-  @autoreleasepool {  // the caller may be deep inside a long transfer
-    [self performSelectorOnMainThread:@selector(drawLatestProgress) withObject:nil waitUntilDone:NO modes:AllModes()];
-  }
-}
-
-// Draws what is new and comes back after a while, until nothing new has arrived in between.
 - (void)drawLatestProgress {
-  double total = 0;
-  double done = 0;
-  {
-    std::lock_guard<std::mutex> lock(progressMutex);
-    if (!progressIsNew) {
-      drawingIsScheduled = NO;
-      return;
-    }
-    progressIsNew = NO;
-    total = latestTotal;
-    done = latestDone;
-  }
+  std::unique_lock<std::mutex> lock(progressMutex);
+  const double total = latestTotal;
+  const double done = latestDone;
+  lock.unlock();
   [self showTotal:total now:done];
-  [self performSelector:@selector(drawLatestProgress)
-             withObject:nil
-             afterDelay:kSecondsBetweenDrawings
-                inModes:AllModes()];
 }
 
 - (void)showTotal:(double)total now:(double)done {

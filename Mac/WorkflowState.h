@@ -10,13 +10,16 @@
 
 class OrvaneUI;
 
-/// Subdomain, user name and password of the user who is logged in. Written at login.
+/// Subdomain, user name and password of the user who is logged in. Written by SetLoggedIn.
 extern std::string g_sd;
 extern std::string g_un;
 extern std::string g_pw;
 
 /// The stage of the export: "start", "upload" (logged in), "doUpload" (settings confirmed) or empty.
 extern std::string g_step;
+
+/// The service has let this user in: sets g_sd, g_un and g_pw, and g_step to "upload". [main-thread]
+void SetLoggedIn(const std::string& subdomain, const std::string& username, const std::string& password);
 
 /// Ids of the chosen project and folder; "0" while nothing is chosen.
 extern std::string g_prj;
@@ -30,14 +33,17 @@ extern std::string g_title;
 extern std::string g_desc;
 extern std::vector<std::string> g_tags;
 
-/// Progress hook: (bytes to send, bytes sent). Called on the upload's background thread; null before the first export.
+/// Progress hook: (bytes to send, bytes sent). Null before the first export. [upload-queue]
 extern void (*g_pUpdFunc)(double total, double now);
 
-/// Completion hook: the link of the uploaded file. Called on the main thread.
+/// Completion hook: the link of the uploaded file. [main-thread] [export-open]
 extern void (*g_pCompleteFunc)(std::string link);
 
-/// Clean-up hook, which ends an export. Called on the main thread, once for an export.
+/// Clean-up hook, which ends an export: once for each. [main-thread] [export-open]
 extern void (*g_pCleanupFunc)();
+
+/// Failure hook: something was thrown in the plug-in's own code, with this message. Ends the export. [any-thread]
+extern void (*g_pFailureFunc)(const std::string& message);
 
 /// The facade of the running export, or null before the first one. Not reset when the export ends.
 extern OrvaneUI* simUiPtr;

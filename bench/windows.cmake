@@ -16,16 +16,15 @@ add_library(orvane_bench STATIC
 target_compile_definitions(orvane_bench
   PRIVATE ORVANE_BENCH_SINK="$<TARGET_FILE:bench_sink>" ORVANE_BUNDLE_PATH="${ORVANE_BUNDLE}")
 target_include_directories(orvane_bench PUBLIC
-  "${CMAKE_CURRENT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/Mac" "${PROJECT_SOURCE_DIR}/GNUstep/include")
+  "${CMAKE_CURRENT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/Mac")
 target_compile_options(orvane_bench PRIVATE -Wno-unused-parameter)
 target_link_libraries(orvane_bench
   PUBLIC orvane_host_core orvane_engine gnustep_appkit PRIVATE orvane_warnings nlohmann_json::nlohmann_json)
 target_include_directories(orvane_bench PRIVATE "$<TARGET_PROPERTY:orvane_looks,INTERFACE_INCLUDE_DIRECTORIES>")
 add_dependencies(orvane_bench bench_sink orvane_bundle)
 
-# Object libraries give their objects to the target that links them directly.
 foreach(name IN ITEMS upload_benchmark listing_benchmark)
   add_executable(${name} ${name}.mm ProgressWatch.cpp)
-  target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_looks orvane_windows orvane_kckeychain
-    orvane_platform orvane_security gnustep_blocks orvane_warnings)
+  target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_looks orvane_windows
+    gnustep_appkit orvane_warnings)
 endforeach()

@@ -3,7 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
-/// Every error argument may be NULL; errors are KcKeychainQuery's. Results are autoreleased. Main thread.
+/// Every error argument may be NULL; errors are KcKeychainQuery's. Results are autoreleased. [main-thread]
 @interface KcKeychain : NSObject
 
 /// The item's password; nil when there is no such item.

@@ -11,7 +11,6 @@
 
 #import "Controls.h"
 #import "ControlsWindow.h"
-#import "KcKeychain/KcKeychainQuery.h"
 #import "OHostIcon.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
@@ -198,9 +197,7 @@ TEST_F(WindowPictures, LoginWithANewVersion) {
 
 // Needs the encoding presets in their place.
 TEST_F(WindowPictures, SavedLoginAlert) {
-  KcKeychainQuery *saved = SavedLoginQuery();
-  [saved setPassword:@"{\"orvaneSubdomain\":\"acme\",\"un\":\"editor\",\"p\":\"of last year\"}"];
-  ASSERT_TRUE([saved save:NULL]);
+  ASSERT_TRUE(SaveLogin({"acme", "editor", "of last year"}, NULL));
   client_.reset();  // there is one client at a time, and this one is the window side's own
   @autoreleasepool {
     OrvaneUI ui;

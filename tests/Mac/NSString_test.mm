@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(CompareToVersion, ComparesComponentsAsNumbers) {
+TEST(NSStringCompareToVersion, ComparesComponentsAsNumbers) {
   const struct {
     NSString *left, *right;
     NSComparisonResult expected;
@@ -22,7 +22,7 @@ TEST(CompareToVersion, ComparesComponentsAsNumbers) {
   }
 }
 
-TEST(CompareToVersion, PredicatesAgreeWithTheOrder) {
+TEST(NSStringCompareToVersion, PredicatesAgreeWithTheOrder) {
   EXPECT_TRUE([@"1.2" isNewerThanVersion:@"1.1"] && ![@"1.1" isNewerThanVersion:@"1.1"]);
   EXPECT_TRUE([@"1.0" isOlderThanVersion:@"1.1"] && ![@"1.1" isOlderThanVersion:@"1.1"]);
   EXPECT_TRUE([@"1.1.0" isEqualToVersion:@"1.1"] && ![@"1.2" isEqualToVersion:@"1.1"]);
@@ -30,7 +30,7 @@ TEST(CompareToVersion, PredicatesAgreeWithTheOrder) {
   EXPECT_TRUE([@"1.1" isEqualOrNewerThanVersion:@"1.1"] && ![@"1.0" isEqualOrNewerThanVersion:@"1.1"]);
 }
 
-TEST(TrimmingAdditions, TrimsOneEnd) {
+TEST(NSStringTrimmingAdditions, TrimsOneEnd) {
   NSCharacterSet *blanks = [NSCharacterSet whitespaceAndNewlineCharacterSet];
   const struct {
     NSString *text, *without_leading, *without_trailing;

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #import "Controls.h"
-#import "KcKeychain/KcKeychainQuery.h"
+#import "DialogWindow.h"
+#import "KcKeychain/KcKeychain.h"
 #import "SavedLogin.h"
-#include "ExportLifetime.h"
 #include "PluginResources.h"
 #include "ScriptedApi.h"
 #include "WindowScript.h"
@@ -20,7 +20,7 @@ int cleanups = 0;
 NSString *const kTitle = @"Orvane: Log In";
 
 // The login window on a scripted service, with a clean-up hook that counts.
-class LoginWindow : public testing::Test {
+class OrvaneUIControllerTest : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
@@ -28,7 +28,7 @@ class LoginWindow : public testing::Test {
     g_step = "start";
     g_sd = g_un = g_pw = "";
     g_pCleanupFunc = [] { ++cleanups; };
-    [SavedLoginQuery() deleteItem:NULL];
+    ForgetSavedLogin(NULL);
   }
 
   // Opens the window and runs the script on it. The script gets the controller as soon as the window is modal.
@@ -65,7 +65,7 @@ class LoginWindow : public testing::Test {
 
 }  // namespace
 
-TEST_F(LoginWindow, NamesTheFirstMissingField) {
+TEST_F(OrvaneUIControllerTest, NamesTheFirstMissingField) {
   Run([](Script &actions, OrvaneUIController *controller) {
     EXPECT_EQ(AlertAfterLogin(actions, controller), "Error\nYou must enter your Orvane subdomain.\n");
     actions.OnMain([controller] { Fill(controller, @" ", @"", @""); });
@@ -77,7 +77,7 @@ TEST_F(LoginWindow, NamesTheFirstMissingField) {
   EXPECT_TRUE(api_.RequestsFor(ScriptedApi::kStep).empty());
 }
 
-TEST_F(LoginWindow, TellsAnUnreachableServiceFromAWrongPassword) {
+TEST_F(OrvaneUIControllerTest, TellsAnUnreachableServiceFromAWrongPassword) {
   Run([this](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] { Fill(controller, @"acme", @"editor", @"wrong"); });
     EXPECT_EQ(AlertAfterLogin(actions, controller), "Error\nInvalid username or password.\n");
@@ -92,7 +92,7 @@ TEST_F(LoginWindow, TellsAnUnreachableServiceFromAWrongPassword) {
   EXPECT_EQ(g_sd, "");
 }
 
-TEST_F(LoginWindow, LogsInWithoutRemembering) {
+TEST_F(OrvaneUIControllerTest, LogsInWithoutRemembering) {
   Run([](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] {
       Fill(controller, @"acme", @"editor", @"secret");
@@ -102,10 +102,11 @@ TEST_F(LoginWindow, LogsInWithoutRemembering) {
   EXPECT_EQ(g_step, "upload");
   EXPECT_EQ(g_sd + "/" + g_un + "/" + g_pw, "acme/editor/secret");
   EXPECT_EQ(cleanups, 0);
-  EXPECT_FALSE([SavedLoginQuery() fetch:NULL]);
+  SavedLogin saved;
+  EXPECT_FALSE(ReadSavedLogin(&saved, NULL));
 }
 
-TEST_F(LoginWindow, RemembersTheLoginInTheKeyring) {
+TEST_F(OrvaneUIControllerTest, RemembersTheLoginInTheKeyring) {
   Run([](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] {
       Fill(controller, @"acme", @"editor", @"secret");
@@ -114,14 +115,16 @@ TEST_F(LoginWindow, RemembersTheLoginInTheKeyring) {
     });
   });
   EXPECT_EQ(g_step, "upload");
-  KcKeychainQuery *query = SavedLoginQuery();
-  ASSERT_TRUE([query fetch:NULL]);
-  NSDictionary *saved = [NSJSONSerialization JSONObjectWithData:[query passwordData] options:0 error:NULL];
+  NSString *secret = [KcKeychain passwordForService:@"OrvanePluginPremiere" account:@"userData"];
+  ASSERT_NE(secret, nil);
+  NSDictionary *saved = [NSJSONSerialization JSONObjectWithData:[secret dataUsingEncoding:NSUTF8StringEncoding]
+                                                        options:0
+                                                          error:NULL];
   NSDictionary *expected = @{@"orvaneSubdomain" : @"acme", @"un" : @"editor", @"p" : @"secret"};
   EXPECT_TRUE([saved isEqual:expected]);
 }
 
-TEST_F(LoginWindow, AnnouncesOnlyANewerRelease) {
+TEST_F(OrvaneUIControllerTest, AnnouncesOnlyANewerRelease) {
   Run([](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] {
       EXPECT_TRUE([[controller versionCheckBox] isHidden]);
@@ -143,17 +146,19 @@ TEST_F(LoginWindow, AnnouncesOnlyANewerRelease) {
 }
 
 // A hotel's network answers every request with a page of its own.
-TEST_F(LoginWindow, EndsTheExportWhenTheAnswerIsNoJson) {
+TEST_F(OrvaneUIControllerTest, EndsTheExportWhenTheAnswerIsNoJson) {
   api_.Answer(ScriptedApi::kStep, "<html><body>Welcome to our hotel</body></html>");
-  const unsigned failures = ExportLifetime::Failures();
-  ExportLifetime::Open();
+  static std::string failure;
+  g_pFailureFunc = [](const std::string &message) {
+    failure = message;
+    StopModalDialog();
+  };
   Run([](Script &actions, OrvaneUIController *controller) {
     actions.OnMain([controller] {
       Fill(controller, @"acme", @"editor", @"secret");
       Press([controller loginBtn]);
     });
   });
-  EXPECT_EQ(cleanups, 1);
-  EXPECT_EQ(ExportLifetime::Failures(), failures + 1);
-  EXPECT_FALSE(ExportLifetime::IsOpen());
+  EXPECT_EQ(failure, "json mValueType==ObjectVal required");
+  g_pFailureFunc = nullptr;
 }

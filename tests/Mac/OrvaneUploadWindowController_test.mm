@@ -24,7 +24,7 @@ std::string Titles(NSPopUpButton *popUp) {
 }
 
 // The upload settings window of a user who is logged in, on a scripted service.
-class UploadWindow : public testing::Test {
+class OrvaneUploadWindowControllerTest : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
@@ -68,7 +68,7 @@ class UploadWindow : public testing::Test {
 
 }  // namespace
 
-TEST_F(UploadWindow, ListsTheFolderTreeDepthFirstWithIndentation) {
+TEST_F(OrvaneUploadWindowControllerTest, ListsTheFolderTreeDepthFirstWithIndentation) {
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
       NSSet *projects = [NSSet setWithArray:[[controller inputProject] itemTitles]];
@@ -92,7 +92,7 @@ TEST_F(UploadWindow, ListsTheFolderTreeDepthFirstWithIndentation) {
   EXPECT_EQ(api_.RequestsFor(std::string(ScriptedApi::kFolders) + "12").size(), 1u);
 }
 
-TEST_F(UploadWindow, ListsAreTakenAsTheyComeHoweverOdd) {
+TEST_F(OrvaneUploadWindowControllerTest, ListsAreTakenAsTheyComeHoweverOdd) {
   api_.Answer(ScriptedApi::kProjects, ScriptedApi::Success(R"([{"id":7,"project_name":"Numeric"},{"id":"8"},"text",null,
                                        {"id":"9","project_name":"Twice"},{"id":"10","project_name":"Twice"}])"));
   api_.Answer(std::string(ScriptedApi::kFolders) + "7", "<html>no folders today</html>");
@@ -111,7 +111,7 @@ TEST_F(UploadWindow, ListsAreTakenAsTheyComeHoweverOdd) {
   });
 }
 
-TEST_F(UploadWindow, ChecksTitleProjectAndFolderInThatOrder) {
+TEST_F(OrvaneUploadWindowControllerTest, ChecksTitleProjectAndFolderInThatOrder) {
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     EXPECT_EQ(AlertAfterUpload(actions, controller), "Error\nYou must enter a title.\n");
     EXPECT_EQ(g_title, "unset");
@@ -127,7 +127,7 @@ TEST_F(UploadWindow, ChecksTitleProjectAndFolderInThatOrder) {
   EXPECT_EQ(g_step, "upload");
 }
 
-TEST_F(UploadWindow, HandsOverWhatWasEntered) {
+TEST_F(OrvaneUploadWindowControllerTest, HandsOverWhatWasEntered) {
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
       Choose([controller inputProject], @"Feature");
@@ -151,10 +151,8 @@ TEST_F(UploadWindow, HandsOverWhatWasEntered) {
   EXPECT_EQ(cleanups, 0);
 }
 
-TEST_F(UploadWindow, LoggingOutForgetsTheLoginAndEndsTheExportOnce) {
-  KcKeychainQuery *saved = SavedLoginQuery();
-  [saved setPassword:@"{}"];
-  ASSERT_TRUE([saved save:NULL]);
+TEST_F(OrvaneUploadWindowControllerTest, LoggingOutForgetsTheLoginAndEndsTheExportOnce) {
+  ASSERT_TRUE(SaveLogin({}, NULL));
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
       Press([controller logoutBtn]);
@@ -163,5 +161,6 @@ TEST_F(UploadWindow, LoggingOutForgetsTheLoginAndEndsTheExportOnce) {
   });
   EXPECT_EQ(cleanups, 1);
   EXPECT_EQ(g_step, "upload");
-  EXPECT_FALSE([SavedLoginQuery() fetch:NULL]);
+  SavedLogin saved;
+  EXPECT_FALSE(ReadSavedLogin(&saved, NULL));
 }

@@ -18,7 +18,7 @@ namespace {
 int cleanups = 0;
 
 // The complete window, with an xdg-open of the test's own that notes what it is asked to open.
-class CompleteWindow : public testing::Test {
+class UploadCompleteWindowControllerTest : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
@@ -54,7 +54,7 @@ class CompleteWindow : public testing::Test {
 
 }  // namespace
 
-TEST_F(CompleteWindow, OpensTheLinkAndEndsTheExportOnce) {
+TEST_F(UploadCompleteWindowControllerTest, OpensTheLinkAndEndsTheExportOnce) {
   Run(@"https://acme.orvane.localhost:48443/review/7?a=1&b=2", [](UploadCompleteWindowController *controller) {
     Press([controller openOrvaneBtn]);
     [[controller uploadCompleteWindow] performClose:nil];
@@ -64,7 +64,7 @@ TEST_F(CompleteWindow, OpensTheLinkAndEndsTheExportOnce) {
       SpinUntil([this] { return ReadFile(opened_) == "https://acme.orvane.localhost:48443/review/7?a=1&b=2\n"; }));
 }
 
-TEST_F(CompleteWindow, ClosingOpensNothing) {
+TEST_F(UploadCompleteWindowControllerTest, ClosingOpensNothing) {
   Run(@"https://acme.orvane.localhost:48443/review/7",
       [](UploadCompleteWindowController *controller) { [[controller uploadCompleteWindow] performClose:nil]; });
   EXPECT_EQ(cleanups, 1);
@@ -72,7 +72,7 @@ TEST_F(CompleteWindow, ClosingOpensNothing) {
 }
 
 // A link comes from the service: it must not start another program than the browser, and may be missing.
-TEST_F(CompleteWindow, OpensOnlyAddressesOfTheWeb) {
+TEST_F(UploadCompleteWindowControllerTest, OpensOnlyAddressesOfTheWeb) {
   for (NSString *link : {(NSString *)@"file:///etc/passwd", (NSString *)@"no address at all", (NSString *)nil}) {
     Run(link, [](UploadCompleteWindowController *controller) { Press([controller openOrvaneBtn]); });
   }

@@ -23,7 +23,7 @@ std::atomic<int> progress_calls(0);
 UploadStatusWindowController *status_controller = nil;
 
 // The progress window on a scripted service, with a file to upload.
-class StatusWindow : public testing::Test {
+class UploadStatusWindowControllerTest : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
@@ -62,11 +62,12 @@ class StatusWindow : public testing::Test {
 
 }  // namespace
 
-TEST_F(StatusWindow, UploadsDeletesTheFileAndHandsTheLinkOn) {
+TEST_F(UploadStatusWindowControllerTest, UploadsDeletesTheFileAndHandsTheLinkOn) {
   [status_controller showWindow];
   EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);
   EXPECT_EQ([[status_controller uploadStatusWindow] level], NSFloatingWindowLevel);
-  EXPECT_FALSE([status_controller windowShouldClose:nil]);
+  [[status_controller uploadStatusWindow] performClose:nil];
+  EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]) << "it cannot be closed meanwhile";
   ASSERT_TRUE(SpinUntil([] { return completed_link != "none"; }));
   EXPECT_EQ(completed_link, "https://acme.orvane.localhost/review/7");
   EXPECT_FALSE([[status_controller uploadStatusWindow] isVisible]);
@@ -77,7 +78,7 @@ TEST_F(StatusWindow, UploadsDeletesTheFileAndHandsTheLinkOn) {
 }
 
 // Each of these answers leaves the file and the window, and says what the service said.
-TEST_F(StatusWindow, ARefusalLeavesFileAndWindow) {
+TEST_F(UploadStatusWindowControllerTest, ARefusalLeavesFileAndWindow) {
   const std::pair<std::string, std::string> cases[] = {
       {ScriptedApi::Refusal("The folder is full."), "The folder is full."},
       {"<html>no JSON</html>", ""},
@@ -96,14 +97,13 @@ TEST_F(StatusWindow, ARefusalLeavesFileAndWindow) {
     EXPECT_EQ(texts,
               "There was an error uploading to Orvane.\nThe system returned this message: \"" + message + "\"\n");
     EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);
-    EXPECT_TRUE([status_controller windowShouldClose:nil]);
     EXPECT_TRUE(std::filesystem::exists(file_));
   }
   EXPECT_EQ(completed_link, "none");
   EXPECT_EQ(cleanups, 0);
 }
 
-TEST_F(StatusWindow, ShowsTheNewestProgressFromAnyThread) {
+TEST_F(UploadStatusWindowControllerTest, ShowsTheNewestProgressFromAnyThread) {
   [status_controller updateProgressBarWithTotal:0 now:0];  // the size is not known yet
   EXPECT_EQ([[status_controller progressBar] maxValue], 100);
   [status_controller updateProgressBarWithTotal:200 now:50];
@@ -112,14 +112,26 @@ TEST_F(StatusWindow, ShowsTheNewestProgressFromAnyThread) {
   EXPECT_FALSE([[status_controller progressBar] isHidden]);
   EXPECT_FALSE([[status_controller progressBar] isIndeterminate]);
 
-  std::thread uploader([] {
-    for (int i = 0; i <= 20000; ++i) [status_controller updateProgressBarWithTotal:45e6 now:45e6 * i / 20000];
+  // While an upload runs, what another thread says is shown soon.
+  std::atomic<bool> answer(false);
+  api_.Server().Route(std::string(ScriptedApi::kUpload) + "1", [&answer](const orvane_test::Request &) {
+    while (!answer) std::this_thread::yield();
+    return orvane_test::TextResponse(ScriptedApi::Refusal("no"));
   });
-  uploader.join();
-  EXPECT_TRUE(SpinUntil([] { return [[status_controller progressBar] doubleValue] == 45e6; }));
-  EXPECT_STREQ([[[status_controller uploadLabel] stringValue] UTF8String],
-               "Uploading to Orvane: 45.0 MB of 45.0 MB (100 %)");
-  [status_controller updateProgressBarWithTotal:45e6 now:17.3e6];
-  [[status_controller uploadStatusWindow] makeKeyAndOrderFront:nil];
-  [[status_controller uploadStatusWindow] orderOut:nil];
+  g_pUpdFunc = [](double, double) {};
+  RunWithScript(
+      [] {
+        [status_controller showWindow];
+        SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
+      },
+      [&answer](Script &actions) {
+        for (int i = 0; i <= 20000; ++i) [status_controller updateProgressBarWithTotal:45e6 now:45e6 * i / 20000];
+        actions.WaitFor("the newest progress", [] { return [[status_controller progressBar] doubleValue] == 45e6; });
+        actions.OnMain([] {
+          EXPECT_STREQ([[[status_controller uploadLabel] stringValue] UTF8String],
+                       "Uploading to Orvane: 45.0 MB of 45.0 MB (100 %)");
+        });
+        answer = true;
+        DismissAlertWhenItComes(actions);
+      });
 }

@@ -27,6 +27,10 @@
 
 - (void)runTests {
   result = RUN_ALL_TESTS();
+  if (testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
+    fprintf(stderr, "no test was chosen\n");
+    result = 1;
+  }
   fflush(stdout);
   exit(result);
 }

@@ -6,9 +6,10 @@ find_program(ORVANE_GCC NAMES gcc-12 gcc REQUIRED)
 execute_process(COMMAND "${ORVANE_GCC}" -print-file-name=include
                 OUTPUT_VARIABLE ORVANE_OBJC_INCLUDE OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
-# gnustep_appkit: Foundation and AppKit, for every target that holds .mm files.
+# gnustep_appkit: Foundation and AppKit under Apple's header names, for every target that holds .mm files.
 # gcc's folder goes last (-idirafter): it holds objc/, but also headers that would hide clang's own.
 add_library(gnustep_appkit INTERFACE)
+target_include_directories(gnustep_appkit INTERFACE "${CMAKE_CURRENT_SOURCE_DIR}/include")
 target_compile_options(gnustep_appkit INTERFACE
   "$<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-runtime=gcc;-fblocks;-fexceptions;-fobjc-exceptions;-fconstant-string-class=NSConstantString;-Wno-unknown-pragmas>"
   "SHELL:$<$<COMPILE_LANGUAGE:OBJCXX>:-isystem /usr/include/GNUstep>"
