@@ -1,115 +1,59 @@
 #include "ChildProcess.h"
 
-#include <fcntl.h>
+#include <gio/gunixinputstream.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
-#include <system_error>
+#include <stdexcept>
 
 namespace orvane_host {
 
 namespace {
 
-std::array<int, 2> MakePipe() {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category(), "pipe");
-  return ends;
-}
-
-void Close(int& descriptor) {
-  if (descriptor >= 0) close(descriptor);
-  descriptor = -1;
-}
-
-// GNUstep's task class installs a handler after whose signal the run loop reaps every child of the process, not only
-// its own. An exit status would be lost to it whenever events are handled while a child runs, so the handler stays away
-// for that time, and is told once at the end.
-class ChildSignal {
- public:
-  static void TakeOver() {
-    if (users++ > 0) return;
-    struct sigaction standard = {};
-    standard.sa_handler = SIG_DFL;
-    sigaction(SIGCHLD, &standard, &before);
-  }
-  static void GiveBack() {
-    if (--users > 0) return;
-    sigaction(SIGCHLD, &before, nullptr);
-    if (before.sa_handler != SIG_DFL && before.sa_handler != SIG_IGN) raise(SIGCHLD);
-  }
-
- private:
-  static int users;
-  static struct sigaction before;
-};
-
-int ChildSignal::users = 0;
-struct sigaction ChildSignal::before;
-
-// Runs between fork and exec, where only calls that are safe in a signal handler are allowed.
-[[noreturn]] void BecomeProgram(char* const* arguments, int output, int errors, pid_t parent) {
+// Between fork and exec.
+void EndWithParent(gpointer) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
-  if (getppid() != parent) _exit(127);  // the parent ended before the line above
-  const int nothing = open("/dev/null", O_RDONLY);
-  dup2(nothing, STDIN_FILENO);
-  dup2(output, STDOUT_FILENO);
-  dup2(errors, STDERR_FILENO);
-  sigset_t none;
-  sigemptyset(&none);
-  sigprocmask(SIG_SETMASK, &none, nullptr);
-  execvp(arguments[0], arguments);
-  _exit(127);
 }
 
-// Appends what is there; closes the descriptor at its end.
+int Descriptor(GInputStream* stream) {
+  return g_unix_input_stream_get_fd(G_UNIX_INPUT_STREAM(stream));
+}
+
+// Appends what is there. Sets the descriptor to -1 at the end of the stream.
 void Drain(int& descriptor, std::string& text) {
-  std::array<char, 4096> buffer{};
-  const ssize_t count = read(descriptor, buffer.data(), buffer.size());
-  if (count > 0) {
-    text.append(buffer.data(), static_cast<size_t>(count));
-  } else if (count == 0 || errno != EINTR) {
-    Close(descriptor);
+  std::array<char, 65536> buffer{};
+  const ssize_t length = read(descriptor, buffer.data(), buffer.size());
+  if (length > 0) {
+    text.append(buffer.data(), static_cast<size_t>(length));
+  } else {
+    descriptor = -1;
   }
 }
 
 }  // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
-  std::vector<char*> pointers;
-  for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+  // GNUstep's task class reaps every child of the process when this signal comes, and exit statuses would be lost.
+  signal(SIGCHLD, SIG_DFL);
+  std::vector<const char*> pointers;
+  for (const std::string& argument : arguments) pointers.push_back(argument.c_str());
   pointers.push_back(nullptr);
-  std::array<int, 2> output = MakePipe();
-  std::array<int, 2> errors{-1, -1};
-  const pid_t parent = getpid();
-  try {
-    errors = MakePipe();
-    ChildSignal::TakeOver();
-    pid_ = fork();
-    if (pid_ < 0) ChildSignal::GiveBack();
-    if (pid_ < 0) throw std::system_error(errno, std::generic_category(), "fork");
-  } catch (...) {
-    for (int* descriptor : {&output[0], &output[1], &errors[0], &errors[1]}) Close(*descriptor);
-    throw;
-  }
-  if (pid_ == 0) BecomeProgram(pointers.data(), output[1], errors[1], parent);
-  Close(output[1]);
-  Close(errors[1]);
-  output_ = output[0];
-  errors_ = errors[0];
+  const std::unique_ptr<GSubprocessLauncher, Unref> launcher(g_subprocess_launcher_new(
+      static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_PIPE)));
+  g_subprocess_launcher_set_child_setup(launcher.get(), EndWithParent, nullptr, nullptr);
+  g_autoptr(GError) error = nullptr;
+  process_.reset(g_subprocess_launcher_spawnv(launcher.get(), pointers.data(), &error));
+  if (!process_) throw std::runtime_error(error->message);
+  output_ = Descriptor(g_subprocess_get_stdout_pipe(process_.get()));
+  errors_ = Descriptor(g_subprocess_get_stderr_pipe(process_.get()));
 }
 
 ChildProcess::~ChildProcess() {
-  if (pid_ > 0) {
-    Signal(SIGKILL);
-    Wait();
-  }
-  Close(output_);
-  Close(errors_);
+  g_subprocess_force_exit(process_.get());
+  Wait();
 }
 
 bool ChildProcess::Read(int timeout_ms, std::string& output, std::string& errors) {
@@ -122,19 +66,13 @@ bool ChildProcess::Read(int timeout_ms, std::string& output, std::string& errors
 }
 
 void ChildProcess::Signal(int number) {
-  if (pid_ > 0) kill(pid_, number);
+  g_subprocess_send_signal(process_.get(), number);
 }
 
 int ChildProcess::Wait() {
-  int status = 0;
-  pid_t reaped = -1;
-  do {
-    reaped = waitpid(pid_, &status, 0);
-  } while (reaped < 0 && errno == EINTR);
-  pid_ = -1;
-  ChildSignal::GiveBack();
-  if (reaped < 0) return kUnknownStatus;
-  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  g_subprocess_wait(process_.get(), nullptr, nullptr);
+  if (g_subprocess_get_if_exited(process_.get())) return g_subprocess_get_exit_status(process_.get());
+  return 128 + g_subprocess_get_term_sig(process_.get());
 }
 
 ChildResult RunChild(const std::vector<std::string>& arguments) {

@@ -1,7 +1,6 @@
 #include "Renderer.h"
 
 #include <openssl/evp.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -78,7 +77,7 @@ double TakeProgress(std::string& output, double before) {
   return before;
 }
 
-// Runs FFmpeg to its end. Returns false when the caller cancelled.
+// Runs FFmpeg until its output ends. Returns false when the caller cancelled; the child's end follows its object's.
 bool RunToEnd(ChildProcess& child, double seconds, const ProgressFunction& progress, std::string& errors) {
   std::string output;
   double done = 0;
@@ -86,10 +85,7 @@ bool RunToEnd(ChildProcess& child, double seconds, const ProgressFunction& progr
   while (running) {
     running = child.Read(kProgressIntervalMs, output, errors);
     done = TakeProgress(output, done);
-    if (progress && !progress(std::clamp(done / seconds, 0.0, 1.0))) {
-      child.Signal(SIGKILL);
-      return false;
-    }
+    if (progress && !progress(std::clamp(done / seconds, 0.0, 1.0))) return false;
   }
   return true;
 }
@@ -115,26 +111,22 @@ RenderResult Render(const Sequence& sequence, const Preset& preset, const std::s
   ProgressFunction report = progress;
   if (fault == RenderFault::kCancel) report = [](double) { return false; };
 
-  std::string errors;
-  ChildProcess child(command);
-  const bool finished = RunToEnd(child, sequence.seconds, report, errors);
-  const int status = child.Wait();
-  if (!finished) {
-    RenderResult result;
-    result.outcome = RenderOutcome::kCancelled;
-    return result;
-  }
-  if (status == 127) return Failed("the program ffmpeg is missing");
-  if (status != 0) return Failed("ffmpeg failed (" + std::to_string(status) + "): " + errors);
-
   try {
-    partial.MoveIntoPlace();
     RenderResult result;
+    std::string errors;
+    ChildProcess child(command);
+    if (!RunToEnd(child, sequence.seconds, report, errors)) {
+      result.outcome = RenderOutcome::kCancelled;
+      return result;
+    }
+    const int status = child.Wait();
+    if (status != 0) return Failed("ffmpeg failed (" + std::to_string(status) + "): " + errors);
+    partial.MoveIntoPlace();
     result.outcome = RenderOutcome::kRendered;
     const auto [width, height] = EncodedSize(sequence, preset);
     result.file = {destination, fs::file_size(destination), Sha256(destination), width, height, sequence.seconds};
     return result;
-  } catch (const fs::filesystem_error& error) {
+  } catch (const std::exception& error) {
     return Failed(error.what());
   }
 }

@@ -38,7 +38,6 @@ bool IsUsualRate(Rational rate) {
 json Probe(const std::string& path) {
   const ChildResult result = RunChild({"ffprobe", "-v", "error", "-show_streams", "-show_format", "-of", "json",
                                        "file:" + std::filesystem::absolute(path).string()});
-  if (result.status == 127) throw MediaError("the program ffprobe is missing");
   if (result.status != 0) throw MediaError("cannot read " + path + ": " + result.errors);
   return json::parse(result.output, nullptr, false);
 }
@@ -95,7 +94,7 @@ Sequence MakeSequence(const SequenceWish& wish) {
   } catch (const MediaError&) {
     throw;
   } catch (const std::exception& error) {
-    throw MediaError("cannot understand what ffprobe says of " + wish.media + ": " + error.what());
+    throw MediaError("cannot read " + wish.media + " with ffprobe: " + error.what());
   }
   if (wish.size) {
     sequence.width = wish.size->first;
