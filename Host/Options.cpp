@@ -1,14 +1,10 @@
 #include "Options.h"
 
-#include <getopt.h>
 #include <unistd.h>
 
-#include <array>
-#include <charconv>
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
-#include <stdexcept>
-#include <string_view>
 
 #include "ExitStatus.h"
 
@@ -16,71 +12,43 @@ namespace orvane_host {
 
 namespace {
 
-class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+const char* const kExitStatuses =
+    "The exit status is 0 after an export, 2 for wrong options, 3 when the export was cancelled in the plug-in's\n"
+    "windows, 4 when the render failed or was cancelled, 5 when the plug-in reported an error, 6 when no plug-in "
+    "could\n"
+    "be loaded and started, 70 when the plug-in broke the rules of the interface.";
 
-const char* const kHelp =
-    R"(Usage: orvane-host [OPTION...]
+// Checks without a text of their own in the help.
+const CLI::Validator kFile = CLI::Validator(CLI::ExistingFile).description("");
 
-Opens a sequence, loads export plug-ins and offers them under File > Export.
-
-  --plugin PATH         load this bundle instead of those of the media-core folder
-  --media FILE          the sequence is this film (default: a test picture with a time code and a tone)
-  --size WxH            frame size in pixels (default: the film's, or 1280x720)
-  --rate N/D            frame rate (default: the film's, or 25/1)
-  --seconds S           duration (default: the film's, or 10)
-  --export              export with the first plug-in at once, and end when its windows have closed
-  --ca FILE             trust the certificate authority in this PEM file and no other
-                        (default: orvane-service/ca/ca.pem in $XDG_DATA_HOME or ~/.local/share, when it is there)
-  --connect-port N      connect every transfer to this port of 127.0.0.1
-  --fail render|cancel  let the render fail, or cancel it as the user would
-  --help                show this help
-
-The exit status is 0 after an export, 2 for wrong options, 3 when the export was cancelled in the plug-in's windows,
-4 when the render failed or was cancelled, 5 when the plug-in reported an error, 6 when no plug-in could be loaded and
-started, 70 when the plug-in broke the rules of the interface.
-)";
-
-// Reads the whole text as a number within the limits.
-template <class T>
-T Number(std::string_view text, T lowest, T highest, const std::string& option) {
-  T value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !(value >= lowest && value <= highest)) {
-    throw UsageError(option + " cannot be \"" + std::string(text) + "\"");
+// Reads two numbers with the separator between them.
+std::pair<long, long> TwoNumbers(const char* option, const std::string& text, char separator) {
+  long first = 0;
+  long second = 0;
+  char between = 0;
+  char more = 0;
+  if (sscanf(text.c_str(), "%9ld%c%9ld%c", &first, &between, &second, &more) != 3 || between != separator) {
+    throw CLI::ValidationError(option, "\"" + text + "\" is not two numbers with \"" + separator + "\" between them");
   }
-  return value;
+  return {first, second};
 }
 
-std::pair<std::string_view, std::string_view> Split(std::string_view text, char separator, const std::string& option) {
-  const size_t at = text.find(separator);
-  if (at == std::string_view::npos) {
-    throw UsageError(option + " needs two numbers with '" + separator + "' between them");
+std::pair<int, int> Size(const std::string& text) {
+  const auto [width, height] = TwoNumbers("--size", text, 'x');
+  const auto fits = [](long side) { return side >= kSmallestSide && side <= kLargestSide; };
+  if (!fits(width) || !fits(height)) {
+    throw CLI::ValidationError("--size", "the sides of a frame are " + std::to_string(kSmallestSide) + " to " +
+                                             std::to_string(kLargestSide) + " pixels");
   }
-  return {text.substr(0, at), text.substr(at + 1)};
+  return {static_cast<int>(width), static_cast<int>(height)};
 }
 
-std::pair<int, int> Size(std::string_view text) {
-  const auto [width, height] = Split(text, 'x', "--size");
-  return {Number(width, kSmallestSide, kLargestSide, "--size"), Number(height, kSmallestSide, kLargestSide, "--size")};
-}
-
-Rational Rate(std::string_view text) {
-  const auto [numerator, denominator] = Split(text, '/', "--rate");
-  const Rational rate{Number<std::int64_t>(numerator, 1, 1000000, "--rate"),
-                      Number<std::int64_t>(denominator, 1, 1000000, "--rate")};
-  if (rate.numerator < rate.denominator || rate.numerator > 240 * rate.denominator) {
-    throw UsageError("--rate must be between 1 and 240 frames a second");
+Rational Rate(const std::string& text) {
+  const auto [numerator, denominator] = TwoNumbers("--rate", text, '/');
+  if (denominator < 1 || numerator < denominator || numerator > 240 * denominator) {
+    throw CLI::ValidationError("--rate", "a rate is 1/1 to 240/1 frames a second");
   }
-  return rate;
-}
-
-RenderFault Fault(const std::string& text) {
-  if (text == "render") return RenderFault::kRender;
-  if (text == "cancel") return RenderFault::kCancel;
-  throw UsageError("--fail takes render or cancel");
+  return {numerator, denominator};
 }
 
 // The authority that the service makes for itself, or an empty path.
@@ -92,57 +60,38 @@ std::string DefaultAuthority() {
   return access(path.c_str(), R_OK) == 0 ? path : "";
 }
 
-std::string ReadableFile(const char* path, const std::string& option) {
-  if (access(path, R_OK) != 0) throw UsageError(option + " cannot read " + path);
-  return path;
-}
-
-enum OptionCode { kPlugin = 1, kMedia, kSize, kRate, kSeconds, kExport, kAuthority, kConnectPort, kFail, kHelpWanted };
-
-const std::array<option, 11> kOptions{{{"plugin", required_argument, nullptr, kPlugin},
-                                       {"media", required_argument, nullptr, kMedia},
-                                       {"size", required_argument, nullptr, kSize},
-                                       {"rate", required_argument, nullptr, kRate},
-                                       {"seconds", required_argument, nullptr, kSeconds},
-                                       {"export", no_argument, nullptr, kExport},
-                                       {"ca", required_argument, nullptr, kAuthority},
-                                       {"connect-port", required_argument, nullptr, kConnectPort},
-                                       {"fail", required_argument, nullptr, kFail},
-                                       {"help", no_argument, nullptr, kHelpWanted},
-                                       {nullptr, 0, nullptr, 0}}};
-
-void Apply(int code, Options& options) {
-  switch (code) {
-    case kPlugin:
-      options.plugin = optarg;
-      break;
-    case kMedia:
-      options.sequence.media = ReadableFile(optarg, "--media");
-      break;
-    case kSize:
-      options.sequence.size = Size(optarg);
-      break;
-    case kRate:
-      options.sequence.rate = Rate(optarg);
-      break;
-    case kSeconds:
-      options.sequence.seconds = Number(std::string_view(optarg), 0.01, 86400.0, "--seconds");
-      break;
-    case kExport:
-      options.export_at_once = true;
-      break;
-    case kAuthority:
-      options.authority = ReadableFile(optarg, "--ca");
-      break;
-    case kConnectPort:
-      options.connect_port = Number(std::string_view(optarg), 1, 65535, "--connect-port");
-      break;
-    case kFail:
-      options.fault = Fault(optarg);
-      break;
-    default:
-      throw UsageError("");  // getopt has told the reason
-  }
+void AddOptions(CLI::App& app, Options& options) {
+  app.add_option("--plugin", options.plugin, "load this bundle instead of those of the media-core folder")
+      ->type_name("PATH");
+  app.add_option("--media", options.sequence.media,
+                 "the sequence is this film (default: a test picture with a time code and a tone)")
+      ->type_name("FILE")
+      ->check(kFile);
+  app.add_option_function<std::string>(
+         "--size", [&options](const std::string& text) { options.sequence.size = Size(text); },
+         "frame size in pixels (default: the film's, or 1280x720)")
+      ->type_name("WxH");
+  app.add_option_function<std::string>(
+         "--rate", [&options](const std::string& text) { options.sequence.rate = Rate(text); },
+         "frame rate (default: the film's, or 25/1)")
+      ->type_name("N/D");
+  app.add_option("--seconds", options.sequence.seconds, "duration (default: the film's, or 10)")
+      ->type_name("S")
+      ->check(CLI::Range(0.01, 86400.0).description(""));
+  app.add_flag("--export", options.export_at_once,
+               "export with the first plug-in at once, and end when its windows have closed");
+  app.add_option("--ca", options.authority,
+                 "trust the certificate authority in this PEM file and no other (default: that of the local service)")
+      ->type_name("FILE")
+      ->check(kFile);
+  app.add_option("--connect-port", options.connect_port, "connect every transfer to this port of 127.0.0.1")
+      ->type_name("N")
+      ->check(CLI::Range(1, 65535).description(""));
+  const std::map<std::string, RenderFault> faults = {{"render", RenderFault::kRender},
+                                                     {"cancel", RenderFault::kCancel}};
+  app.add_option("--fail", options.fault, "let the render fail, or cancel it as the user would")
+      ->type_name("render|cancel")
+      ->transform(CLI::CheckedTransformer(faults).description(""));
 }
 
 }  // namespace
@@ -150,22 +99,14 @@ void Apply(int code, Options& options) {
 std::optional<Options> ParseOptions(int argc, char** argv, int& status) {
   Options options;
   options.authority = DefaultAuthority();
+  CLI::App app("Opens a sequence, loads export plug-ins and offers them under File > Export.", "orvane-host");
+  app.footer(kExitStatuses);
+  AddOptions(app, options);
   try {
-    optind = 1;
-    for (int code = 0; (code = getopt_long(argc, argv, "", kOptions.data(), nullptr)) != -1;) {
-      if (code == kHelpWanted) {
-        fputs(kHelp, stdout);
-        status = 0;
-        return std::nullopt;
-      }
-      Apply(code, options);
-    }
-    if (optind < argc) throw UsageError(std::string("there is no use for \"") + argv[optind] + "\"");
+    app.parse(argc, argv);
     return options;
-  } catch (const UsageError& error) {
-    if (*error.what()) fprintf(stderr, "orvane-host: %s\n", error.what());
-    fputs("orvane-host: see orvane-host --help\n", stderr);
-    status = static_cast<int>(ExitStatus::kUsage);
+  } catch (const CLI::ParseError& error) {
+    status = app.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::kUsage);
     return std::nullopt;
   }
 }
