@@ -8,6 +8,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <fstream>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -24,8 +25,8 @@ constexpr const char* kUsage =
     "  --data DIR                folder for everything it keeps\n"
     "                            (default: orvane-service in $XDG_DATA_HOME or ~/.local/share)\n"
     "  --port N                  port on 127.0.0.1; 0 for any free one (default: 48443)\n"
-    "  --demo-password PW        password of the demo user, used at the first start\n"
-    "                            (default: random; printed then)\n"
+    "  --demo-password-file FILE take the demo user's password from the first line of this file, at the first start\n"
+    "                            (default: random, and printed)\n"
     "  --web-version TEXT        what the web site gives as the newest plug-in version (default: 1.1)\n"
     "  --refuse-uploads MESSAGE  refuse every upload with this message\n"
     "  --help                    print this and exit\n"
@@ -49,12 +50,21 @@ bool ParsePort(const char* text, int& port) {
   return error == std::errc() && stop == end && port >= 0 && port <= 65535;
 }
 
+// Takes the password from the file's first line. Returns false when there is none that a client can send: the plug-in
+// sends its login form unescaped, so "&", "+" and "%" would never arrive as they are.
+bool ReadPassword(const char* file, std::optional<std::string>& password) {
+  std::ifstream stream(file);
+  password.emplace();
+  std::getline(stream, *password);
+  return !password->empty() && password->find_first_of("&+%") == std::string::npos;
+}
+
 // Fills in the options, or returns the exit code with which the program ends.
 std::optional<int> ParseOptions(int argc, char** argv, ServiceOptions& options) {
-  enum { kData = 1, kPort, kDemoPassword, kWebVersion, kRefuseUploads, kHelp };
+  enum { kData = 1, kPort, kPasswordFile, kWebVersion, kRefuseUploads, kHelp };
   static const option known[] = {{"data", required_argument, nullptr, kData},
                                  {"port", required_argument, nullptr, kPort},
-                                 {"demo-password", required_argument, nullptr, kDemoPassword},
+                                 {"demo-password-file", required_argument, nullptr, kPasswordFile},
                                  {"web-version", required_argument, nullptr, kWebVersion},
                                  {"refuse-uploads", required_argument, nullptr, kRefuseUploads},
                                  {"help", no_argument, nullptr, kHelp},
@@ -68,11 +78,9 @@ std::optional<int> ParseOptions(int argc, char** argv, ServiceOptions& options) 
       case kPort:
         if (!ParsePort(optarg, options.port)) return WrongUsage("--port needs a number from 0 to 65535");
         break;
-      case kDemoPassword:
-        options.demo_password = optarg;
-        // The plug-in sends its login form unescaped, so these would never arrive as they are.
-        if (options.demo_password->empty() || options.demo_password->find_first_of("&+%") != std::string::npos) {
-          return WrongUsage("--demo-password needs a text without & + and %");
+      case kPasswordFile:
+        if (!ReadPassword(optarg, options.demo_password)) {
+          return WrongUsage("--demo-password-file needs a file with a text without & + and % in its first line");
         }
         break;
       case kWebVersion:
@@ -105,8 +113,9 @@ int Run(ServiceOptions options) {
   umask(077);
   if (options.data.empty()) options.data = orvane_service::DefaultDataFolder();
   options.log = [](const std::string& line) { std::cerr << "orvane-service: " << line << std::endl; };
+  const bool password_was_given = options.demo_password.has_value();
   Service service(std::move(options));
-  if (service.DemoPassword()) {
+  if (service.DemoPassword() && !password_was_given) {
     std::cout << "orvane-service: demo login: subdomain acme, user editor, password " << *service.DemoPassword()
               << std::endl;
   }
