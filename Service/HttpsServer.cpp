@@ -16,14 +16,6 @@ constexpr int kKeepAliveSeconds = 5;
 // For one read or write: a client whose machine or line stalls for longer is given up.
 constexpr int kStallSeconds = 120;
 
-std::function<bool(SSL_CTX&)> SetupWith(const Identity& identity) {
-  return [&identity](SSL_CTX& context) {
-    return SSL_CTX_set_min_proto_version(&context, TLS1_2_VERSION) == 1 &&
-           SSL_CTX_use_certificate(&context, identity.certificate.get()) == 1 &&
-           SSL_CTX_use_PrivateKey(&context, identity.key.get()) == 1;
-  };
-}
-
 // True if the client announced a body of which it has not sent everything.
 bool HasUnreadBody(const httplib::Request& headers, uint64_t body_bytes_read) {
   if (headers.has_header("Transfer-Encoding")) return true;
@@ -32,8 +24,10 @@ bool HasUnreadBody(const httplib::Request& headers, uint64_t body_bytes_read) {
 
 }  // namespace
 
-HttpsServer::HttpsServer(const Identity& identity) : SSLServer(SetupWith(identity)) {
-  if (!is_valid()) throw std::runtime_error("the server's certificate cannot be used");
+HttpsServer::HttpsServer(const Identity& identity) : SSLServer(identity.certificate.c_str(), identity.key.c_str()) {
+  if (!is_valid() || SSL_CTX_set_min_proto_version(ssl_context(), TLS1_2_VERSION) != 1) {
+    throw std::runtime_error("the server's certificate cannot be used");
+  }
   new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
   set_keep_alive_max_count(kKeepAliveRequests);
   set_keep_alive_timeout(kKeepAliveSeconds);
@@ -95,7 +89,7 @@ bool HttpsServer::process_and_close_socket(socket_t sock) {
 
 void HttpsServer::Serve(TlsStream& stream) {
   bool unread = false;
-  for (int left = kKeepAliveRequests; left > 0 && !unread && stream.WaitForData(kKeepAliveSeconds * 1000); --left) {
+  for (size_t left = keep_alive_max_count_; left > 0 && !unread && stream.WaitForData(kKeepAliveSeconds * 1000); --left) {
     // Stays true when the library gives up before the headers are complete.
     unread = true;
     bool closed = false;

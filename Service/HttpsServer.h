@@ -28,6 +28,7 @@ class HttpsServer : private httplib::SSLServer {
   using httplib::SSLServer::set_error_handler;
   using httplib::SSLServer::set_exception_handler;
   using httplib::SSLServer::set_expect_100_continue_handler;
+  using httplib::SSLServer::set_keep_alive_max_count;
   using httplib::SSLServer::set_logger;
   using httplib::SSLServer::set_pre_routing_handler;
 

@@ -36,7 +36,7 @@ struct Authority {
   const Identity trusted = authority.ServerIdentity();
   const Identity unknownAuthority = other.ServerIdentity();
   // A name that the authority may vouch for.
-  const Identity wrongName = authority.Sign({"DNS:elsewhere.orvane.localhost"}, kCertificateDays);
+  const Identity wrongName = authority.Sign("elsewhere", {"DNS:elsewhere.orvane.localhost"}, kCertificateDays);
 };
 
 Request HeadOf(const httplib::Request& arrived) {
