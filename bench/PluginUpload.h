@@ -19,9 +19,6 @@ class PluginUpload {
   /// Shows the window and uploads while the main loop runs. Returns the seconds from there to the completion hook; the
   /// plug-in has deleted g_fpath then. Throws std::runtime_error when the upload fails.
   double Run();
-
-  /// The calls of the progress hook so far.
-  long long ProgressCalls() const;
 };
 
 /// Makes an empty file of that many bytes at g_fpath, of which only the length takes room on the disk. A second name

@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <chrono>
 #include <stdexcept>
 
@@ -22,7 +21,6 @@ using Clock = std::chrono::steady_clock;
 constexpr double kUploadDeadlineSeconds = 600;
 
 UploadStatusWindowController *controller = nil;
-std::atomic<long long> progress_calls{0};
 bool completed = false;
 Clock::time_point completed_at;
 std::string kept_file;
@@ -34,12 +32,8 @@ void Check(bool worked, const std::string &what) {
 }  // namespace
 
 PluginUpload::PluginUpload(OrvaneProjectsAPI &client) {
-  progress_calls = 0;
   completed = false;
-  g_pUpdFunc = [](double total, double now) {
-    ++progress_calls;
-    [controller updateProgressBarWithTotal:total now:now];
-  };
+  g_pUpdFunc = [](double total, double now) { [controller updateProgressBarWithTotal:total now:now]; };
   g_pCompleteFunc = [](std::string) {
     completed_at = Clock::now();
     completed = true;
@@ -59,10 +53,6 @@ double PluginUpload::Run() {
   RunMainLoopUntil([] { return completed || !ExportLifetime::UploadIsRunning(); }, kUploadDeadlineSeconds);
   if (!completed) throw std::runtime_error("the plug-in's upload failed");
   return std::chrono::duration<double>(completed_at - begin).count();
-}
-
-long long PluginUpload::ProgressCalls() const {
-  return progress_calls;
 }
 
 void MakeUploadFile(const std::string &folder, long long bytes) {

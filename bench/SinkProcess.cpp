@@ -37,7 +37,7 @@ int ReadPort(orvane_host::ChildProcess& process) {
 }  // namespace
 
 SinkProcess::SinkProcess(const std::string& folder)
-    : authorityFile_(folder + "/authority.pem"), process_({ORVANE_BENCH_SINK, authorityFile_}) {
+    : authorityFile_(folder + "/sink/ca.pem"), process_({ORVANE_BENCH_SINK, folder + "/sink"}) {
   port_ = ReadPort(process_);
   orvane_host::SetTrustedAuthority(authorityFile_);
   orvane_host::SetConnectPort(port_);

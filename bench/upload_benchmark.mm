@@ -15,7 +15,6 @@
 #include "MainLoopWatch.h"
 #include "PluginUpload.h"
 #include "ProcessMemory.h"
-#include "ProgressWatch.h"
 #include "SinkProcess.h"
 #include "WorkflowState.h"
 
@@ -52,10 +51,9 @@ std::string Milliseconds(double seconds) {
   return Text(seconds * kMillisecondsPerSecond, 1, "ms");
 }
 
-// Memory and progress calls of one long upload, the first of the process.
+// The memory of one long upload, the first of the process.
 void MeasureLongUpload(OrvaneProjectsAPI &client, const Sizes &sizes, const std::string &folder) {
   MakeUploadFile(folder, sizes.memoryUpload);
-  ProgressWatch watch;
   PluginUpload upload(client);
   ResetPeak();
   const long long before = ResidentBytes();
@@ -64,10 +62,6 @@ void MeasureLongUpload(OrvaneProjectsAPI &client, const Sizes &sizes, const std:
   Print({"memory growth, " + SizeText(sizes.memoryUpload) + " upload", Text(growth, 1, "MiB"),
          "from " + Text(static_cast<double>(before) / kMebibyte, 1, "MiB"), Text(growth, 1, "MiB"), "8 MiB at most",
          growth <= kWantedGrowthMebibytes, "peak over what was in use before the window opened"});
-  const bool all = watch.Calls() > 0 && upload.ProgressCalls() == watch.Calls();
-  Print({"progress calls that arrive", std::to_string(upload.ProgressCalls()), std::to_string(watch.Calls()),
-         std::to_string(watch.Calls() - upload.ProgressCalls()) + " lost", "0 lost", all,
-         "ours: sink, other: libcurl"});
 }
 
 struct Speed {

@@ -24,7 +24,7 @@ target_include_directories(orvane_bench PRIVATE "$<TARGET_PROPERTY:orvane_looks,
 add_dependencies(orvane_bench bench_sink orvane_bundle)
 
 foreach(name IN ITEMS upload_benchmark listing_benchmark)
-  add_executable(${name} ${name}.mm ProgressWatch.cpp)
+  add_executable(${name} ${name}.mm)
   target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_looks orvane_windows
     gnustep_appkit orvane_warnings)
 endforeach()
