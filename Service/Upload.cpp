@@ -35,7 +35,7 @@ void Upload::CheckHeaders(const httplib::Request& request) {
   if (refusal_message_) throw Refusal{503, *refusal_message_};
   if (!request.is_multipart_form_data()) throw Refusal{415, "An upload must be a form with a file."};
   const uint64_t length = request.get_header_value<uint64_t>("Content-Length");
-  if (length > kMaxUploadBytes) throw Refusal{413, "The file is too large."};
+  if (length > kMaxUploadBytes) throw TooLarge();
   if (length > files_.FreeBytes()) throw Refusal{507, "The service has no room for the file."};
 }
 

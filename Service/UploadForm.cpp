@@ -20,8 +20,16 @@ bool IsTextName(const std::string& name) {
 
 }  // namespace
 
+Refusal TooLarge() {
+  return {413, "The file is too large."};
+}
+
 bool UploadForm::Refuse(int status, const std::string& message) {
-  if (!refusal_) refusal_ = Refusal{status, message};
+  return Refuse(Refusal{status, message});
+}
+
+bool UploadForm::Refuse(const Refusal& refusal) {
+  if (!refusal_) refusal_ = refusal;
   // The space is free again at once, however long the client goes on sending.
   file_.reset();
   return false;
@@ -76,8 +84,7 @@ bool UploadForm::Append(const char* data, size_t size) {
 }
 
 bool UploadForm::AppendToFile(const char* data, size_t size) {
-  // The announced length has been checked, but a body in chunks announces none.
-  if (file_->Size() + size > kMaxUploadBytes) return Refuse(413, "The file is too large.");
+  if (file_->Size() + size > kMaxFileBytes) return Refuse(TooLarge());
   try {
     file_->Write(data, size);
   } catch (const std::system_error& error) {

@@ -13,12 +13,17 @@
 
 namespace orvane_service {
 
-/// Largest body of an upload, in bytes: hours of finished video, and still far from filling a disk by mistake.
-constexpr uint64_t kMaxUploadBytes = 64ull << 30;
+/// Largest file, in bytes: hours of finished video, and still far from filling a disk by mistake.
+constexpr uint64_t kMaxFileBytes = 64ull << 30;
 /// Largest text of one part, and of all parts together, in bytes.
 constexpr size_t kMaxTextBytes = 1 << 20;
 constexpr size_t kMaxTextBytesInAll = 8 << 20;
 constexpr size_t kMaxTags = 1000;
+/// Largest body of an upload: that file, and all texts with what a form puts around them.
+constexpr uint64_t kMaxUploadBytes = kMaxFileBytes + 2 * kMaxTextBytesInAll;
+
+/// What is said of a longer one.
+Refusal TooLarge();
 
 /// Takes the parts in any order. After a refusal the form takes nothing more. Used by one thread.
 class UploadForm {
@@ -50,6 +55,7 @@ class UploadForm {
 
  private:
   bool Refuse(int status, const std::string& message);
+  bool Refuse(const Refusal& refusal);
   bool BeginFile(const std::string& file_name);
   bool AppendToFile(const char* data, size_t size);
 
