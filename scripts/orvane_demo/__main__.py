@@ -1,0 +1,142 @@
+"""The demo: prepares the machine, starts service and host, lets a person or the driver export, and looks at the result."""
+
+import contextlib
+import fcntl
+import os
+import secrets
+import shlex
+import signal
+import subprocess
+import sys
+import time
+
+from checks import Checks
+from driver import Driver
+from failure import Failure
+from keyboard import KeyboardDriver
+from options import ROOT, parse
+from processes import Host, Service, Surroundings
+from screen import Screen
+
+LOCAL_DOMAIN = "orvane.localhost:48443"
+SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
+
+
+def say(text):
+    print(text, flush=True)
+
+
+def run_script(name, *words, **options):
+    done = subprocess.run([ROOT / "scripts" / name, *words], check=False, text=True, **options)
+    if done.returncode != 0:
+        raise Failure(f"scripts/{name} failed")
+    return done.stdout and done.stdout.strip()
+
+
+def prepare(options):
+    if not options.build:
+        run_script("install-packages")
+    display = os.environ.get("DISPLAY")
+    if not options.headless and subprocess.run(["xwininfo", "-root"], capture_output=True, check=False).returncode != 0:
+        raise Failure(f"the display {display} cannot be reached; run with --headless, or set DISPLAY to another one")
+    if options.build:
+        options.host += ["--plugin", options.build / "Orvane.bundle"]
+    else:
+        options.build = ROOT / "build" / "release"
+        run_script("build", "release", "orvane-host", "orvane-service", "orvane_bundle", "orvane_presets")
+        run_script("install-built", "release", "presets", "Unspecified")
+    options.presets, domain = (run_script("configured", options.build, name, stdout=subprocess.PIPE)
+                               for name in ("ORVANE_PLUGIN_FOLDER", "ORVANE_SERVICE_DOMAIN"))
+    if not os.access(os.path.join(options.presets, "Orvane.epr"), os.R_OK):
+        raise Failure("the encoding presets are not in their place; scripts/demo without --build installs them")
+    if domain != LOCAL_DOMAIN:
+        raise Failure(f"{options.build} is for the service at {domain}; the demo's is at {LOCAL_DOMAIN}")
+
+
+def claim(folder):
+    """Keeps other demos off the folder as long as this program runs. Returns whether it is free."""
+    folder.mkdir(mode=0o700, parents=True, exist_ok=True)
+    try:
+        fcntl.flock(os.open(folder / "lock", os.O_RDWR | os.O_CREAT), fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except BlockingIOError:
+        return False
+    return True
+
+
+def prepare_state(options):
+    """Finds and fills the folder for what stays. Passwords, keys, films and logs are nobody else's business."""
+    os.umask(0o077)
+    folders = [options.state] if options.state else [ROOT / "build" / f"demo{end}" for end in ("", "-2", "-3", "-4")]
+    options.state = next(filter(claim, folders), None)
+    if not options.state:
+        raise Failure(f"another demo is using {folders[-1]}")
+    for name in ("logs", "pictures", "service", "home"):
+        (options.state / name).mkdir(exist_ok=True)
+        (options.state / name).chmod(0o700)
+    password = options.state / "password"
+    if not password.exists():
+        password.write_text(secrets.token_hex(8))
+
+
+def explain(options, service):
+    say(f"The service is running on port {service.port} of this machine; its data is in {service.data}.")
+    if options.headless:
+        say(f"The demo drives the windows on a display of its own; the pictures go to {options.state / 'pictures'}.")
+        return
+    say('In the window "Orvane Host" choose File > Export > Orvane. Log in with\n'
+        f"    subdomain acme, user name editor, password {service.password}\n"
+        "then choose a project and a folder and press Upload. Quit the host when you are done.\n"
+        "Your browser will warn of an unknown authority: only the host trusts the service's own. It is\n"
+        f"    {service.authority}")
+
+
+def drive(options, surroundings, service, host):
+    pictures = options.state / "pictures"
+    for old in pictures.glob("*.png"):
+        old.unlink()
+    kind = KeyboardDriver if options.variant == "keyboard" else Driver
+    kind(Screen(surroundings.environment, pictures, host), service, options.variant).drive()
+
+
+def export(options, cleanup):
+    started = time.time()
+    surroundings = Surroundings(options)
+    cleanup.callback(surroundings.end)
+    service = Service(options, surroundings)
+    cleanup.callback(service.end)
+    explain(options, service)
+    host = Host(options, surroundings, service)
+    cleanup.callback(host.end)
+    if options.headless:
+        drive(options, surroundings, service, host)
+    checks = Checks(options, surroundings, service, host, started)
+    checks.run()
+    if checks.link:
+        say(f"The film's page: {checks.link}")
+        if not options.headless and sys.stdin.isatty():
+            input("The service runs until you press Return. ")
+        command = shlex.join(map(str, [*service.command, service.port]))
+        say(f"The service ends with the demo. To see the page again, start it with\n    {command}")
+
+
+def main():
+    options = parse(sys.argv[1:])
+    for number in SIGNALS:
+        signal.signal(number, lambda number, _: sys.exit(128 + number))
+    cleanup = contextlib.ExitStack()
+    try:
+        prepare(options)
+        prepare_state(options)
+        export(options, cleanup)
+    except (Failure, OSError) as failure:
+        print(f"demo: {failure}", file=sys.stderr)
+        return getattr(failure, "status", 1)
+    finally:
+        for number in SIGNALS:
+            signal.signal(number, signal.SIG_IGN)
+        cleanup.close()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,30 @@
+"""Where the controls are in the plug-in's windows, as the interface files say."""
+
+import xml.etree.ElementTree as ElementTree
+
+from options import ROOT
+
+
+class Interface:
+    def __init__(self, name):
+        window = ElementTree.parse(ROOT / "Mac" / "Resources" / f"{name}.xib").find("objects/window")
+        self._parents = {child: parent for parent in window.iter() for child in parent}
+        self._content = window.find("view[@key='contentView']")
+        self.title = window.get("title")
+
+    def place(self, control, height):
+        """The middle of the control with this id, in pixels from the upper left corner of a window of this height."""
+        view = self._content.find(f".//*[@id='{control}']")
+        _, _, x, y = (number / 2 for number in self._frame(view))
+        while view is not self._content:
+            frame, stretch = self._frame(view), view.find("autoresizingMask[@flexibleMinY='YES']")
+            if frame:
+                x, y, from_top = x + frame[0], y + frame[1], stretch is not None
+            view = self._parents[view]
+        # The windows grow and shrink at their bottom; most controls stay where they are below the top.
+        return round(x), round((self._frame(self._content)[3] if from_top else height) - y)
+
+    @staticmethod
+    def _frame(view):
+        rectangle = view.find("rect[@key='frame']")
+        return rectangle is not None and [float(rectangle.get(name)) for name in ("x", "y", "width", "height")]

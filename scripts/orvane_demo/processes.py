@@ -1,0 +1,122 @@
+"""The programs that the demo runs: its surroundings, the review service and the stand-in host."""
+
+import os
+import pathlib
+import re
+import shlex
+import shutil
+import signal
+import subprocess
+
+from failure import Failure, wait_until
+from options import ROOT
+
+DEFAULT_PORT = 48443
+REFUSAL = "The demo was asked for a refusal."
+
+
+class Surroundings:
+    """A home, a keyring and, without a person, a display of the demo's own. They and all that was started with their
+    environment end with the demo, however that ends."""
+
+    def __init__(self, options):
+        tools = ROOT / "scripts" / "surroundings"
+        command = [tools / "with_home", tools / "with_keyring"]
+        command[1:1] = [] if options.headless else ["--home", options.state / "home"]
+        command += [tools / "with_display"] if options.headless else []
+        self._process = subprocess.Popen([*command, "sh", "-c", "env -0; echo; exec cat"], stdin=subprocess.PIPE,
+                                         stdout=subprocess.PIPE, start_new_session=True)
+        told = b""
+        while not told.endswith(b"\0\n"):
+            part = os.read(self._process.stdout.fileno(), 65536)
+            if not part:
+                raise Failure("the host's surroundings could not be made")
+            told += part
+        self.environment = dict(entry.split("=", 1) for entry in os.fsdecode(told[:-2]).split("\0"))
+        self.folder = pathlib.Path(self.environment["TMPDIR"])
+        self._note_pages(with_browser=not options.headless)
+
+    def end(self):
+        self._process.stdin.close()
+        self._process.wait()
+
+    def _note_pages(self, with_browser):
+        """The plug-in opens the film's page with xdg-open. This one notes the address; a person's browser gets it as
+        well, with the person's own environment."""
+        self.opened, opener = self.folder / "opened", self.folder / "bin" / "xdg-open"
+        script = f'#!/bin/sh\nprintf "%s\\n" "$1" >>{shlex.quote(str(self.opened))}\n'
+        if with_browser:
+            own = shlex.join(f"{name}={value}" for name, value in os.environ.items())
+            script += f'exec env -i {own} xdg-open "$1"\n'
+        opener.parent.mkdir()
+        opener.write_text(script)
+        opener.chmod(0o700)
+        self.environment["PATH"] = f"{opener.parent}:{self.environment['PATH']}"
+
+
+class Program:
+    def __init__(self, command, environment, log):
+        self.log = log
+        with open(log, "w") as output:
+            self._process = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, stdout=output,
+                                             stderr=subprocess.STDOUT, start_new_session=True)
+        self.send, self.wait = self._process.send_signal, self._process.wait
+
+    def ended(self):
+        return self._process.poll() is not None
+
+    def end(self):
+        self.send(signal.SIGCONT)
+        self.send(signal.SIGTERM)
+        # A host that hangs in a modal window does not hear that.
+        if not wait_until(10, self.ended):
+            self.send(signal.SIGKILL)
+        self.wait()
+
+    def said(self):
+        return self.log.read_text(errors="replace")
+
+    def last_words(self):
+        return "\n".join(self.said().splitlines()[-5:])
+
+
+class Service(Program):
+    def __init__(self, options, surroundings):
+        self.data, password = options.state / "service", options.state / "password"
+        self.password, self.authority = password.read_text().strip(), self.data / "ca" / "ca.pem"
+        self.command = [options.build / "Service" / "orvane-service", "--data", self.data, "--port"]
+        words = ["--demo-password-file", password]
+        words += ["--web-version", options.web_version] if options.web_version else []
+        words += ["--refuse-uploads", REFUSAL] if options.variant == "upload" else []
+        for port in [options.port] if options.port else [DEFAULT_PORT, 0]:
+            super().__init__([*self.command, str(port), *words], surroundings.environment, options.state / "logs" / "service.log")
+            wait_until(30, lambda: "ready on" in self.said() or self.ended())
+            if "is in use" not in self.said():
+                break
+        ready = re.search(r"ready on https://127\.0\.0\.1:(\d+) ", self.said())
+        if not ready:
+            self.end()
+            raise Failure(f"the service did not start\n{self.last_words()}")
+        self.port = ready[1]
+
+
+class Host(Program):
+    def __init__(self, options, surroundings, service):
+        command = [options.build / "Host" / "orvane-host", *options.host, "--ca", service.authority,
+                   "--connect-port", service.port]
+        if options.variant == "preset":
+            command = hide_preset(options.presets, surroundings.folder / "presets") + command
+        super().__init__(command, surroundings.environment, options.state / "logs" / "host.log")
+
+
+def hide_preset(folder, others):
+    """Returns the words before a command for which the folder lacks a preset. Only that command sees it so: it has a
+    mount namespace of its own."""
+    shutil.copytree(folder, others, symlinks=True, ignore=shutil.ignore_patterns("Orvane.epr"))
+    mount = ["--mount", "sh", "-c", 'mount --bind "$1" "$2" && shift 2 && exec "$@"', "sh", others, folder]
+    # Whoever is not root is it for the mounting, and then oneself again.
+    oneself = ["unshare", "--user", f"--map-user={os.getuid()}", f"--map-group={os.getgid()}"]
+    for words in (["unshare", *mount], ["unshare", "--user", "--map-root-user", *mount, *oneself]):
+        if subprocess.run([*words, "true"], stderr=subprocess.DEVNULL, check=False).returncode == 0:
+            return words
+    raise Failure("this machine lets nobody but root hide the encoding preset from one program", 77)
