@@ -7,9 +7,7 @@
 #import "RoundedView.h"
 #include "PluginResources.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace {
 
@@ -27,44 +25,6 @@ RoundedButton *CountedButton(int type, id counter) {
   [button setTarget:counter];
   [button setAction:window_test::CountedAction()];
   return button;
-}
-
-// What the button shows in a window of its own.
-NSBitmapImageRep *Shown(RoundedButton *button) {
-  window_test::BareWindow window([button frame].size);
-  window.Add(button);
-  [window.Window() makeFirstResponder:nil];
-  return window.Picture();
-}
-
-struct Ink {
-  NSInteger left = -1;   // pixels of background before the title
-  NSInteger right = -1;  // and after it
-};
-
-bool ColumnsDiffer(NSBitmapImageRep *one, NSBitmapImageRep *other, NSInteger x) {
-  for (NSInteger y = 0; y < [one pixelsHigh]; ++y) {
-    NSUInteger first[5] = {}, second[5] = {};
-    [one getPixel:first atX:x y:y];
-    [other getPixel:second atX:x y:y];
-    if (!std::equal(first, first + 3, second)) return true;
-  }
-  return false;
-}
-
-// Where the title's glyphs are: the columns in which the button differs from itself without a title.
-Ink TitleInk(RoundedButton *button, NSString *title) {
-  [button setTitleString:@""];
-  NSBitmapImageRep *without = Shown(button);
-  [button setTitleString:title];
-  NSBitmapImageRep *with = Shown(button);
-  Ink ink;
-  for (NSInteger x = 0; x < [with pixelsWide]; ++x) {
-    if (!ColumnsDiffer(with, without, x)) continue;
-    if (ink.left < 0) ink.left = x;
-    ink.right = [with pixelsWide] - 1 - x;
-  }
-  return ink;
 }
 
 }  // namespace
@@ -113,26 +73,6 @@ TEST(RoundedButton, CentresItsTitle) {
   EXPECT_TRUE([[label textColor] isEqual:[NSColor whiteColor]]);
   NSRect moved = [label titleRectForBounds:NSMakeRect(3, 4, 50, height + 13)];
   EXPECT_TRUE(NSEqualRects(moved, NSMakeRect(3, 3, 50, height + 13)));
-}
-
-// The glyphs themselves, at rest and pressed. The title reads the same from both sides, so that its ink is as wide of
-// its middle on the left as on the right; a pixel is left over when title and button are not both odd or even.
-TEST(RoundedButton, DrawsItsTitleInTheMiddle) {
-  for (int type = 0; type < 5; ++type) {
-    for (CGFloat width : {90, 141, 200}) {
-      for (BOOL pressed : {NO, YES}) {
-        @autoreleasepool {
-          RoundedButton *button = Button(type);
-          [button setFrameSize:NSMakeSize(width, 32)];
-          [button setHighlighted:pressed];
-          const Ink ink = TitleInk(button, @"AVOVA");
-          EXPECT_GT(ink.left, 8) << type;
-          EXPECT_GT(ink.right, 8) << type;
-          EXPECT_LE(std::labs(ink.left - ink.right), 1) << type << ": " << ink.left << " and " << ink.right;
-        }
-      }
-    }
-  }
 }
 
 // The release counts wherever the pointer is; the second mouse button does nothing.

@@ -11,8 +11,8 @@ namespace window_test {
 /// Opens when it is made and closes when it goes. Main thread.
 class BareWindow {
  public:
-  /// The size is that of the content; without a color the window has its usual one.
-  explicit BareWindow(NSSize size, NSColor *color = nil);
+  /// The size is that of the content.
+  explicit BareWindow(NSSize size);
   ~BareWindow();
   BareWindow(const BareWindow &) = delete;
   BareWindow &operator=(const BareWindow &) = delete;

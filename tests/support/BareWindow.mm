@@ -18,13 +18,12 @@
 
 namespace window_test {
 
-BareWindow::BareWindow(NSSize size, NSColor *color) {
+BareWindow::BareWindow(NSSize size) {
   window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, size.width, size.height)
                                         styleMask:NSBorderlessWindowMask
                                           backing:NSBackingStoreBuffered
                                             defer:NO];
   [window_ setReleasedWhenClosed:NO];
-  if (color) [window_ setBackgroundColor:color];
   [window_ orderFront:nil];
 }
 
