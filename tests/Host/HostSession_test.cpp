@@ -97,19 +97,6 @@ TEST_F(HostSessionTest, OutcomeSaysWhatHappened) {
   EXPECT_EQ(folder_.Count(), 0U);
 }
 
-TEST_F(HostSessionTest, ListenerCancelsTheRender) {
-  class Canceller : public SessionListener {
-   public:
-    bool RenderProgressed(double) override { return false; }
-    void RenderEnded(const RenderResult& result) override { ended = result.outcome; }
-    RenderOutcome ended = RenderOutcome::kRendered;
-  } canceller;
-  listener_ = &canceller;
-  EXPECT_EQ(Run("good"), kSuiteCancelled);
-  EXPECT_EQ(canceller.ended, RenderOutcome::kCancelled);
-  EXPECT_EQ(folder_.Count(), 0U);
-}
-
 TEST_F(HostSessionTest, FrameSizeReachesThePlugin) {
   sequence_.width = 720;
   sequence_.height = 1920;

@@ -20,22 +20,5 @@ TEST(Ticks, EveryStandardRateHasItsWholeNumber) {
   EXPECT_FALSE(RateOfCode(-1));
 }
 
-TEST(Ticks, OtherRatesAreRoundedToTheNearestTick) {
-  EXPECT_EQ(TicksPerFrame({240, 1}), 1058400000);
-  EXPECT_EQ(TicksPerFrame({11, 1}), 23092363636);             // .36 down
-  EXPECT_EQ(TicksPerFrame({13, 1}), 19539692308);             // .69 up
-  EXPECT_EQ(TicksPerFrame({1000000, 999999}), 254015745984);  // the largest product stays within 64 bits
-}
-
-TEST(Ticks, AudioSamplesOfUsualRatesOnly) {
-  EXPECT_EQ(TicksPerSample(48000.F), 5292000);
-  EXPECT_EQ(TicksPerSample(44100.F), 5760000);
-  EXPECT_EQ(TicksPerSample(96000.F), 2646000);
-  EXPECT_FALSE(TicksPerSample(0.F));
-  EXPECT_FALSE(TicksPerSample(-48000.F));
-  EXPECT_FALSE(TicksPerSample(44100.5F));
-  EXPECT_FALSE(TicksPerSample(47999.F));
-}
-
 }  // namespace
 }  // namespace orvane_host

@@ -79,23 +79,6 @@ TEST_F(ApiTest, RefusesLoginsThatAreWrong) {
   EXPECT_EQ(PostApi("/prjacc", "auth_key=" + key + right).Root()["status"], "success");
 }
 
-TEST_F(ApiTest, RefusesListsWithoutAValidSession) {
-  const Login login = LogIn();
-  const Login later = LogIn();
-  const Login foreign = LogIn("nordlicht");
-  const std::vector<Login> wrong = {
-      {"", ""}, {login.key, ""}, {login.key, later.token}, {later.key, login.token}, {foreign.key, foreign.token}};
-  for (const Login& credentials : wrong) {
-    SCOPED_TRACE(credentials.Body());
-    ExpectRefused(PostApi("/get_project_list", credentials.Body()), 403);
-    ExpectRefused(PostApi("/get_folders/1", credentials.Body()), 403);
-  }
-  now_ += orvane_service::kTokenLifetime - 1;
-  EXPECT_EQ(PostApi("/get_project_list", login.Body()).Root()["status"], "success");
-  now_ += 1;
-  ExpectRefused(PostApi("/get_project_list", login.Body()), 403);
-}
-
 TEST_F(ApiTest, RefusesProjectsAndFoldersThatAreNotTheCallers) {
   const Login login = LogIn();
   const json foreign = client_.Post(Url("nordlicht", "/v3/api/prjacc/get_project_list"), LogIn("nordlicht").Body())

@@ -50,11 +50,14 @@ TEST_F(CertificateAuthorityTest, IsTrustedForItsOwnDomainOnly) {
   }
   EXPECT_EQ(Connect(server, "a.b.orvane.localhost", file), CURLE_PEER_FAILED_VERIFICATION);
   // Certificates that are right in every way but that this authority may not sign.
-  EXPECT_EQ(Connect(authority.Sign("deep", {"DNS:deep.er.orvane.localhost"}, 10), "deep.er.orvane.localhost", file), CURLE_OK);
+  EXPECT_EQ(Connect(authority.Sign("deep", {"DNS:deep.er.orvane.localhost"}, 10), "deep.er.orvane.localhost", file),
+            CURLE_OK);
   for (const std::string host : {"example.com", "localhost", "evil-orvane.localhost", "orvane.localhost.example.com"}) {
-    EXPECT_EQ(Connect(authority.Sign("other", {"DNS:" + host}, 10), host, file), CURLE_PEER_FAILED_VERIFICATION) << host;
+    EXPECT_EQ(Connect(authority.Sign("other", {"DNS:" + host}, 10), host, file), CURLE_PEER_FAILED_VERIFICATION)
+        << host;
   }
-  EXPECT_EQ(Connect(authority.Sign("address", {"IP:127.0.0.1"}, 10), "127.0.0.1", file), CURLE_PEER_FAILED_VERIFICATION);
+  EXPECT_EQ(Connect(authority.Sign("address", {"IP:127.0.0.1"}, 10), "127.0.0.1", file),
+            CURLE_PEER_FAILED_VERIFICATION);
 }
 
 TEST_F(CertificateAuthorityTest, RenewsTheServersCertificateInTimeAndKeepsItsOwn) {

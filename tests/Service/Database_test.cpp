@@ -12,18 +12,6 @@ using orvane_service::Database;
 using orvane_service::DatabaseError;
 using orvane_service::Statement;
 
-TEST(DatabaseTest, RefusesFilesThatItCannotRead) {
-  const TemporaryFolder folder;
-  std::ofstream(folder.Path() / "text.db") << std::string(5000, 'x');
-  EXPECT_THROW(Database(folder.Path() / "text.db"), DatabaseError);
-  EXPECT_THROW(Database(folder.Path() / "missing" / "x.db"), DatabaseError);
-  {
-    Database newer(folder.Path() / "newer.db");
-    Statement(newer, "PRAGMA user_version = 1000").Run();
-  }
-  EXPECT_THROW(Database(folder.Path() / "newer.db"), DatabaseError);
-}
-
 TEST(DatabaseTest, AFileIsRecordedOnlyWhenItIsInPlace) {
   const TemporaryFolder folder;
   Database database(folder.Path() / "orvane.db");

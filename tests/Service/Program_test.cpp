@@ -42,7 +42,6 @@ TEST(ProgramTest, NeverPrintsAPasswordThatItWasGiven) {
 TEST(ProgramTest, TellsWrongUsageFromFailure) {
   const TemporaryFolder folder;
   const std::string data = folder / "data";
-  WriteFile(folder / "file", "not a folder");
   WriteFile(folder / "password", "a&b\n");
   RunningProgram first(Command({"--data", data, "--port", "0"}));
   ASSERT_NO_FATAL_FAILURE(first.UntilItSays("ready"));
@@ -52,14 +51,9 @@ TEST(ProgramTest, TellsWrongUsageFromFailure) {
     std::string error;
   };
   const std::vector<Case> cases = {{{"--help"}, 0, ""},
-                                   {{"--unknown"}, 2, "--unknown"},
-                                   {{"--port"}, 2, "--port"},
                                    {{"--port", "70000"}, 2, "--port"},
-                                   {{"--port", "80x"}, 2, "--port"},
                                    {{"--demo-password-file", folder / "password"}, 2, "--demo-password-file"},
                                    {{"--demo-password-file", folder / "missing"}, 2, "--demo-password-file"},
-                                   {{"stray"}, 2, "stray"},
-                                   {{"--data", folder / "file"}, 1, "file"},
                                    {{"--data", data, "--port", "0"}, 1, "another service"}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.arguments.back());

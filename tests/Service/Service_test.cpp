@@ -40,17 +40,6 @@ TEST_F(ServiceTest, APortInUseIsReported) {
   EXPECT_THROW(second.Start(), std::runtime_error);
 }
 
-TEST_F(ServiceTest, FilesWithoutARecordAreReportedAndKept) {
-  const std::string id = "0123456789abcdef0123456789abcdef";
-  std::ofstream(data_ / "files" / id) << "the only copy";
-  std::string log;
-  options_.log = [&log](const std::string& line) { log += line + "\n"; };
-  Restart();
-  EXPECT_NE(log.find(id), std::string::npos) << log;
-  EXPECT_TRUE(fs::exists(data_ / "files" / id));
-  service_.reset();
-}
-
 TEST_F(ServiceTest, TheWebSiteGivesVersionAndInstaller) {
   const std::string installer = Url("www", "/downloads/vorrel-premiere/orvane-vorrel-APP.dmg");
   const std::string version = "/downloads/vorrel-premiere/version.txt";
