@@ -33,30 +33,30 @@ std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUs
   password = newPassword;
   apiBaseUrl = ApiBaseUrl(subdomain, "/api/prjacc");
   // Both steps go here, whatever version the first one reports.
-  const std::string stepUrl = apiBaseUrl + "/prjacc";
+  const std::string step_url = apiBaseUrl + "/prjacc";
 
   std::cout << "orvanevorrel: doing auth step 1\n" << std::flush;
-  const std::string keyText = http.get(stepUrl);
-  if (keyText == "error") return "failed";
-  json::Value keyAnswer = json::Deserialize(keyText);
-  json::Value& keyRoot = keyAnswer["root"];
-  const std::string keyStatus = keyRoot["status"];
-  if (keyStatus != "success") return "failed";
+  const std::string key_text = http.get(step_url);
+  if (key_text == "error") return "failed";
+  json::Value key_answer = json::Deserialize(key_text);
+  json::Value& key_root = key_answer["root"];
+  const std::string key_status = key_root["status"];
+  if (key_status != "success") return "failed";
   // Only a service that says "3" is addressed under the plain path; one that reports no version is not.
-  const std::string version = keyRoot.HasKey("apiver") ? keyRoot["apiver"].ToString() : std::string();
+  const std::string version = key_root.HasKey("apiver") ? key_root["apiver"].ToString() : std::string();
   if (version != "3") apiBaseUrl = ApiBaseUrl(subdomain, "/v3/api/prjacc");
-  authKey = keyRoot["auth_key"].ToString();
+  authKey = key_root["auth_key"].ToString();
 
   std::cout << "orvanevorrel: doing auth step 2\n" << std::flush;
   // Sent as typed: the service does not expect these fields escaped.
   const std::string body = "auth_key=" + authKey + "&username=" + username + "&password=" + password;
-  const std::string tokenText = http.post(stepUrl, body);
-  if (tokenText == "error") return "failed";
-  json::Value tokenAnswer = json::Deserialize(tokenText);
-  json::Value& tokenRoot = tokenAnswer["root"];
-  const std::string tokenStatus = tokenRoot["status"];
-  if (tokenStatus != "success") return tokenText;
-  authToken = tokenRoot["payload"]["token"].ToString();
+  const std::string token_text = http.post(step_url, body);
+  if (token_text == "error") return "failed";
+  json::Value token_answer = json::Deserialize(token_text);
+  json::Value& token_root = token_answer["root"];
+  const std::string token_status = token_root["status"];
+  if (token_status != "success") return token_text;
+  authToken = token_root["payload"]["token"].ToString();
   return "success";
 }
 
