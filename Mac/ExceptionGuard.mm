@@ -1,6 +1,6 @@
-#import <Foundation/Foundation.h>
-
 #include "ExceptionGuard.h"
+
+#import <Foundation/Foundation.h>
 
 #include <cstdio>
 

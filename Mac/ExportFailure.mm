@@ -1,6 +1,6 @@
-#import <Cocoa/Cocoa.h>
-
 #include "ExportFailure.h"
+
+#import <Cocoa/Cocoa.h>
 
 #include <cstdio>
 

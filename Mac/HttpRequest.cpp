@@ -1,12 +1,12 @@
 #include "HttpRequest.h"
 
-#include "WorkflowState.h"
-
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <sstream>
+
+#include "WorkflowState.h"
 
 // The form and progress calls below have successors in newer libraries, which mark the old ones as deprecated. They
 // are kept: libcurls of every macOS release that the plug-in runs on have them.
@@ -18,20 +18,20 @@ namespace {
 constexpr long kRequestTimeoutSeconds = 30;
 constexpr long kNoTimeout = 0;
 
-/// The one handle of the process. Null until HttpRequest::init().
+// The one handle of the process. Null until HttpRequest::init().
 CURL* curl = nullptr;
 
-/// Result of the last libcurl call of a transfer. Before the first one, a transfer without a handle has to fail.
+// Result of the last libcurl call of a transfer. Before the first one, a transfer without a handle has to fail.
 CURLcode code = CURLE_FAILED_INIT;
 
-/// Sets one option of the handle. Returns whether that worked; the result is in code.
+// Sets one option of the handle. Returns whether that worked; the result is in code.
 template <typename T>
 bool SetOption(CURLoption option, T value) {
   code = curl_easy_setopt(curl, option, value);
   return code == CURLE_OK;
 }
 
-/// The options that every transfer begins with.
+// The options that every transfer begins with.
 bool SetCommonOptions(std::ostream& out) {
   return SetOption(CURLOPT_WRITEFUNCTION, &HttpRequest::data_write) &&
          // An empty file name switches the cookie engine on without reading a file.
@@ -41,7 +41,7 @@ bool SetCommonOptions(std::ostream& out) {
          SetOption(CURLOPT_WRITEDATA, &out);
 }
 
-/// A multipart form, freed with this object. The file is read when the form is sent.
+// A multipart form, freed with this object. The file is read when the form is sent.
 class UploadForm {
  public:
   UploadForm() = default;
@@ -62,7 +62,7 @@ class UploadForm {
   curl_httppost* last_ = nullptr;
 };
 
-/// Adds the parts of an upload in the order that the service reads them.
+// Adds the parts of an upload in the order that the service reads them.
 void FillUploadForm(UploadForm& form, const std::string& filePath, const std::string& authToken,
                     const std::string& authKey) {
   form.AddFile("Filedata", filePath);
@@ -74,7 +74,7 @@ void FillUploadForm(UploadForm& form, const std::string& filePath, const std::st
   for (const std::string& tag : g_tags) form.AddText("tags_array[]", tag);
 }
 
-/// Truncates towards zero. What does not fit becomes the nearest value that does, and NaN becomes 0.
+// Truncates towards zero. What does not fit becomes the nearest value that does, and NaN becomes 0.
 curl_off_t ToAmount(double bytes) {
   constexpr double kLimit = 9223372036854775808.0;  // 2^63, the first double above the range
   if (std::isnan(bytes)) return 0;

@@ -1,6 +1,6 @@
-#import <Cocoa/Cocoa.h>
-
 #include "MainThread.h"
+
+#import <Cocoa/Cocoa.h>
 
 @interface OrvMainThreadWork : NSObject {
   const std::function<void()> *work;  // not owned: its owner waits

@@ -1,6 +1,6 @@
-#import "NSString+TrimmingAdditions.h"
-
 #include <vector>
+
+#import "NSString+TrimmingAdditions.h"
 
 namespace {
 

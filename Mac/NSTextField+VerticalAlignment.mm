@@ -1,6 +1,6 @@
-#import "NSTextField+VerticalAlignment.h"
-
 #include <cmath>
+
+#import "NSTextField+VerticalAlignment.h"
 
 // Points that the text stands below the middle of its line.
 static const CGFloat kTextLift = 3.5;

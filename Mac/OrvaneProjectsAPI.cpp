@@ -1,10 +1,10 @@
 #include "OrvaneProjectsAPI.h"
 
+#include <iostream>
+
 #include "Deployment.h"
 #include "WorkflowState.h"
 #include "json.h"
-
-#include <iostream>
 
 namespace {
 
@@ -12,7 +12,7 @@ std::string ApiBaseUrl(const std::string& subdomain, const char* path) {
   return "https://" + subdomain + "." + ORVANE_SERVICE_DOMAIN + path;
 }
 
-/// The credentials that every request of a session carries. The service's tokens need no escaping.
+// The credentials that every request of a session carries. The service's tokens need no escaping.
 std::string SessionBody(const std::string& authToken, const std::string& authKey) {
   return "auth_token=" + authToken + "&auth_key=" + authKey;
 }

@@ -4,9 +4,9 @@
 // the one transfer handle of HttpRequest, so none may overlap another.
 #pragma once
 
-#include "HttpRequest.h"
-
 #include <string>
+
+#include "HttpRequest.h"
 
 class OrvaneProjectsAPI {
  public:

@@ -1,19 +1,18 @@
-#import <Cocoa/Cocoa.h>
-
 #include "OrvaneUI.h"
+
+#import <Cocoa/Cocoa.h>
+#import <Security/Security.h>
 
 #include <cstdio>
 
-#import <Security/Security.h>
-
 #import "Alert.h"
+#include "Deployment.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
+#include "PlatformString.h"
 #import "SavedLogin.h"
 #import "UploadCompleteWindowController.h"
 #import "UploadStatusWindowController.h"
-#include "Deployment.h"
-#include "PlatformString.h"
 #include "WorkflowState.h"
 
 OrvaneUI::OrvaneUI() : statusController(nil), projectsApi(nullptr) {

@@ -2,13 +2,13 @@
 
 #import "Alert.h"
 #import "ButtonTitle.h"
+#include "Deployment.h"
 #import "DialogWindow.h"
+#include "ExceptionGuard.h"
 #import "NSString+CompareToVersion.h"
+#include "PlatformString.h"
 #import "PluginBundle.h"
 #import "SavedLogin.h"
-#include "Deployment.h"
-#include "ExceptionGuard.h"
-#include "PlatformString.h"
 #include "WorkflowState.h"
 
 static NSString *const kInstallerAddress =

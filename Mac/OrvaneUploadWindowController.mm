@@ -5,13 +5,13 @@
 #import "Alert.h"
 #import "ButtonTitle.h"
 #import "DialogWindow.h"
+#include "ExceptionGuard.h"
 #import "OrderedDictionary.h"
+#include "PlatformString.h"
 #import "PluginBundle.h"
 #import "SavedLogin.h"
 #import "ServiceAnswer.h"
 #import "TagsView.h"
-#include "ExceptionGuard.h"
-#include "PlatformString.h"
 #include "WorkflowState.h"
 
 static NSString *const kProjectPlaceholder = @"Select a project...";

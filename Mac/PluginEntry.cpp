@@ -25,8 +25,8 @@ csSDK_int32 Dispatch(csSDK_int32 selector, ecStdParms* stdParms, void* param) {
 
 }  // namespace
 
-/// The host calls it with a selector and that selector's record. Returns the handler's status, -1 when the plug-in
-/// itself failed, and -100 for a selector that it does not know. Nothing is thrown out of it. [main-thread]
+// The host calls it with a selector and that selector's record. Returns the handler's status, -1 when the plug-in
+// itself failed, and -100 for a selector that it does not know. Nothing is thrown out of it. [main-thread]
 PREMPLUGENTRY xExportControllerEntry(csSDK_int32 selector, ecStdParms* stdParms, void* param) {
   g_pFailureFunc = FailExport;
   const unsigned failures_before = ExportLifetime::Failures();

@@ -2,8 +2,8 @@
 
 #import "ButtonTitle.h"
 #import "DialogWindow.h"
-#import "PluginBundle.h"
 #include "ExceptionGuard.h"
+#import "PluginBundle.h"
 #include "WorkflowState.h"
 
 @implementation UploadCompleteWindowController

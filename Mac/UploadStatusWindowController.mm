@@ -5,12 +5,12 @@
 #include <cstdio>
 
 #import "Alert.h"
-#import "PluginBundle.h"
-#import "ServiceAnswer.h"
 #include "ExceptionGuard.h"
 #include "ExportLifetime.h"
 #include "MainThread.h"
 #include "PlatformString.h"
+#import "PluginBundle.h"
+#import "ServiceAnswer.h"
 #include "WorkflowState.h"
 
 // libcurl reports progress thousands of times a second. Each drawing takes more than a millisecond here and as much in

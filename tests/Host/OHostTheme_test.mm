@@ -28,7 +28,7 @@ class OHostThemeTest : public testing::Test {
     return ![[one TIFFRepresentation] isEqualToData:[other TIFFRepresentation]];
   }
 
-  window_test::BareWindow bare_{NSMakeSize(320, 200), [NSColor redColor]};
+  window_test::BareWindow bare_{NSMakeSize(320, 200)};
   NSView *content_ = [bare_.Window() contentView];
 };
 
