@@ -8,26 +8,18 @@ add_library(orvane_platform OBJECT
   CoreServices.mm
   Dispatch.mm
   FontFallback.mm
-  FontSubstitution.mm
   ModalLoop.mm
   NibLoading.mm
   NibProgressIndicator.mm
-  PopUpAction.mm
-  PopUpItems.mm
-  PopUpKeys.mm
+  PopUpButton.mm
   Replacements.mm
   ReturnKey.mm
-  RightToLeft.mm
-  SupplementaryGlyphs.mm
   TemplateImages.mm
   TextTruncation.mm
   WindowDisplay.mm
   WorkspaceOpen.mm)
 target_include_directories(orvane_platform PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/include"
                            PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
-find_package(PkgConfig REQUIRED)
-pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET GLOBAL cairo)
-pkg_check_modules(FRIBIDI REQUIRED IMPORTED_TARGET GLOBAL fribidi)
 find_package(Threads REQUIRED)
-target_link_libraries(orvane_platform PUBLIC gnustep_appkit PkgConfig::CAIRO PkgConfig::FRIBIDI Threads::Threads PRIVATE orvane_warnings)
+target_link_libraries(orvane_platform PUBLIC gnustep_appkit Threads::Threads PRIVATE orvane_warnings)
 set_target_properties(orvane_platform PROPERTIES OBJCXX_VISIBILITY_PRESET hidden)

@@ -2,7 +2,7 @@
 #import <Cocoa/Cocoa.h>
 
 #import "ControlsWindow.h"
-#import "Looks.h"
+#import "LinuxTheme.h"
 #import "PluginBundle.h"
 
 #include <getopt.h>
@@ -73,7 +73,7 @@ int main(int argc, char **argv, char **environment) {
   @autoreleasepool {
     // AppKit would take a path among the arguments for a document to open.
     [NSProcessInfo initializeWithArguments:argv count:1 environment:environment];
-    RegisterLooks();
+    UseLinuxTheme();
     [NSApplication sharedApplication];
     [NSApp setDelegate:static_cast<id>([[GalleryDelegate alloc] init])];
     [NSApp run];

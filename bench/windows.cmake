@@ -20,12 +20,12 @@ target_include_directories(orvane_bench PUBLIC
 target_compile_options(orvane_bench PRIVATE -Wno-unused-parameter)
 target_link_libraries(orvane_bench
   PUBLIC orvane_host_core orvane_engine gnustep_appkit PRIVATE orvane_warnings nlohmann_json::nlohmann_json)
-target_include_directories(orvane_bench PRIVATE "$<TARGET_PROPERTY:orvane_looks,INTERFACE_INCLUDE_DIRECTORIES>")
+target_include_directories(orvane_bench PRIVATE "$<TARGET_PROPERTY:orvane_theme,INTERFACE_INCLUDE_DIRECTORIES>")
 add_dependencies(orvane_bench bench_sink orvane_bundle)
 
 # Object libraries give their objects to the target that links them directly.
 foreach(name IN ITEMS upload_benchmark listing_benchmark)
   add_executable(${name} ${name}.mm ProgressWatch.cpp)
-  target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_looks orvane_windows orvane_kckeychain
+  target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_theme orvane_windows orvane_kckeychain
     orvane_platform orvane_security gnustep_blocks orvane_warnings)
 endforeach()

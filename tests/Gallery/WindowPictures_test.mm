@@ -12,7 +12,6 @@
 #import "Controls.h"
 #import "ControlsWindow.h"
 #import "KcKeychain/KcKeychainQuery.h"
-#import "OHostIcon.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
 #import "PictureComparison.h"
@@ -84,7 +83,6 @@ class WindowPictures : public testing::Test {
  protected:
   void SetUp() override {
     UsePluginResources();
-    [NSApp setApplicationIconImage:OHostIcon()];
     g_step = "start";
     g_prj = g_fld = "0";
     g_pCleanupFunc = [] {};

@@ -4,7 +4,10 @@
 
 #import "BareWindow.h"
 #import "Controls.h"
-#import "PopUpMenu.h"
+
+static NSWindow *MenuWindow(NSPopUpButton *button) {
+  return [static_cast<NSMenuView *>([[button menu] menuRepresentation]) window];
+}
 
 // Notes what a pop-up button chose, and whether its menu was still there then.
 @interface ChoiceWitness : NSObject {
@@ -18,7 +21,7 @@
 @implementation ChoiceWitness
 - (void)chose:(NSPopUpButton *)button {
   ++choices;
-  menuWasOpen = [PopUpMenuWindow(button) isVisible];
+  menuWasOpen = [MenuWindow(button) isVisible];
 }
 @end
 
@@ -32,9 +35,9 @@ NSString *const kReturn = @"\r";
 NSString *const kEscape = @"\033";
 
 // A pop-up button with more items than the screen is high, which has the keyboard, and a default button beside it.
-class PopUpKeys : public testing::Test {
+class PopUpButton : public testing::Test {
  protected:
-  PopUpKeys() {
+  PopUpButton() {
     for (int i = 0; i < 80; ++i) [button_ addItemWithTitle:[NSString stringWithFormat:@"Item %d", i]];
     [button_ setTarget:witness_];
     [button_ setAction:@selector(chose:)];
@@ -48,7 +51,7 @@ class PopUpKeys : public testing::Test {
     [window_ makeFirstResponder:button_];
   }
 
-  ~PopUpKeys() override {
+  ~PopUpButton() override {
     [window_ close];
     [window_ release];
   }
@@ -57,7 +60,7 @@ class PopUpKeys : public testing::Test {
     for (int i = 0; i < times; ++i) window_test::PressKey(window_, key);
   }
 
-  bool IsOpen() { return [PopUpMenuWindow(button_) isVisible]; }
+  bool IsOpen() { return [MenuWindow(button_) isVisible]; }
 
   NSWindow *window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 300, 100)
                                                   styleMask:NSTitledWindowMask
@@ -71,7 +74,7 @@ class PopUpKeys : public testing::Test {
 
 }  // namespace
 
-TEST_F(PopUpKeys, ArrowsOpenTheMenuAndWalkItAndReturnChooses) {
+TEST_F(PopUpButton, ArrowsOpenTheMenuAndWalkItAndReturnChooses) {
   Press(Key(NSDownArrowFunctionKey));
   ASSERT_TRUE(IsOpen());
   Press(Key(NSDownArrowFunctionKey), 3);
@@ -87,7 +90,7 @@ TEST_F(PopUpKeys, ArrowsOpenTheMenuAndWalkItAndReturnChooses) {
   EXPECT_EQ(window_test::ActionCount(counter_), 1);
 }
 
-TEST_F(PopUpKeys, EscapeClosesTheMenuAndChangesNothing) {
+TEST_F(PopUpButton, EscapeClosesTheMenuAndChangesNothing) {
   Press(Key(NSUpArrowFunctionKey));
   Press(Key(NSDownArrowFunctionKey), 2);
   Press(kEscape);
@@ -96,7 +99,7 @@ TEST_F(PopUpKeys, EscapeClosesTheMenuAndChangesNothing) {
   EXPECT_EQ(witness_->choices, 0);
 }
 
-TEST_F(PopUpKeys, TheChosenItemStaysOnTheScreen) {
+TEST_F(PopUpButton, TheChosenItemStaysOnTheScreen) {
   Press(Key(NSDownArrowFunctionKey), 76);
   NSMenuView *menuView = static_cast<id>([[button_ menu] menuRepresentation]);
   ASSERT_EQ([menuView highlightedItemIndex], 75);
