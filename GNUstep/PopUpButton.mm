@@ -85,6 +85,7 @@ void AddItemsBehindTheView(id button, SEL selector, NSArray *titles) {
   [menu_view setMenu:nil];
   original_add_items_with_titles(button, selector, titles);
   [menu_view setMenu:menu];
+  [menu_view setHighlightedItemIndex:[button indexOfSelectedItem]];
 }
 
 }  // namespace

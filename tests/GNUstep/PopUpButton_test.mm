@@ -5,8 +5,8 @@
 #import "BareWindow.h"
 #import "Controls.h"
 
-static NSWindow *MenuWindow(NSPopUpButton *button) {
-  return [static_cast<NSMenuView *>([[button menu] menuRepresentation]) window];
+static NSMenuView *MenuViewOf(NSPopUpButton *button) {
+  return static_cast<NSMenuView *>([[button menu] menuRepresentation]);
 }
 
 // Notes what a pop-up button chose, and whether its menu was still there then.
@@ -21,7 +21,7 @@ static NSWindow *MenuWindow(NSPopUpButton *button) {
 @implementation ChoiceWitness
 - (void)chose:(NSPopUpButton *)button {
   ++choices;
-  menuWasOpen = [MenuWindow(button) isVisible];
+  menuWasOpen = [[MenuViewOf(button) window] isVisible];
 }
 @end
 
@@ -31,17 +31,16 @@ NSString *Key(unichar character) {
   return [NSString stringWithCharacters:&character length:1];
 }
 
-NSString *const kReturn = @"\r";
-NSString *const kEscape = @"\033";
-
 // A pop-up button with more items than the screen is high, which has the keyboard, and a default button beside it.
 class PopUpButton : public testing::Test {
  protected:
   PopUpButton() {
-    for (int i = 0; i < 80; ++i) [button_ addItemWithTitle:[NSString stringWithFormat:@"Item %d", i]];
+    NSMutableArray *titles = [NSMutableArray array];
+    for (int i = 0; i < 80; ++i) [titles addObject:[NSString stringWithFormat:@"Item %d", i]];
+    [button_ addItemsWithTitles:titles];
     [button_ setTarget:witness_];
     [button_ setAction:@selector(chose:)];
-    [default_ setKeyEquivalent:kReturn];
+    [default_ setKeyEquivalent:@"\r"];
     [default_ setTarget:counter_];
     [default_ setAction:window_test::CountedAction()];
     [window_ setReleasedWhenClosed:NO];
@@ -60,7 +59,7 @@ class PopUpButton : public testing::Test {
     for (int i = 0; i < times; ++i) window_test::PressKey(window_, key);
   }
 
-  bool IsOpen() { return [MenuWindow(button_) isVisible]; }
+  bool IsOpen() { return [[MenuViewOf(button_) window] isVisible]; }
 
   NSWindow *window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 300, 100)
                                                   styleMask:NSTitledWindowMask
@@ -80,32 +79,27 @@ TEST_F(PopUpButton, ArrowsOpenTheMenuAndWalkItAndReturnChooses) {
   Press(Key(NSDownArrowFunctionKey), 3);
   Press(Key(NSUpArrowFunctionKey));
   EXPECT_EQ(witness_->choices, 0);
-  Press(kReturn);
+  Press(@"\r");
   EXPECT_EQ([button_ indexOfSelectedItem], 2);
   EXPECT_EQ(witness_->choices, 1);
   EXPECT_FALSE(witness_->menuWasOpen) << "the action had the menu in the way";
   EXPECT_FALSE(IsOpen());
   EXPECT_EQ(window_test::ActionCount(counter_), 0) << "Return pressed the default button behind the menu";
-  Press(kReturn);
+  Press(@"\r");
   EXPECT_EQ(window_test::ActionCount(counter_), 1);
 }
 
-TEST_F(PopUpButton, EscapeClosesTheMenuAndChangesNothing) {
+TEST_F(PopUpButton, EscapeClosesTheMenuWhichKeepsItsItemsOnTheScreenAndChangesNothing) {
   Press(Key(NSUpArrowFunctionKey));
-  Press(Key(NSDownArrowFunctionKey), 2);
-  Press(kEscape);
+  Press(Key(NSDownArrowFunctionKey), 75);
+  NSMenuView *menu = MenuViewOf(button_);
+  ASSERT_EQ([menu highlightedItemIndex], 75);
+  const NSRect item = [menu convertRect:[menu rectOfItemAtIndex:75] toView:nil];
+  const CGFloat bottom = NSMinY([[menu window] frame]) + NSMinY(item);
+  EXPECT_GE(bottom, 0);
+  EXPECT_LE(bottom + NSHeight(item), NSHeight([[NSScreen mainScreen] frame]));
+  Press(@"\033");
   EXPECT_FALSE(IsOpen());
   EXPECT_EQ([button_ indexOfSelectedItem], 0);
   EXPECT_EQ(witness_->choices, 0);
-}
-
-TEST_F(PopUpButton, TheChosenItemStaysOnTheScreen) {
-  Press(Key(NSDownArrowFunctionKey), 76);
-  NSMenuView *menuView = static_cast<id>([[button_ menu] menuRepresentation]);
-  ASSERT_EQ([menuView highlightedItemIndex], 75);
-  const NSRect item = [menuView convertRect:[menuView rectOfItemAtIndex:75] toView:nil];
-  const CGFloat bottom = NSMinY([[menuView window] frame]) + NSMinY(item);
-  EXPECT_GE(bottom, 0);
-  EXPECT_LE(bottom + NSHeight(item), NSHeight([[NSScreen mainScreen] frame]));
-  Press(kEscape);
 }
