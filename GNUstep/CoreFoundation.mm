@@ -7,14 +7,7 @@
 namespace {
 
 NSStringEncoding FoundationEncoding(CFStringEncoding encoding) {
-  switch (encoding) {
-    case kCFStringEncodingUTF16LE:
-      return NSUTF16LittleEndianStringEncoding;
-    case kCFStringEncodingUTF32LE:
-      return NSUTF32LittleEndianStringEncoding;
-    default:
-      return NSUTF8StringEncoding;
-  }
+  return encoding == kCFStringEncodingUTF32LE ? NSUTF32LittleEndianStringEncoding : NSUTF8StringEncoding;
 }
 
 NSString *String(CFStringRef string) {

@@ -4,15 +4,10 @@
 void InstallAccessibilityLabel();
 void InstallAlertPanel();
 void InstallFontFallback();
-void InstallFontSubstitution();
 void InstallModalLoop();
 void InstallNibLoading();
-void InstallPopUpAction();
-void InstallPopUpItems();
-void InstallPopUpKeys();
+void InstallPopUpButton();
 void InstallReturnKey();
-void InstallRightToLeft();
-void InstallSupplementaryGlyphs();
 void InstallTemplateImages();
 void InstallTextTruncation();
 void InstallWindowDisplay();

@@ -29,17 +29,12 @@
   InstallAccessibilityLabel();
   InstallAlertPanel();
   InstallFontFallback();
-  InstallFontSubstitution();
   InstallModalLoop();
   InstallNibLoading();
-  InstallPopUpAction();
-  InstallPopUpItems();
-  InstallPopUpKeys();
+  InstallPopUpButton();
   InstallReturnKey();
-  InstallRightToLeft();
-  InstallSupplementaryGlyphs();
   InstallTemplateImages();
-  InstallTextTruncation();  // after InstallRightToLeft: shortens first
+  InstallTextTruncation();
   InstallWindowDisplay();
   InstallWorkspaceOpen();
 }

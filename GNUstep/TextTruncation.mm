@@ -1,5 +1,5 @@
-// AppKit ends a text that does not fit into its rectangle with an ellipsis, or takes out its beginning or middle, as
-// the line break mode of its paragraph style says. GNUstep cuts it off, in the middle of a letter.
+// AppKit ends a text that does not fit into its rectangle with an ellipsis, or takes out its middle, as the line break
+// mode of its paragraph style says. GNUstep cuts it off, in the middle of a letter.
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
@@ -10,22 +10,22 @@ namespace {
 using DrawInRect = void (*)(id, SEL, NSRect);
 DrawInRect original_draw_in_rect;
 
+// Points. The widths of a text and of a rectangle that was made for it may differ by rounding.
+constexpr CGFloat kRounding = 0.01;
+
 // The mode of a text of a single line that is to be shortened; NSLineBreakByClipping of any other.
 NSLineBreakMode TruncationOf(NSAttributedString *text) {
   if ([text length] == 0) return NSLineBreakByClipping;
   NSParagraphStyle *style = [text attribute:NSParagraphStyleAttributeName atIndex:0 effectiveRange:NULL];
   const NSLineBreakMode mode = style ? [style lineBreakMode] : NSLineBreakByWordWrapping;
-  const bool truncates = mode == NSLineBreakByTruncatingHead || mode == NSLineBreakByTruncatingMiddle ||
-                         mode == NSLineBreakByTruncatingTail;
+  const bool truncates = mode == NSLineBreakByTruncatingMiddle || mode == NSLineBreakByTruncatingTail;
   const bool has_lines = [[text string] rangeOfString:@"\n"].location != NSNotFound;
   return truncates && !has_lines ? mode : NSLineBreakByClipping;
 }
 
 // The text with the ellipsis in place of all but `kept` of its code units; whole characters only.
 NSAttributedString *Shortened(NSAttributedString *text, NSUInteger kept, NSLineBreakMode mode) {
-  NSUInteger tail = kept / 2;
-  if (mode == NSLineBreakByTruncatingTail) tail = 0;
-  if (mode == NSLineBreakByTruncatingHead) tail = kept;
+  const NSUInteger tail = mode == NSLineBreakByTruncatingMiddle ? kept / 2 : 0;
   const NSRange removed = NSMakeRange(kept - tail, [text length] - kept);
   NSMutableAttributedString *shortened = [[text mutableCopy] autorelease];
   [shortened replaceCharactersInRange:[[text string] rangeOfComposedCharacterSequencesForRange:removed]
@@ -50,13 +50,12 @@ NSAttributedString *Fitted(NSAttributedString *text, CGFloat width, NSLineBreakM
 
 void DrawFitted(id text, SEL selector, NSRect rectangle) {
   const NSLineBreakMode mode = TruncationOf(text);
-  const bool fits = mode == NSLineBreakByClipping || [text size].width <= NSWidth(rectangle);
+  const bool fits = mode == NSLineBreakByClipping || [text size].width <= NSWidth(rectangle) + kRounding;
   original_draw_in_rect(fits ? text : Fitted(text, NSWidth(rectangle), mode), selector, rectangle);
 }
 
 }  // namespace
 
-// What is drawn from the right to the left is shortened before it is put into its visual order.
 void InstallTextTruncation() {
   original_draw_in_rect = ReplaceInstanceMethod<DrawInRect>("NSAttributedString", "drawInRect:", DrawFitted);
 }

@@ -2,46 +2,15 @@
 #import <Cocoa/Cocoa.h>
 
 #import "ControlsWindow.h"
-#import "Looks.h"
+#import "LinuxTheme.h"
 #import "PluginBundle.h"
-
-#include <getopt.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
-namespace {
-
-const char *const kHelp =
-    R"(Usage: orvane-gallery
-
-Shows the plug-in's controls in all their states in a window, to look at and to press. It ends when the window is closed.
-
-  --help  show this help)";
-
-constexpr int kUsageError = 2;
-
-[[noreturn]] void EndWithUsageError(const std::string &reason) {
-  if (!reason.empty()) fprintf(stderr, "orvane-gallery: %s\n", reason.c_str());
-  fputs("orvane-gallery: see orvane-gallery --help\n", stderr);
-  exit(kUsageError);
-}
-
-void ReadOptions(int argc, char **argv) {
-  const option options[] = {{"help", no_argument, nullptr, 'h'}, {nullptr, 0, nullptr, 0}};
-  const int code = getopt_long(argc, argv, "", options, nullptr);
-  if (code == 'h') {
-    puts(kHelp);
-    exit(0);
-  }
-  if (code != -1) EndWithUsageError("");  // getopt has told the reason
-  if (optind < argc) EndWithUsageError(std::string("there is no use for \"") + argv[optind] + "\"");
-  const char *display = getenv("DISPLAY");
-  if (!display || !*display) EndWithUsageError("there is no display to open windows on; set DISPLAY");
-}
-
-}  // namespace
+#include "DisplayIsReachable.h"
+#include "Options.h"
 
 @interface GalleryDelegate : NSObject
 @end
@@ -69,11 +38,16 @@ void ReadOptions(int argc, char **argv) {
 @end
 
 int main(int argc, char **argv, char **environment) {
-  ReadOptions(argc, argv);
+  if (const auto status = ReadOptions(argc, argv)) return *status;
+  std::string reason;
+  if (!DisplayIsReachable(&reason)) {
+    fprintf(stderr, "orvane-gallery: %s\n", reason.c_str());
+    return 1;
+  }
   @autoreleasepool {
     // AppKit would take a path among the arguments for a document to open.
     [NSProcessInfo initializeWithArguments:argv count:1 environment:environment];
-    RegisterLooks();
+    UseLinuxTheme();
     [NSApplication sharedApplication];
     [NSApp setDelegate:static_cast<id>([[GalleryDelegate alloc] init])];
     [NSApp run];

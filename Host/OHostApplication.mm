@@ -1,7 +1,5 @@
 #import "OHostApplication.h"
 
-#import "OHostIcon.h"
-
 @implementation OHostApplication
 
 + (void)postOrder:(OHostOrder)order data:(NSInteger)data {
@@ -15,12 +13,6 @@
                                          data1:data
                                          data2:0]
            atStart:NO];
-}
-
-// From the start: every window gets the icon that its application had when the first one was made.
-- (NSImage *)applicationIconImage {
-  static NSImage *const icon = [OHostIcon() retain];
-  return icon;
 }
 
 - (void)sendEvent:(NSEvent *)event {

@@ -1,13 +1,14 @@
 // orvane-host: runs export plug-ins without the editing application.
 #import <AppKit/AppKit.h>
 
-#import "Looks.h"
+#import "LinuxTheme.h"
 #import "OHostApplication.h"
 #import "OHostController.h"
 
-#include <cstdlib>
+#include <string>
 
 #include "Console.h"
+#include "DisplayIsReachable.h"
 #include "ExitStatus.h"
 #include "LocalTrust.h"
 #include "Options.h"
@@ -18,9 +19,9 @@ int main(int argc, char **argv, char **environment) {
   if (!options) return status;
   const auto sequence = orvane_host::OpenSequence(*options);
   if (!sequence) return static_cast<int>(orvane_host::ExitStatus::kUsage);
-  const char *display = getenv("DISPLAY");
-  if (!display || !*display) {
-    orvane_host::Complain("there is no display to open windows on; set DISPLAY");
+  std::string reason;
+  if (!DisplayIsReachable(&reason)) {
+    orvane_host::Complain(reason);
     return static_cast<int>(orvane_host::ExitStatus::kUsage);
   }
   orvane_host::SetTrustedAuthority(options->authority);
@@ -31,7 +32,7 @@ int main(int argc, char **argv, char **environment) {
     [NSProcessInfo initializeWithArguments:argv count:1 environment:environment];
     // Menus and panels show this name.
     [[NSProcessInfo processInfo] setProcessName:@"Orvane Host"];
-    RegisterLooks();
+    UseLinuxTheme();
     [OHostApplication sharedApplication];
     OHostController *controller = [[OHostController alloc] initWithOptions:*options sequence:*sequence];
     [NSApp setDelegate:(id)controller];

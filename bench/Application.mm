@@ -1,7 +1,7 @@
 #import <Cocoa/Cocoa.h>
 
 #include "Application.h"
-#import "Looks.h"
+#import "LinuxTheme.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -49,7 +49,7 @@ constexpr double kSecondsBetweenQuestions = 0.1;
 
 void RunInApplication(const std::function<void()> &body) {
   @autoreleasepool {
-    RegisterLooks();
+    UseLinuxTheme();
     // The windows find their interface files through the bundle's identifier. Its code is not loaded.
     [[NSBundle alloc] initWithPath:@ORVANE_BUNDLE_PATH];
     [NSApplication sharedApplication];

@@ -20,11 +20,11 @@ target_include_directories(orvane_bench PUBLIC
 target_compile_options(orvane_bench PRIVATE -Wno-unused-parameter)
 target_link_libraries(orvane_bench
   PUBLIC orvane_host_core orvane_engine gnustep_appkit PRIVATE orvane_warnings nlohmann_json::nlohmann_json)
-target_include_directories(orvane_bench PRIVATE "$<TARGET_PROPERTY:orvane_looks,INTERFACE_INCLUDE_DIRECTORIES>")
+target_include_directories(orvane_bench PRIVATE "$<TARGET_PROPERTY:orvane_theme,INTERFACE_INCLUDE_DIRECTORIES>")
 add_dependencies(orvane_bench bench_sink orvane_bundle)
 
 foreach(name IN ITEMS upload_benchmark listing_benchmark)
   add_executable(${name} ${name}.mm)
-  target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_looks orvane_windows
+  target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_theme orvane_windows
     gnustep_appkit orvane_warnings)
 endforeach()

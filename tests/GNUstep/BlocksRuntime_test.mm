@@ -3,7 +3,6 @@
 #include <Block.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -49,7 +48,7 @@ __attribute__((noinline)) void MakeSharedCounter(Number *increment, Number *read
 
 }  // namespace
 
-TEST(BlocksRuntime, ACopyOutlivesTheFrame) {
+TEST(BlocksRuntime, ACopyOutlivesTheFrameUntilItsLastReference) {
   Number block = CopiedBlock(2);
   OverwriteStack();
   EXPECT_EQ(block(), 42);
@@ -59,7 +58,6 @@ TEST(BlocksRuntime, ACopyOutlivesTheFrame) {
   OverwriteStack();
   EXPECT_EQ(same(), 42);
   Block_release(same);
-  Block_release(nullptr);
 }
 
 TEST(BlocksRuntime, BlocksShareABlockVariable) {
@@ -69,37 +67,33 @@ TEST(BlocksRuntime, BlocksShareABlockVariable) {
   OverwriteStack();
   EXPECT_EQ(read(), 5);
   EXPECT_EQ(increment(), 6);
-  EXPECT_EQ(read(), 6);
   Block_release(increment);
   EXPECT_EQ(read(), 6) << "one block's end leaves the variable to the other";
   Block_release(read);
 }
 
-TEST(BlocksRuntime, CppObjectsAreCopiedAndDestroyedOnce) {
+// Also when threads take and give back references at the same time.
+TEST(BlocksRuntime, CppObjectsAreDestroyedOnce) {
   live_counters = 0;
   {
     Counter captured;
-    Number block = Block_copy(^{
-        return captured.value;
-    });
-    const int with_block = live_counters;
-    EXPECT_GT(with_block, 1);
-    Number again = Block_copy(block);
-    EXPECT_EQ(live_counters, with_block) << "a second reference copies nothing";
-    Block_release(again);
-    EXPECT_EQ(block(), 7);
-    Block_release(block);
-  }
-  EXPECT_EQ(live_counters, 0);
-  {
     __block Counter shared;
     Number block = Block_copy(^{
-        return ++shared.value;
+        return ++shared.value + captured.value;
     });
-    EXPECT_EQ(block(), 8);
-    EXPECT_EQ(shared.value, 8);
+    const int with_block = live_counters;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+      threads.emplace_back([block] {
+        for (int round = 0; round < 200000; ++round) Block_release(Block_copy(block));
+      });
+    }
+    for (std::thread &thread : threads) thread.join();
+    EXPECT_EQ(live_counters, with_block);
+    EXPECT_EQ(block(), 15);
     Block_release(block);
-    EXPECT_GT(live_counters, 0) << "the frame still has the variable";
+    EXPECT_LT(live_counters, with_block);
+    EXPECT_EQ(shared.value, 8) << "the frame still has the variable";
   }
   EXPECT_EQ(live_counters, 0);
 }
@@ -111,7 +105,6 @@ TEST(BlocksRuntime, ObjectsAreRetainedForTheBlocksLife) {
     Number block = Block_copy(^{
         return [object isProxy] ? 1 : 2;
     });
-    EXPECT_EQ([object retainCount], before + 1);
     Number outer = Block_copy(^{
         return 10 * block();
     });
@@ -120,60 +113,6 @@ TEST(BlocksRuntime, ObjectsAreRetainedForTheBlocksLife) {
     EXPECT_EQ(outer(), 20);
     Block_release(outer);
     EXPECT_EQ([object retainCount], before);
-
-    __block NSObject *unretained = object;
-    Number byref = Block_copy(^{
-        return unretained ? 1 : 0;
-    });
-    EXPECT_EQ([object retainCount], before);
-    EXPECT_EQ(byref(), 1);
-    Block_release(byref);
     [object release];
   }
-}
-
-TEST(BlocksRuntime, ABlockInABlockVariableMayCallItself) {
-  __block Number countdown = nullptr;
-  __block int left = 3;
-  countdown = Block_copy(^{
-      return --left > 0 ? countdown() + 1 : 1;
-  });
-  EXPECT_EQ(countdown(), 3);
-  EXPECT_EQ(left, 0);
-  Block_release(countdown);
-}
-
-TEST(BlocksRuntime, ABlockWithoutCapturesNeedsNoCopy) {
-  Number global = ^{
-      return 3;
-  };
-  Number copy = Block_copy(global);
-  EXPECT_EQ(copy, global);
-  Block_release(copy);
-  Block_release(copy);
-  EXPECT_EQ(global(), 3);
-}
-
-TEST(BlocksRuntime, ReferencesAreCountedAcrossThreads) {
-  live_counters = 0;
-  {
-    Counter captured;
-    Number block = Block_copy(^{
-        return captured.value;
-    });
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-      threads.emplace_back([block] {
-        for (int round = 0; round < 200000; ++round) {
-          Number held = Block_copy(block);
-          Block_release(held);
-        }
-      });
-    }
-    for (std::thread &thread : threads) thread.join();
-    EXPECT_EQ(block(), 7);
-    EXPECT_GT(live_counters, 1);
-    Block_release(block);
-  }
-  EXPECT_EQ(live_counters, 0);
 }

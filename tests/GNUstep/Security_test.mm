@@ -55,16 +55,3 @@ TEST(Security, AReferenceDeletesItsItemOnce) {
     EXPECT_EQ(Find(item, kSecReturnRef, kSecMatchLimitOne), nil);
   }
 }
-
-TEST(Security, OnlyGenericPasswordsWithASecretAreItems) {
-  @autoreleasepool {
-    NSMutableDictionary *item = Item(@"parameters");
-    EXPECT_EQ(SecItemAdd((CFDictionaryRef)item, nullptr), errSecParam);
-    [item setObject:@"inet" forKey:(id)kSecClass];
-    EXPECT_EQ(Add(item, @"secret"), errSecParam);
-    CFTypeRef result = nullptr;
-    EXPECT_EQ(SecItemCopyMatching((CFDictionaryRef)item, &result), errSecParam);
-    EXPECT_EQ(result, nullptr);
-    EXPECT_EQ(Find(Item(@"parameters"), kSecReturnRef, kSecMatchLimitOne), nil);
-  }
-}

@@ -23,7 +23,10 @@ TEST(Gallery, EndsWellWhenItsWindowIsClosed) {
             0);
 }
 
-TEST(Gallery, RefusesWhatItCannotDo) {
+TEST(Gallery, EndsWhereItCannotOpen) {
+  EXPECT_EQ(RunShell("\"$gallery\" --help | grep -q controls"), 0);
   EXPECT_EQ(RunShell("\"$gallery\" something"), 2);
-  EXPECT_EQ(RunShell("unset DISPLAY; \"$gallery\""), 2);
+  EXPECT_EQ(RunShell("unset DISPLAY; \"$gallery\""), 1);
+  EXPECT_EQ(RunShell("DISPLAY=:9999 \"$gallery\" 2>&1 | grep -q 'display \":9999\" cannot be opened'"), 0);
+  EXPECT_EQ(RunShell("DISPLAY=:9999 \"$gallery\""), 1);
 }

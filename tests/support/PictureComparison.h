@@ -20,17 +20,13 @@ struct PictureBounds {
 /// A black picture of 8 bits a channel, red, green and blue, autoreleased.
 NSBitmapImageRep *EmptyPicture(NSInteger width, NSInteger height);
 
-/// Compares the pictures pixel by pixel. Returns an empty string when they agree within the bounds. Otherwise it says
-/// how they differ, writes NAME-new.png (the picture that was found) and, for pictures of one size, NAME-difference.png
-/// (what is off in red on the faded picture that was wanted) into the folder, which it makes, and says where they are.
-/// Pictures of two sizes differ. The bitmaps have 8 bits a channel. Main thread.
+/// Compares the pictures, of 8 bits a channel, pixel by pixel. Returns an empty string when they agree within the
+/// bounds. Otherwise it says how they differ, writes the picture that was found as NAME.png into the folder, which it
+/// makes, and says where it is. Pictures of two sizes differ. Main thread.
 std::string ComparePictures(NSBitmapImageRep *found, NSBitmapImageRep *wanted, NSString *folder, NSString *name,
                             PictureBounds bounds = {});
 
 /// The folder, within the build's, for what tests keep of pictures that differ.
 NSString *DifferencesFolder();
-
-/// The picture in the file, autoreleased; nil when there is none.
-NSBitmapImageRep *ReadPicture(NSString *path);
 
 }  // namespace window_test

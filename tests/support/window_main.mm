@@ -1,7 +1,7 @@
 // The main function of window tests: GoogleTest inside a running application, with the look of the host.
 #import <Cocoa/Cocoa.h>
 
-#import "Looks.h"
+#import "LinuxTheme.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@
 int main(int argc, char **argv) {
   testing::InitGoogleTest(&argc, argv);
   @autoreleasepool {
-    RegisterLooks();
+    UseLinuxTheme();
     [NSApplication sharedApplication];
     [NSApp setDelegate:static_cast<id>([[WindowTestRunner alloc] init])];
     [NSApp run];

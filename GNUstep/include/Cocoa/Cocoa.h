@@ -6,7 +6,6 @@
 
 // Names that AppKit uses since macOS 10.12 for constants that GNUstep has under their older names.
 #define NSAlertStyleWarning NSWarningAlertStyle
-#define NSAlertStyleInformational NSInformationalAlertStyle
 #define NSAlertStyleCritical NSCriticalAlertStyle
 #define NSCompositingOperationSourceOver NSCompositeSourceOver
 #define NSControlStateValueOn NSOnState

@@ -9,7 +9,6 @@ extern "C" {
 #endif
 
 typedef uint8_t UInt8;
-typedef uint16_t UInt16;
 typedef uint32_t UInt32;
 typedef int16_t SInt16;
 typedef int32_t SInt32;
@@ -35,11 +34,7 @@ static inline CFRange CFRangeMake(CFIndex location, CFIndex length) {
 }
 
 typedef UInt32 CFStringEncoding;
-enum {
-  kCFStringEncodingUTF8 = 0x08000100,
-  kCFStringEncodingUTF16LE = 0x14000100,
-  kCFStringEncodingUTF32LE = 0x1c000100
-};
+enum { kCFStringEncodingUTF8 = 0x08000100, kCFStringEncodingUTF32LE = 0x1c000100 };
 
 typedef CFIndex CFURLPathStyle;
 enum { kCFURLPOSIXPathStyle = 0 };

@@ -1,0 +1,173 @@
+#import "LinuxTheme.h"
+
+#include <algorithm>
+
+#import "LinuxThemeDrawing.h"
+#import "LinuxThemeImages.h"
+
+namespace {
+
+// Points. Within the frame of a push button, as of a pop-up button, AppKit leaves room around the bezel.
+const CGFloat kCornerRadius = 4;
+const CGFloat kBezelHeight = 24;
+const CGFloat kPushButtonInset = 6;
+const CGFloat kPopUpInset = 3;
+const CGFloat kTextMargin = 4;
+const CGFloat kRingWidth = 2;
+
+BOOL IsPopUp(NSCell *cell) {
+  return [cell isKindOfClass:[NSPopUpButtonCell class]];
+}
+
+CGFloat SideInset(NSCell *cell) {
+  if (IsPopUp(cell)) return kPopUpInset;
+  const BOOL push = [cell isMemberOfClass:[NSButtonCell class]] && [cell isBordered] &&
+                    [static_cast<NSButtonCell *>(cell) bezelStyle] == NSRoundedBezelStyle;
+  return push ? kPushButtonInset : 0;
+}
+
+NSRect BezelRect(NSRect frame, NSCell *cell) {
+  const CGFloat inset = SideInset(cell);
+  return inset > 0 ? NSInsetRect(frame, inset, std::max(0.0, floor((NSHeight(frame) - kBezelHeight) / 2))) : frame;
+}
+
+BOOL IsPressed(GSThemeControlState state) {
+  return state == GSThemeHighlightedState || state == GSThemeHighlightedFirstResponderState ||
+         state == GSThemeSelectedState || state == GSThemeSelectedFirstResponderState;
+}
+
+BOOL IsDefault(NSCell *cell) {
+  return [cell isMemberOfClass:[NSButtonCell class]] &&
+         [[static_cast<NSButtonCell *>(cell) keyEquivalent] isEqualToString:@"\r"];
+}
+
+NSDictionary *SystemColors() {
+  const struct {
+    NSString *name;
+    LinuxThemeHue hue;
+  } colors[] = {
+      {@"windowBackgroundColor", LinuxThemeBackground},
+      {@"controlBackgroundColor", LinuxThemeBackground},
+      {@"controlColor", LinuxThemeBackground},
+      {@"controlTextColor", LinuxThemeText},
+      {@"textColor", LinuxThemeText},
+      {@"disabledControlTextColor", LinuxThemeFaint},
+      {@"scrollBarColor", LinuxThemePressed},
+      {@"selectedMenuItemColor", LinuxThemeBlue},
+      {@"selectedMenuItemTextColor", LinuxThemeWhite},
+      {@"selectedTextBackgroundColor", LinuxThemeSelection},
+      {@"selectedTextColor", LinuxThemeText},
+  };
+  NSMutableDictionary *values = [NSMutableDictionary dictionary];
+  for (const auto &color : colors) {
+    // No color object: AppKit reads these values when it makes the first one.
+    NSString *value = [NSString stringWithFormat:@"%f %f %f", (color.hue >> 16 & 0xff) / 255.0,
+                                                 (color.hue >> 8 & 0xff) / 255.0, (color.hue & 0xff) / 255.0];
+    [values setObject:value forKey:color.name];
+  }
+  return values;
+}
+
+}  // namespace
+
+void UseLinuxTheme() {
+  NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
+  [defaults registerDefaults:@{
+    @"GSSuppressAppIcon" : @"YES",
+    @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
+    @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
+    @"NSFont" : @"LiberationSans",
+    @"NSBoldFont" : @"LiberationSans-Bold",
+    @"NSFontSize" : @"13",
+    // It stands in for what another font lacks; without its name AppKit would show question marks.
+    @"NSPreferredFonts" : @[ @"WenQuanYiMicroHei" ],
+  }];
+  [defaults registerDefaults:SystemColors()];
+  // That is the earliest time at which AppKit takes a theme.
+  [[NSNotificationCenter defaultCenter] addObserver:[LinuxTheme class]
+                                           selector:@selector(applicationWillFinishLaunching:)
+                                               name:NSApplicationWillFinishLaunchingNotification
+                                             object:nil];
+}
+
+@implementation LinuxTheme
+
++ (void)applicationWillFinishLaunching:(NSNotification *)notification {
+  (void)notification;
+  LinuxTheme *theme = [[[self alloc] initWithBundle:[NSBundle mainBundle]] autorelease];
+  [GSTheme setTheme:theme];
+  LinuxThemeRegisterImages();
+  // When defaults change, AppKit compares the theme's name with the one among them, and would take its own again.
+  [[NSUserDefaults standardUserDefaults] registerDefaults:@{@"GSTheme" : [theme name]}];
+}
+
+- (NSString *)name {
+  return @"LinuxTheme";
+}
+
+#pragma mark Buttons
+
+- (void)drawButton:(NSRect)frame
+                in:(NSCell *)cell
+              view:(NSView *)view
+             style:(int)style
+             state:(GSThemeControlState)state {
+  (void)view;
+  (void)style;
+  const BOOL bold = IsDefault(cell) && [cell isEnabled];
+  LinuxThemeDrawRounded(BezelRect(frame, cell), kCornerRadius,
+                        IsPressed(state)   ? LinuxThemePressed
+                        : [cell isEnabled] ? LinuxThemeWhite
+                                           : LinuxThemeBackground,
+                        bold ? LinuxThemeBlue : LinuxThemeBorder, bold ? 2 : 1);
+}
+
+- (GSThemeMargins)buttonMarginsForCell:(NSCell *)cell style:(int)style state:(GSThemeControlState)state {
+  (void)style;
+  (void)state;
+  const CGFloat side = kTextMargin + SideInset(cell);
+  return {side, side, 2, 2};
+}
+
+// No picture of a return key in the default button; its border tells.
+- (void)setKeyEquivalent:(NSString *)key forButtonCell:(NSButtonCell *)cell {
+  (void)key;
+  (void)cell;
+}
+
+#pragma mark Progress
+
+- (NSRect)drawProgressIndicatorBezel:(NSRect)bounds withClip:(NSRect)clip {
+  (void)clip;
+  LinuxThemeDrawRounded(bounds, 0, LinuxThemeWhite, LinuxThemeBorder);
+  return NSInsetRect(bounds, 1, 1);
+}
+
+- (void)drawProgressIndicatorBarDeterminate:(NSRect)bounds {
+  [LinuxThemeColor(LinuxThemeBlue) set];
+  NSRectFill(bounds);
+}
+
+#pragma mark Borders and focus
+
+- (void)drawFocusFrame:(NSRect)frame view:(NSView *)view {
+  if ([view isKindOfClass:[NSButton class]]) frame = BezelRect([view bounds], [static_cast<NSButton *>(view) cell]);
+  [LinuxThemeColor(LinuxThemePaleBlue) set];
+  NSFrameRectWithWidth(frame, kRingWidth);
+}
+
+- (NSSize)sizeForBorderType:(NSBorderType)type {
+  return type == NSNoBorder ? NSZeroSize : NSMakeSize(1, 1);
+}
+
+- (void)drawBorderType:(NSBorderType)type frame:(NSRect)frame view:(NSView *)view {
+  (void)view;
+  if (type != NSNoBorder) LinuxThemeDrawRounded(frame, 0, LinuxThemeWhite, LinuxThemeBorder);
+}
+
+- (void)drawScrollViewRect:(NSRect)rect inView:(NSView *)view {
+  (void)rect;
+  [self drawBorderType:[static_cast<NSScrollView *>(view) borderType] frame:[view bounds] view:view];
+}
+
+@end
