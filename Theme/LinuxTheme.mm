@@ -165,6 +165,10 @@ void UseLinuxTheme() {
   if (type != NSNoBorder) LinuxThemeDrawRounded(frame, 0, LinuxThemeWhite, LinuxThemeBorder);
 }
 
+- (void)drawBorderForImageFrameStyle:(NSImageFrameStyle)style frame:(NSRect)frame view:(NSView *)view {
+  [self drawBorderType:style == NSImageFrameNone ? NSNoBorder : NSLineBorder frame:frame view:view];
+}
+
 - (void)drawScrollViewRect:(NSRect)rect inView:(NSView *)view {
   (void)rect;
   [self drawBorderType:[static_cast<NSScrollView *>(view) borderType] frame:[view bounds] view:view];
