@@ -15,6 +15,8 @@ const CGFloat kPopUpInset = 3;
 const CGFloat kTextMargin = 4;
 const CGFloat kRingWidth = 2;
 
+const CGFloat kSpinnerStep = 15;  // degrees
+
 BOOL IsPopUp(NSCell *cell) {
   return [cell isKindOfClass:[NSPopUpButtonCell class]];
 }
@@ -136,6 +138,27 @@ void UseLinuxTheme() {
 }
 
 #pragma mark Progress
+
+// An arc that goes round, and a bar as AppKit's.
+- (void)drawProgressIndicator:(NSProgressIndicator *)progress
+                   withBounds:(NSRect)bounds
+                     withClip:(NSRect)rect
+                      atCount:(int)count
+                     forValue:(double)value {
+  if ([progress style] != NSProgressIndicatorSpinningStyle) {
+    [super drawProgressIndicator:progress withBounds:bounds withClip:rect atCount:count forValue:value];
+    return;
+  }
+  const CGFloat begin = -kSpinnerStep * count;
+  NSBezierPath *arc = [NSBezierPath bezierPath];
+  [arc appendBezierPathWithArcWithCenter:NSMakePoint(NSMidX(bounds), NSMidY(bounds))
+                                  radius:(std::min(NSWidth(bounds), NSHeight(bounds)) - kRingWidth) / 2
+                              startAngle:begin
+                                endAngle:begin + 270];
+  [arc setLineWidth:kRingWidth];
+  [LinuxThemeColor(LinuxThemeBlue) set];
+  [arc stroke];
+}
 
 - (NSRect)drawProgressIndicatorBezel:(NSRect)bounds withClip:(NSRect)clip {
   (void)clip;
