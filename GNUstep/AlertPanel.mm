@@ -51,7 +51,8 @@ NSScrollView *MakeTexts(NSTextField *message, NSTextField *informative, CGFloat 
   [page addSubview:informative];
 
   const bool scrolls = height > highest;
-  const NSRect frame = NSMakeRect(0, 0, kTextWidth + (scrolls ? [NSScroller scrollerWidth] : 0), std::min(height, highest));
+  const NSRect frame =
+      NSMakeRect(0, 0, kTextWidth + (scrolls ? [NSScroller scrollerWidth] : 0), std::min(height, highest));
   NSScrollView *texts = [[[NSScrollView alloc] initWithFrame:frame] autorelease];
   [texts setDrawsBackground:NO];
   [texts setHasVerticalScroller:scrolls];
@@ -98,8 +99,7 @@ void LayOutPanel(id panel, SEL) {
     if ([view isKindOfClass:[NSBox class]] || [view isKindOfClass:[NSScrollView class]]) [view removeFromSuperview];
   }
   const NSSize text = [texts frame].size;
-  const NSSize size =
-      NSMakeSize(kTextLeft + text.width + kMargin, below + std::max(text.height, kIconSize) + kMargin);
+  const NSSize size = NSMakeSize(kTextLeft + text.width + kMargin, below + std::max(text.height, kIconSize) + kMargin);
   [panel setContentSize:size];
   [texts setFrameOrigin:NSMakePoint(kTextLeft, size.height - kMargin - text.height)];
   [content addSubview:texts];

@@ -15,6 +15,8 @@ const CGFloat kPopUpInset = 3;
 const CGFloat kTextMargin = 4;
 const CGFloat kRingWidth = 2;
 
+const CGFloat kSpinnerStep = 15;  // degrees
+
 BOOL IsPopUp(NSCell *cell) {
   return [cell isKindOfClass:[NSPopUpButtonCell class]];
 }
@@ -137,6 +139,27 @@ void UseLinuxTheme() {
 
 #pragma mark Progress
 
+// An arc that goes round, and a bar as AppKit's.
+- (void)drawProgressIndicator:(NSProgressIndicator *)progress
+                   withBounds:(NSRect)bounds
+                     withClip:(NSRect)rect
+                      atCount:(int)count
+                     forValue:(double)value {
+  if ([progress style] != NSProgressIndicatorSpinningStyle) {
+    [super drawProgressIndicator:progress withBounds:bounds withClip:rect atCount:count forValue:value];
+    return;
+  }
+  const CGFloat begin = -kSpinnerStep * count;
+  NSBezierPath *arc = [NSBezierPath bezierPath];
+  [arc appendBezierPathWithArcWithCenter:NSMakePoint(NSMidX(bounds), NSMidY(bounds))
+                                  radius:(std::min(NSWidth(bounds), NSHeight(bounds)) - kRingWidth) / 2
+                              startAngle:begin
+                                endAngle:begin + 270];
+  [arc setLineWidth:kRingWidth];
+  [LinuxThemeColor(LinuxThemeBlue) set];
+  [arc stroke];
+}
+
 - (NSRect)drawProgressIndicatorBezel:(NSRect)bounds withClip:(NSRect)clip {
   (void)clip;
   LinuxThemeDrawRounded(bounds, 0, LinuxThemeWhite, LinuxThemeBorder);
@@ -163,6 +186,10 @@ void UseLinuxTheme() {
 - (void)drawBorderType:(NSBorderType)type frame:(NSRect)frame view:(NSView *)view {
   (void)view;
   if (type != NSNoBorder) LinuxThemeDrawRounded(frame, 0, LinuxThemeWhite, LinuxThemeBorder);
+}
+
+- (void)drawBorderForImageFrameStyle:(NSImageFrameStyle)style frame:(NSRect)frame view:(NSView *)view {
+  [self drawBorderType:style == NSImageFrameNone ? NSNoBorder : NSLineBorder frame:frame view:view];
 }
 
 - (void)drawScrollViewRect:(NSRect)rect inView:(NSView *)view {
