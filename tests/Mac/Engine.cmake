@@ -1,5 +1,5 @@
 # Tests of the engine. Each test file is a program of its own.
-add_library(json_reference STATIC json_reference_parser.cpp json_dump.cpp)
+add_library(json_reference STATIC json_reference_parser.cpp)
 target_include_directories(json_reference PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
 target_link_libraries(json_reference PUBLIC orvane_engine PRIVATE orvane_warnings)
 
