@@ -86,6 +86,14 @@ TEST(JsonParser, RefusesWhatIsNeitherNumberNorWord) {
   EXPECT_EQ(Read(std::string("{\"k\":true\0}", 11)), "");
 }
 
+TEST(JsonParser, ALaterKeyReplacesAnEarlierOneAltogether) {
+  EXPECT_EQ(Read(R"({"a":"x","a":[1],"a":null,"a":{"b":2}})"), R"({"a":{"b":2}})");
+  // A number equals what is empty on its left, unless it keeps something of the value before.
+  const Value empty[] = {Value(std::string()), Value(json::Object()), Value(json::Array()), Value(false)};
+  const Value value = Deserialize(R"({"a":"x","a":{"b":1},"a":[1],"a":true,"a":5})");
+  for (const Value& left : empty) EXPECT_TRUE(left == value["a"]) << left.GetType();
+}
+
 /// Makes texts by changing those at random.
 class TextMaker {
  public:
