@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace json {
@@ -34,16 +35,8 @@ class Object {
   typedef Map::iterator iterator;
   typedef Map::const_iterator const_iterator;
 
-  inline Object();
-  Object(const Object& other);
-  Object(Object&& other) noexcept;
-  Object& operator=(const Object& other);
-  Object& operator=(Object&& other) noexcept;
-  inline ~Object();
-
   /// The value under key. A missing key is added with a NullVal.
   Value& operator[](const std::string& key);
-  Value& operator[](std::string&& key);
   Value& operator[](const char* key);
 
   /// The value under key, which must be present: this is not checked.
@@ -59,7 +52,7 @@ class Object {
   const_iterator begin() const;
   const_iterator end() const;
 
-  inline size_t size() const;
+  size_t size() const;
 
   /// Removes every entry.
   void Clear();
@@ -71,9 +64,6 @@ class Object {
   int HasKeys(const char** keys, int count) const;
 
  private:
-  friend class Parser;
-  friend class Value;
-
   Map mValues;
 };
 
@@ -84,15 +74,7 @@ class Array {
   typedef Vector::iterator iterator;
   typedef Vector::const_iterator const_iterator;
 
-  inline Array();
-  Array(const Array& other);
-  Array(Array&& other) noexcept;
-  Array& operator=(const Array& other);
-  Array& operator=(Array&& other) noexcept;
-  inline ~Array();
-
   void push_back(const Value& value);
-  void push_back(Value&& value);
 
   /// Inserts a copy before position index, which is at most size(): this is not checked.
   void insert(size_t index, const Value& value);
@@ -113,15 +95,12 @@ class Array {
   const_iterator begin() const;
   const_iterator end() const;
 
-  inline size_t size() const;
+  size_t size() const;
 
   /// Removes every element.
   void Clear();
 
  private:
-  friend class Parser;
-  friend class Value;
-
   Vector mValues;
 };
 
@@ -140,24 +119,18 @@ class Value {
   Value(double value);
   Value(bool value);
   Value(const std::string& value);
-  Value(std::string&& value);
   Value(const Object& value);
-  Value(Object&& value);
   Value(const Array& value);
-  Value(Array&& value);
   /// A character pointer would otherwise turn into a bool.
   Value(const char*) = delete;
 
   Value(const Value& other);
-  /// The source keeps its type; a string, object or array is left empty.
+  /// For values that are returned: the source keeps its type, and its string, object or array is left empty.
   Value(Value&& other) noexcept;
   /// Takes over type and content. The members of the other types stay as they are.
   Value& operator=(const Value& other);
   Value& operator=(Value&& other) noexcept;
-
-  ~Value() {
-    if (mObjectVal.size() != 0 || mArrayVal.size() != 0) ReleaseNested();
-  }
+  ~Value();
 
   ValueType GetType() const { return mValueType; }
 
@@ -215,27 +188,14 @@ class Value {
 
  private:
   friend class Comparison;
-  friend class Parser;
-  friend class TreeCopy;
   friend class Writer;
 
-  static void Require(bool condition, const char* message);
-  void SetNumber(int value);
+  typedef std::vector<std::pair<Value*, const Value*>> CopyList;
+
   void SetNumber(double value);
   void CopyScalar(const Value& other);
-  void ReleaseNested() noexcept;
+  void CopyLevel(const Value& other, CopyList& nested);
 };
-
-inline Object::Object() = default;
-inline Object::~Object() = default;
-inline Array::Array() = default;
-inline Array::~Array() = default;
-inline size_t Object::size() const {
-  return mValues.size();
-}
-inline size_t Array::size() const {
-  return mValues.size();
-}
 
 /// Equality, deep. Numbers of different types are compared by value. The comparison goes by the left-hand type and,
 /// when either side is a number, ignores the right-hand type otherwise: an empty string, an empty object, an empty

@@ -61,14 +61,11 @@ class Comparison {
     if (!right.IsNumeric()) return false;
     if (left.mValueType == IntVal && right.mValueType == IntVal) return left.mIntVal == right.mIntVal;
     if (left.mValueType == DoubleVal || right.mValueType == DoubleVal) return AsDouble(left) == AsDouble(right);
-    return AsFloat(left) == AsFloat(right);
+    return left.mFloatVal == right.mFloatVal;
   }
+  /// A float's double may be another number.
   static double AsDouble(const Value& value) {
-    if (value.mValueType == IntVal) return value.mIntVal;
     return value.mValueType == FloatVal ? static_cast<double>(value.mFloatVal) : value.mDoubleVal;
-  }
-  static float AsFloat(const Value& value) {
-    return value.mValueType == IntVal ? static_cast<float>(value.mIntVal) : value.mFloatVal;
   }
 
   std::vector<std::pair<const Value*, const Value*>> pending_;

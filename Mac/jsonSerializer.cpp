@@ -19,12 +19,6 @@ std::string FormatDouble(double number) {
   return std::string(text, sign + digits) + "." + std::string(text + length - 6, 6);
 }
 
-std::string FormatInt(int number) {
-  char text[500];
-  std::snprintf(text, sizeof text, "%d", number);
-  return text;
-}
-
 std::string Quoted(const std::string& text) {
   return "\"" + text + "\"";
 }
@@ -41,7 +35,7 @@ class Writer {
         out_ += Quoted(value.mStringVal);
         break;
       case IntVal:
-        out_ += FormatInt(value.mIntVal);
+        out_ += std::to_string(value.mIntVal);
         break;
       case FloatVal:
         out_ += FormatDouble(value.mFloatVal);

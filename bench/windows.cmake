@@ -1,5 +1,6 @@
 # The benchmarks of the windows. Each is the plug-in's own objects in a small application, and talks to a service in a
 # process of its own.
+find_package(nlohmann_json REQUIRED)
 add_executable(bench_sink bench_sink.cpp FolderTree.cpp SinkServer.cpp)
 target_link_libraries(bench_sink PRIVATE orvane_service_core orvane_warnings)
 
