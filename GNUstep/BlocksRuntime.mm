@@ -3,9 +3,8 @@
 // Its symbols are hidden, so that each module binds to its own copy: libgnustep-base exports an obsolete _Block_copy
 // that does not copy clang's stack blocks, and the separate libBlocksRuntime does not retain captured objects. The
 // names are fixed by the ABI.
-#import <Foundation/NSObject.h>
-
 #include <Block.h>
+#import <Foundation/NSObject.h>
 
 #include <atomic>
 #include <cstdlib>

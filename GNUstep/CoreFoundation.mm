@@ -1,6 +1,5 @@
-#import <Foundation/Foundation.h>
-
 #include <CoreFoundation/CoreFoundation.h>
+#import <Foundation/Foundation.h>
 
 #include <cstring>
 

@@ -1,7 +1,5 @@
-#import <Foundation/Foundation.h>
-
 #include <CoreServices/CoreServices.h>
-
+#import <Foundation/Foundation.h>
 #include <sys/stat.h>
 
 #include <cstdlib>

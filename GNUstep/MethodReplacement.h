@@ -2,7 +2,6 @@
 #pragma once
 
 #import <Foundation/Foundation.h>
-
 #include <objc/runtime.h>
 
 /// Replaces the instance method and returns the implementation that stood there, or null when the class has none.

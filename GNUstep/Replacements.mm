@@ -1,6 +1,6 @@
-#import <Cocoa/Cocoa.h>
-
 #include "Replacements.h"
+
+#import <Cocoa/Cocoa.h>
 
 // Installs the replacements as soon as there is an application: when this code is in a bundle, at once, and when it is
 // in the program itself, before the application finishes launching. Earlier would be too early: a class whose method
@@ -24,7 +24,6 @@
 }
 
 + (void)install:(NSNotification *)notification {
-  (void)notification;
   [[NSNotificationCenter defaultCenter] removeObserver:self];
   InstallAccessibilityLabel();
   InstallAlertPanel();

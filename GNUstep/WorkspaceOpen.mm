@@ -1,7 +1,6 @@
 // Opening a web address: GNUstep looks for an application of its own and blocks with an alert when it finds none. The
 // desktop's xdg-open knows the person's browser.
 #import <Cocoa/Cocoa.h>
-
 #include <spawn.h>
 #include <sys/wait.h>
 

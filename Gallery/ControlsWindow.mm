@@ -1,12 +1,12 @@
 #import "ControlsWindow.h"
 
+#include <cmath>
+
 #import "PlainLabel.h"
 #import "PluginBundle.h"
 #import "RoundedButton.h"
 #import "RoundedView.h"
 #import "TagButton.h"
-
-#include <cmath>
 
 namespace {
 

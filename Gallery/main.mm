@@ -1,16 +1,15 @@
 // orvane-gallery: shows the plug-in's controls.
 #import <Cocoa/Cocoa.h>
 
-#import "ControlsWindow.h"
-#import "LinuxTheme.h"
-#import "PluginBundle.h"
-
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
+#import "ControlsWindow.h"
 #include "DisplayIsReachable.h"
+#import "LinuxTheme.h"
 #include "Options.h"
+#import "PluginBundle.h"
 
 @interface GalleryDelegate : NSObject
 @end
@@ -18,7 +17,6 @@
 @implementation GalleryDelegate
 
 - (void)applicationDidFinishLaunching:(NSNotification *)notification {
-  (void)notification;
   // The plug-in's objects find their images in the bundle, by its identifier. Its code is not loaded: it is in here.
   static NSBundle *const bundle = [[NSBundle alloc] initWithPath:@ORVANE_BUNDLE_PATH];
   if (!bundle || !PluginBundle()) {
@@ -31,7 +29,6 @@
 }
 
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)application {
-  (void)application;
   return YES;
 }
 

@@ -1,5 +1,4 @@
 #import <Foundation/Foundation.h>
-
 #include <dlfcn.h>
 
 #include "BundleLoader.h"

@@ -7,9 +7,9 @@
 #include <thread>
 #include <vector>
 
+#include "BundleLoader.h"
 #include "ExitStatus.h"
 #include "HostCalls.h"
-#include "BundleLoader.h"
 #include "Renderer.h"
 #include "Sequence.h"
 

@@ -3,11 +3,10 @@
 #include <memory>
 #include <vector>
 
+#include "HostSession.h"
 #import "OHostApplication.h"
 #import "OHostMainWindow.h"
 #import "OHostRenderProgress.h"
-
-#include "HostSession.h"
 #include "Options.h"
 #include "Poster.h"
 

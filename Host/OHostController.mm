@@ -1,13 +1,11 @@
 #import "OHostController.h"
 
 #import <WakeEventLoop.h>
-
-#import "OHostMenu.h"
-
 #include <signal.h>
 #include <unistd.h>
 
 #include "Console.h"
+#import "OHostMenu.h"
 
 using orvane_host::Complain;
 using orvane_host::Describe;
@@ -71,12 +69,10 @@ class Listener : public orvane_host::SessionListener {
 #pragma mark Start
 
 - (void)applicationWillFinishLaunching:(NSNotification *)notification {
-  (void)notification;
   _exportMenu = OHostInstallMenu(self, @selector(quit:));
 }
 
 - (void)applicationDidFinishLaunching:(NSNotification *)notification {
-  (void)notification;
   _mainWindow = [[OHostMainWindow alloc] initWithSequence:_sequence delegate:self];
   _progress = [[OHostRenderProgress alloc] init];
   [[_mainWindow window] makeKeyAndOrderFront:nil];
@@ -173,18 +169,15 @@ class Listener : public orvane_host::SessionListener {
 #pragma mark The end
 
 - (IBAction)quit:(id)sender {
-  (void)sender;
   _quitting = YES;
 }
 
 - (BOOL)windowShouldClose:(id)sender {
-  (void)sender;
   _quitting = YES;
   return NO;  // it goes when the program ends
 }
 
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)application {
-  (void)application;
   return NO;
 }
 
@@ -199,7 +192,6 @@ class Listener : public orvane_host::SessionListener {
 }
 
 - (void)beat:(NSTimer *)timer {
-  (void)timer;
   if (_poster && _poster->Done()) {
     if (!_poster->File().empty()) [_mainWindow showPicture:ToString(_poster->File())];
     _poster.reset();

@@ -101,7 +101,6 @@ const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 }
 
 - (void)cancel:(id)sender {
-  (void)sender;
   _cancelled = YES;
 }
 

@@ -1,8 +1,8 @@
 #include "Options.h"
 
+#include <CLI/CLI.hpp>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
 

@@ -1,11 +1,11 @@
 #include "Sequence.h"
 
+#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
 #include "ChildProcess.h"
 

@@ -1,16 +1,15 @@
 // orvane-host: runs export plug-ins without the editing application.
 #import <AppKit/AppKit.h>
 
-#import "LinuxTheme.h"
-#import "OHostApplication.h"
-#import "OHostController.h"
-
 #include <string>
 
 #include "Console.h"
 #include "DisplayIsReachable.h"
 #include "ExitStatus.h"
+#import "LinuxTheme.h"
 #include "LocalTrust.h"
+#import "OHostApplication.h"
+#import "OHostController.h"
 #include "Options.h"
 
 int main(int argc, char **argv, char **environment) {

@@ -9,8 +9,8 @@ namespace json {
 
 namespace {
 
-/// Truncates towards zero. C++ leaves it undefined what becomes of a number that does not fit: here it is the nearest
-/// int, and 0 for NaN.
+// Truncates towards zero. C++ leaves it undefined what becomes of a number that does not fit: here it is the nearest
+// int, and 0 for NaN.
 int ToNearestInt(double value) {
   if (value != value) return 0;
   if (value >= static_cast<double>(std::numeric_limits<int>::max())) return std::numeric_limits<int>::max();
@@ -196,14 +196,14 @@ Value::~Value() {
   }
 }
 
-/// Of an int, too: every int is a double.
+// Of an int, too: every int is a double.
 void Value::SetNumber(double value) {
   mIntVal = ToNearestInt(value);
   mFloatVal = static_cast<float>(value);
   mDoubleVal = value;
 }
 
-/// Takes over what a number or a bool holds, for the type that is set already.
+// Takes over what a number or a bool holds, for the type that is set already.
 void Value::CopyScalar(const Value& other) {
   if (mValueType == IntVal) {
     SetNumber(other.mIntVal);
@@ -219,7 +219,7 @@ void Value::CopyScalar(const Value& other) {
   }
 }
 
-/// Copies into a new value. The members or elements become nulls, listed with the values that they are to copy.
+// Copies into a new value. The members or elements become nulls, listed with the values that they are to copy.
 void Value::CopyLevel(const Value& other, CopyList& nested) {
   mValueType = other.mValueType;
   if (mValueType == StringVal) {

@@ -1,10 +1,10 @@
-#include "json.h"
-
 #include <utility>
+
+#include "json.h"
 
 namespace json {
 
-/// The comparison of two trees, with the pairs still to compare kept aside instead of recursion.
+// The comparison of two trees, with the pairs still to compare kept aside instead of recursion.
 class Comparison {
  public:
   bool Run() {
@@ -18,7 +18,7 @@ class Comparison {
 
   void Add(const Value& left, const Value& right) { pending_.emplace_back(&left, &right); }
 
-  /// Each returns false when the two can be told apart without looking into their values.
+  // Each returns false when the two can be told apart without looking into their values.
   bool Add(const Object& left, const Object& right) {
     if (left.size() != right.size()) return false;
     auto other = right.begin();
@@ -56,14 +56,14 @@ class Comparison {
     }
   }
 
-  /// Compares in the more precise of the two types; int and float meet as floats.
+  // Compares in the more precise of the two types; int and float meet as floats.
   static bool SameNumber(const Value& left, const Value& right) {
     if (!right.IsNumeric()) return false;
     if (left.mValueType == IntVal && right.mValueType == IntVal) return left.mIntVal == right.mIntVal;
     if (left.mValueType == DoubleVal || right.mValueType == DoubleVal) return AsDouble(left) == AsDouble(right);
     return left.mFloatVal == right.mFloatVal;
   }
-  /// A float's double may be another number.
+  // A float's double may be another number.
   static double AsDouble(const Value& value) {
     return value.mValueType == FloatVal ? static_cast<double>(value.mFloatVal) : value.mDoubleVal;
   }

@@ -1,5 +1,3 @@
-#include "json.h"
-
 #include <strings.h>
 
 #include <algorithm>
@@ -12,9 +10,11 @@
 #include <string_view>
 #include <utility>
 
+#include "json.h"
+
 namespace json {
 
-/// What a bracket encloses.
+// What a bracket encloses.
 enum StackDepthType { InObject = 0, InArray = 1 };
 
 namespace {
@@ -33,7 +33,7 @@ bool EqualsIgnoringCase(const std::string& text, const char* word) {
   return text.size() == std::strlen(word) && strcasecmp(text.c_str(), word) == 0;
 }
 
-/// A part of the text: the characters from begin up to, not including, end.
+// A part of the text: the characters from begin up to, not including, end.
 struct Range {
   size_t begin = 0;
   size_t end = 0;
@@ -47,7 +47,7 @@ Range Trim(const std::string& text, Range range) {
   return range;
 }
 
-/// Where in the range the first quote is that no backslash escapes, or kNone.
+// Where in the range the first quote is that no backslash escapes, or kNone.
 size_t GetQuotePos(const std::string& text, Range range) {
   bool escape = false;
   for (size_t i = range.begin; i < range.end; ++i) {
@@ -57,7 +57,7 @@ size_t GetQuotePos(const std::string& text, Range range) {
   return kNone;
 }
 
-/// The text with its escapes replaced. Hexadecimal digits that are missing add nothing.
+// The text with its escapes replaced. Hexadecimal digits that are missing add nothing.
 std::string UnescapeJSONString(std::string_view text) {
   static constexpr std::string_view kLetters = "\"/\\bfnrt";
   static constexpr std::string_view kMeanings = "\"/\\\b\f\n\r\t";
@@ -81,15 +81,15 @@ std::string UnescapeJSONString(std::string_view text) {
   return out;
 }
 
-/// For every opening bracket of a text the place where a search for its end ends: at the matching closing bracket or at
-/// one of the wrong kind. Made in one pass, so that nesting costs nothing.
-///
-/// A search that begins at a bracket takes every quote without a backslash before it as the begin or end of a string,
-/// and passes over strings. So it sees exactly the brackets with an even number of such quotes between them and its
-/// begin: all brackets of a text fall into two classes that don't see each other, and each class is matched by itself.
+// For every opening bracket of a text the place where a search for its end ends: at the matching closing bracket or at
+// one of the wrong kind. Made in one pass, so that nesting costs nothing.
+//
+// A search that begins at a bracket takes every quote without a backslash before it as the begin or end of a string,
+// and passes over strings. So it sees exactly the brackets with an even number of such quotes between them and its
+// begin: all brackets of a text fall into two classes that don't see each other, and each class is matched by itself.
 class BracketEnds {
  public:
-  /// The range begins with a bracket.
+  // The range begins with a bracket.
   BracketEnds(const std::string& text, Range range) : text_(text), ends_(range.end) {
     std::vector<size_t> open[2];
     bool odd = false;
@@ -101,8 +101,8 @@ class BracketEnds {
     }
   }
 
-  /// Where the bracket that the range begins with is closed within the range: the position of the closing bracket, the
-  /// range's end when there is none, or kNone when a bracket of the wrong kind comes first.
+  // Where the bracket that the range begins with is closed within the range: the position of the closing bracket, the
+  // range's end when there is none, or kNone when a bracket of the wrong kind comes first.
   size_t GetEndOfArrayOrObj(Range range) const {
     const End& end = ends_[range.begin];
     if (end.position >= range.end) return range.end;
@@ -129,14 +129,14 @@ class BracketEnds {
   }
 
   const std::string& text_;
-  /// By the position of the opening bracket.
+  // By the position of the opening bracket.
   std::vector<End> ends_;
 };
 
-/// A bare literal, read character by character and classified at the end.
+// A bare literal, read character by character and classified at the end.
 class Literal {
  public:
-  /// Takes the next character. Returns false when the literal can't be valid any more.
+  // Takes the next character. Returns false when the literal can't be valid any more.
   bool Add(char c) {
     if (IsSpace(c)) return true;
     if (c == '[' || c == ']' || c == '{' || c == '}') return false;
@@ -153,7 +153,7 @@ class Literal {
     return true;
   }
 
-  /// Sets value to what the literal means. Returns false when it means nothing.
+  // Sets value to what the literal means. Returns false when it means nothing.
   bool Classify(Value& value) const {
     if (EqualsIgnoringCase(token_, "true")) {
       value = Value(true);
@@ -198,8 +198,8 @@ class Literal {
   bool exponent_ = false;
 };
 
-/// A complete object or array. Everything in it is a new value, which keeps nothing of one that it replaced: assigning
-/// leaves what a value of another type held.
+// A complete object or array. Everything in it is a new value, which keeps nothing of one that it replaced: assigning
+// leaves what a value of another type held.
 class Container : public Value {
  public:
   explicit Container(std::map<std::string, Value>&& members) {
@@ -215,16 +215,16 @@ class Container : public Value {
   }
 };
 
-/// An object or array that is being read.
+// An object or array that is being read.
 struct Frame {
   StackDepthType type;
-  /// What is left of the text between the brackets.
+  // What is left of the text between the brackets.
   Range rest;
-  /// In an array the next place where an element ends or a bracket opens; out of date when it lies before the rest.
+  // In an array the next place where an element ends or a bracket opens; out of date when it lies before the rest.
   size_t stop = 0;
-  /// Of the member that is being read.
+  // Of the member that is being read.
   std::string key;
-  /// What has been read.
+  // What has been read.
   std::map<std::string, Value> members;
   std::vector<Value> elements;
 
@@ -246,11 +246,11 @@ enum Outcome {
   kError,
 };
 
-/// Reads one text. Nested objects and arrays are frames on a stack of their own: a text may be nested as deep as
-/// memory allows.
+// Reads one text. Nested objects and arrays are frames on a stack of their own: a text may be nested as deep as
+// memory allows.
 class Parser {
  public:
-  /// The range begins with a bracket and ends with its counterpart.
+  // The range begins with a bracket and ends with its counterpart.
   Parser(const std::string& text, Range range) : text_(text), ends_(text, range) { Push(range); }
 
   Value Run() {
@@ -312,7 +312,7 @@ class Parser {
     return kDone;
   }
 
-  /// Reads one value from the rest, takes it away from there and adds it to the frame.
+  // Reads one value from the rest, takes it away from there and adds it to the frame.
   Outcome DeserializeValue(Range& rest, Frame& frame) {
     rest = Trim(text_, rest);
     Value value;

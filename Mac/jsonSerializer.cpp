@@ -1,13 +1,13 @@
-#include "json.h"
-
 #include <cstdio>
 #include <cstring>
+
+#include "json.h"
 
 namespace json {
 
 namespace {
 
-/// Six digits after the point. Infinity and NaN have no JSON text; they come out as the C library writes them.
+// Six digits after the point. Infinity and NaN have no JSON text; they come out as the C library writes them.
 std::string FormatDouble(double number) {
   // The largest double has 309 digits before the point.
   char text[500];
@@ -25,8 +25,8 @@ std::string Quoted(const std::string& text) {
 
 }  // namespace
 
-/// Writes the text of a tree. The objects and arrays around the current place are kept on a stack of their own, since a
-/// tree may be deeper than the thread's stack.
+// Writes the text of a tree. The objects and arrays around the current place are kept on a stack of their own, since a
+// tree may be deeper than the thread's stack.
 class Writer {
  public:
   void SerializeValue(const Value& value) {
@@ -76,7 +76,7 @@ class Writer {
   }
 
  private:
-  /// An object or an array whose closing bracket is still to come.
+  // An object or an array whose closing bracket is still to come.
   struct Open {
     const Object* object;
     Object::const_iterator member;

@@ -1,13 +1,13 @@
 // The calls of the project API that a client makes before it uploads: login and lists.
 #pragma once
 
-#include "Catalog.h"
-#include "Sessions.h"
-
 #include <httplib.h>
 
 #include <map>
 #include <string>
+
+#include "Catalog.h"
+#include "Sessions.h"
 
 namespace orvane_service {
 

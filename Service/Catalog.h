@@ -1,13 +1,13 @@
 // What the database holds for the customers: their users, projects, folders and uploaded files.
 #pragma once
 
-#include "Database.h"
-
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "Database.h"
 
 namespace orvane_service {
 

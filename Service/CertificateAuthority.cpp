@@ -1,13 +1,13 @@
 #include "CertificateAuthority.h"
 
-#include "HostNames.h"
-#include "Secrets.h"
-
 #include <glib.h>
 
 #include <ctime>
 #include <fstream>
 #include <stdexcept>
+
+#include "HostNames.h"
+#include "Secrets.h"
 
 namespace orvane_service {
 namespace {

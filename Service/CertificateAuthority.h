@@ -5,11 +5,11 @@
 // so, in a critical extension.
 #pragma once
 
-#include "Sessions.h"
-
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include "Sessions.h"
 
 namespace orvane_service {
 

@@ -1,9 +1,9 @@
 #include "Customers.h"
 
+#include <algorithm>
+
 #include "Answers.h"
 #include "HostNames.h"
-
-#include <algorithm>
 
 namespace orvane_service {
 

@@ -1,12 +1,12 @@
 // From a request to the customer whose host it was sent to.
 #pragma once
 
-#include "Catalog.h"
-
 #include <httplib.h>
 
 #include <optional>
 #include <string>
+
+#include "Catalog.h"
 
 namespace orvane_service {
 

@@ -1,8 +1,8 @@
 #include "DemoData.h"
 
-#include "Passwords.h"
-
 #include <vector>
+
+#include "Passwords.h"
 
 namespace orvane_service {
 namespace {

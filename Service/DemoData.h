@@ -1,9 +1,9 @@
 // What a new service starts with, so that a client has something to log in to and to choose from.
 #pragma once
 
-#include "Catalog.h"
-
 #include <string>
+
+#include "Catalog.h"
 
 namespace orvane_service {
 

@@ -1,7 +1,5 @@
 #include "FileStore.h"
 
-#include "Secrets.h"
-
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -10,6 +8,8 @@
 #include <cstring>
 #include <stdexcept>
 #include <system_error>
+
+#include "Secrets.h"
 
 namespace orvane_service {
 namespace {

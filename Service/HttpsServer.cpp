@@ -89,7 +89,8 @@ bool HttpsServer::process_and_close_socket(socket_t sock) {
 
 void HttpsServer::Serve(TlsStream& stream) {
   bool unread = false;
-  for (size_t left = keep_alive_max_count_; left > 0 && !unread && stream.WaitForData(kKeepAliveSeconds * 1000); --left) {
+  for (size_t left = keep_alive_max_count_; left > 0 && !unread && stream.WaitForData(kKeepAliveSeconds * 1000);
+       --left) {
     // Stays true when the library gives up before the headers are complete.
     unread = true;
     bool closed = false;

@@ -2,9 +2,6 @@
 // prompt stop that does not wait for running uploads, and answers that reach a client that is still sending.
 #pragma once
 
-#include "CertificateAuthority.h"
-#include "TlsStream.h"
-
 #include <httplib.h>
 
 #include <condition_variable>
@@ -12,6 +9,9 @@
 #include <set>
 #include <string>
 #include <thread>
+
+#include "CertificateAuthority.h"
+#include "TlsStream.h"
 
 namespace orvane_service {
 

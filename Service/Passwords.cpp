@@ -1,13 +1,13 @@
 #include "Passwords.h"
 
-#include "Secrets.h"
-
 #include <openssl/evp.h>
 
 #include <cstdint>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
+
+#include "Secrets.h"
 
 namespace orvane_service {
 namespace {

@@ -1,13 +1,13 @@
 #include "ReviewPages.h"
 
-#include "FileResponse.h"
-#include "HostNames.h"
-#include "Html.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <map>
+
+#include "FileResponse.h"
+#include "HostNames.h"
+#include "Html.h"
 
 namespace orvane_service {
 namespace {

@@ -2,12 +2,12 @@
 // random id cannot be guessed, and whoever has it may look.
 #pragma once
 
-#include "Catalog.h"
-#include "FileStore.h"
-
 #include <httplib.h>
 
 #include <string>
+
+#include "Catalog.h"
+#include "FileStore.h"
 
 namespace orvane_service {
 

@@ -1,11 +1,11 @@
 #include "Service.h"
 
+#include <ctime>
+
 #include "Answers.h"
 #include "DemoData.h"
 #include "Html.h"
 #include "Secrets.h"
-
-#include <ctime>
 
 namespace orvane_service {
 namespace {

@@ -1,6 +1,13 @@
 // The whole service: one data folder, one HTTPS server.
 #pragma once
 
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
 #include "Api.h"
 #include "Catalog.h"
 #include "CertificateAuthority.h"
@@ -12,13 +19,6 @@
 #include "Sessions.h"
 #include "Upload.h"
 #include "WebSite.h"
-
-#include <filesystem>
-#include <functional>
-#include <memory>
-#include <mutex>
-#include <optional>
-#include <string>
 
 namespace orvane_service {
 

@@ -2,13 +2,13 @@
 // is good only together with that key.
 #pragma once
 
-#include "Catalog.h"
-#include "Database.h"
-
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+
+#include "Catalog.h"
+#include "Database.h"
 
 namespace orvane_service {
 

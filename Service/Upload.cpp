@@ -1,12 +1,12 @@
 #include "Upload.h"
 
+#include <cerrno>
+#include <system_error>
+
 #include "Answers.h"
 #include "Customers.h"
 #include "HostNames.h"
 #include "Secrets.h"
-
-#include <cerrno>
-#include <system_error>
 
 namespace orvane_service {
 namespace {

@@ -1,15 +1,15 @@
 // The call of the API that takes a file.
 #pragma once
 
-#include "Catalog.h"
-#include "FileStore.h"
-#include "Sessions.h"
-#include "UploadForm.h"
-
 #include <httplib.h>
 
 #include <optional>
 #include <string>
+
+#include "Catalog.h"
+#include "FileStore.h"
+#include "Sessions.h"
+#include "UploadForm.h"
 
 namespace orvane_service {
 

@@ -1,15 +1,15 @@
 // The parts of an upload's form as they arrive: the file goes to the disk at once, the texts are kept.
 #pragma once
 
-#include "Answers.h"
-#include "FileStore.h"
-
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "Answers.h"
+#include "FileStore.h"
 
 namespace orvane_service {
 

@@ -1,14 +1,14 @@
 // orvane-service: the options of the command line, and the service's life from start to signal.
-#include "DataFolder.h"
-#include "Service.h"
-
+#include <CLI/CLI.hpp>
 #include <signal.h>
 #include <sys/stat.h>
 
-#include <CLI/CLI.hpp>
 #include <fstream>
 #include <iostream>
 #include <string>
+
+#include "DataFolder.h"
+#include "Service.h"
 
 namespace {
 

@@ -95,7 +95,6 @@ void UseLinuxTheme() {
 @implementation LinuxTheme
 
 + (void)applicationWillFinishLaunching:(NSNotification *)notification {
-  (void)notification;
   LinuxTheme *theme = [[[self alloc] initWithBundle:[NSBundle mainBundle]] autorelease];
   [GSTheme setTheme:theme];
   LinuxThemeRegisterImages();
@@ -114,8 +113,6 @@ void UseLinuxTheme() {
               view:(NSView *)view
              style:(int)style
              state:(GSThemeControlState)state {
-  (void)view;
-  (void)style;
   const BOOL bold = IsDefault(cell) && [cell isEnabled];
   LinuxThemeDrawRounded(BezelRect(frame, cell), kCornerRadius,
                         IsPressed(state)   ? LinuxThemePressed
@@ -125,16 +122,12 @@ void UseLinuxTheme() {
 }
 
 - (GSThemeMargins)buttonMarginsForCell:(NSCell *)cell style:(int)style state:(GSThemeControlState)state {
-  (void)style;
-  (void)state;
   const CGFloat side = kTextMargin + SideInset(cell);
   return {side, side, 2, 2};
 }
 
 // No picture of a return key in the default button; its border tells.
 - (void)setKeyEquivalent:(NSString *)key forButtonCell:(NSButtonCell *)cell {
-  (void)key;
-  (void)cell;
 }
 
 #pragma mark Progress
@@ -161,7 +154,6 @@ void UseLinuxTheme() {
 }
 
 - (NSRect)drawProgressIndicatorBezel:(NSRect)bounds withClip:(NSRect)clip {
-  (void)clip;
   LinuxThemeDrawRounded(bounds, 0, LinuxThemeWhite, LinuxThemeBorder);
   return NSInsetRect(bounds, 1, 1);
 }
@@ -184,7 +176,6 @@ void UseLinuxTheme() {
 }
 
 - (void)drawBorderType:(NSBorderType)type frame:(NSRect)frame view:(NSView *)view {
-  (void)view;
   if (type != NSNoBorder) LinuxThemeDrawRounded(frame, 0, LinuxThemeWhite, LinuxThemeBorder);
 }
 
@@ -193,7 +184,6 @@ void UseLinuxTheme() {
 }
 
 - (void)drawScrollViewRect:(NSRect)rect inView:(NSView *)view {
-  (void)rect;
   [self drawBorderType:[static_cast<NSScrollView *>(view) borderType] frame:[view bounds] view:view];
 }
 

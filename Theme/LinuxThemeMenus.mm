@@ -45,9 +45,6 @@ NSColor *TitleColor(GSThemeControlState state) {
                         withFrame:(NSRect)bounds
                         dirtyRect:(NSRect)dirtyRect
                        horizontal:(BOOL)horizontal {
-  (void)menuView;
-  (void)dirtyRect;
-  (void)horizontal;
   LinuxThemeDrawRounded(bounds, 0, LinuxThemeWhite, LinuxThemeBorder);
 }
 
@@ -56,9 +53,6 @@ NSColor *TitleColor(GSThemeControlState state) {
                                         inView:(NSView *)view
                                          state:(GSThemeControlState)state
                                   isHorizontal:(BOOL)horizontal {
-  (void)cell;
-  (void)view;
-  (void)horizontal;
   if (state != GSThemeSelectedState && state != GSThemeHighlightedState) return;
   [[NSColor selectedMenuItemColor] set];
   NSRectFill(NSInsetRect(frame, 1, 1));

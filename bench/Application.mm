@@ -1,11 +1,12 @@
-#import <Cocoa/Cocoa.h>
-
 #include "Application.h"
-#import "LinuxTheme.h"
+
+#import <Cocoa/Cocoa.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
+
+#import "LinuxTheme.h"
 
 @interface BenchApplicationDelegate : NSObject {
   const std::function<void()> *body;  // not owned: its owner waits

@@ -9,7 +9,7 @@ namespace {
 constexpr int kWidths[] = {10, 9, 10};
 constexpr int kLevels = 3;
 
-/// Ids are the places on the way down: "_3_0" is the first folder inside the fourth.
+// Ids are the places on the way down: "_3_0" is the first folder inside the fourth.
 int LevelOf(const std::string& id) {
   return static_cast<int>(std::count(id.begin(), id.end(), '_'));
 }

@@ -1,6 +1,6 @@
-#import <Cocoa/Cocoa.h>
-
 #include "MainLoopWatch.h"
+
+#import <Cocoa/Cocoa.h>
 
 #include <algorithm>
 #include <chrono>

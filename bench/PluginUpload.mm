@@ -1,5 +1,3 @@
-#import "UploadStatusWindowController.h"
-
 #include "PluginUpload.h"
 
 #include <fcntl.h>
@@ -10,6 +8,7 @@
 
 #include "Application.h"
 #include "ExportLifetime.h"
+#import "UploadStatusWindowController.h"
 #include "WorkflowState.h"
 
 namespace bench {

@@ -22,7 +22,7 @@ size_t Append(char* data, size_t size, size_t count, void* text) {
   return size * count;
 }
 
-/// The port that the service says it listens on.
+// The port that the service says it listens on.
 int ReadPort(orvane_host::ChildProcess& process) {
   std::string output;
   std::string errors;

@@ -15,10 +15,10 @@ using httplib::Response;
 
 const char* const kJson = "application/json";
 
-/// How long the answer takes for the folders of the project "far".
+// How long the answer takes for the folders of the project "far".
 constexpr std::chrono::milliseconds kFarDelay(5);
 
-/// More than a listing has, which must not be interrupted by a new connection.
+// More than a listing has, which must not be interrupted by a new connection.
 constexpr size_t kRequestsOfAConnection = 1000000;
 
 std::string Success(const std::string& members) {

@@ -1,8 +1,6 @@
 // How the time of json::Deserialize grows with the text. Reading and freeing both count.
 //
 // Prints one line for scripts/bench's table.
-#include "json.h"
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -10,6 +8,7 @@
 #include <string>
 
 #include "Figure.h"
+#include "json.h"
 
 namespace {
 
@@ -17,10 +16,10 @@ constexpr int kProjects = 20000;
 constexpr int kLevels = 50000;
 constexpr int kRounds = 15;
 
-/// Growth up to here counts as linear when the text is twice as long: quadratic time would be 4.
+// Growth up to here counts as linear when the text is twice as long: quadratic time would be 4.
 constexpr double kLinearGrowth = 3;
 
-/// An answer of the service with that many projects, of about 130 bytes each.
+// An answer of the service with that many projects, of about 130 bytes each.
 std::string ProjectList(int projects) {
   std::string text = R"({"root":{"status":"success","payload":[)";
   for (int i = 0; i < projects; ++i) {
@@ -33,7 +32,7 @@ std::string ProjectList(int projects) {
   return text + "]}}";
 }
 
-/// Objects and arrays in turns.
+// Objects and arrays in turns.
 std::string Nested(int levels) {
   std::string text;
   std::string end;
@@ -44,14 +43,14 @@ std::string Nested(int levels) {
   return text + "1" + end;
 }
 
-/// The time that reading and freeing the text takes, in milliseconds.
+// The time that reading and freeing the text takes, in milliseconds.
 double MillisecondsOf(const std::string& text) {
   const auto begin = std::chrono::steady_clock::now();
   if (json::Deserialize(text).GetType() == json::NullVal) std::fputs("the text was refused\n", stderr);
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
 
-/// The best times of a text and of one of twice its length, measured in turns.
+// The best times of a text and of one of twice its length, measured in turns.
 struct Growth {
   double once = std::numeric_limits<double>::max();
   double twice = std::numeric_limits<double>::max();

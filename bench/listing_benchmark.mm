@@ -2,8 +2,6 @@
 //
 // Usage: listing_benchmark [--quick]
 // Prints lines for scripts/bench's table. It needs a display, and a home and temporary folder of its own.
-#import "OrvaneUploadWindowController.h"
-
 #include <curl/curl.h>
 
 #include <algorithm>
@@ -16,6 +14,7 @@
 #include "Application.h"
 #include "Figure.h"
 #include "FolderTree.h"
+#import "OrvaneUploadWindowController.h"
 #include "PluginUpload.h"
 #include "SinkProcess.h"
 #include "WorkflowState.h"

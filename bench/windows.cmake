@@ -18,7 +18,6 @@ target_compile_definitions(orvane_bench
   PRIVATE ORVANE_BENCH_SINK="$<TARGET_FILE:bench_sink>" ORVANE_BUNDLE_PATH="${ORVANE_BUNDLE}")
 target_include_directories(orvane_bench PUBLIC
   "${CMAKE_CURRENT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/Mac")
-target_compile_options(orvane_bench PRIVATE -Wno-unused-parameter)
 target_link_libraries(orvane_bench
   PUBLIC orvane_host_core orvane_engine gnustep_appkit PRIVATE orvane_warnings nlohmann_json::nlohmann_json)
 target_include_directories(orvane_bench PRIVATE "$<TARGET_PROPERTY:orvane_theme,INTERFACE_INCLUDE_DIRECTORIES>")

@@ -1,16 +1,16 @@
 // Stops when the JSON parser disagrees with the plain one of the tests, or when what it has read does not survive
 // copying, comparing and serializing.
-#include "json.h"
-#include "json_reference_parser.h"
-
 #include <cstdint>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
 
+#include "json.h"
+#include "json_reference_parser.h"
+
 namespace {
 
-/// Keeps the plain parser within its stack and its quadratic time.
+// Keeps the plain parser within its stack and its quadratic time.
 constexpr size_t kLongestText = 4096;
 
 void CheckUse(const std::string& text) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #import <Foundation/Foundation.h>
-
 #include <Security/Security.h>
 
 /// Whether an item is meant to be synchronised. The keyring only remembers it.

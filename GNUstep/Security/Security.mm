@@ -1,5 +1,4 @@
 #import <Foundation/Foundation.h>
-
 #include <Security/Security.h>
 
 #import "KeyringItem.h"

@@ -1,6 +1,5 @@
 #import <Cocoa/Cocoa.h>
 #include <dispatch/dispatch.h>
-
 #include <gtest/gtest.h>
 
 #include <memory>

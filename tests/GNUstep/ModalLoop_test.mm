@@ -1,6 +1,5 @@
 #import <Cocoa/Cocoa.h>
 #import <WakeEventLoop.h>
-
 #include <gtest/gtest.h>
 
 #include <atomic>

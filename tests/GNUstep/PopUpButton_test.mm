@@ -1,5 +1,4 @@
 #import <Cocoa/Cocoa.h>
-
 #include <gtest/gtest.h>
 
 #import "BareWindow.h"

@@ -1,6 +1,5 @@
 #import <Foundation/Foundation.h>
 #import <Security/Security.h>
-
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,6 +1,5 @@
 // orvane-gallery as the program that it is. What its window shows is compared in WindowPictures_test.
 #include <gtest/gtest.h>
-
 #include <sys/wait.h>
 
 #include <cstdlib>

@@ -2,7 +2,6 @@
 // texts that are as long as texts get. What README.md shows is in docs/, the others are in pictures/. With
 // $ORVANE_MAKE_PICTURES set the pictures are written there instead.
 #import <Cocoa/Cocoa.h>
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -10,16 +9,16 @@
 
 #import "Controls.h"
 #import "ControlsWindow.h"
+#include "ExportLifetime.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
 #import "PictureComparison.h"
+#include "PluginResources.h"
 #import "RoundedView.h"
+#include "ScriptedApi.h"
 #import "TagsView.h"
 #import "UploadCompleteWindowController.h"
 #import "UploadStatusWindowController.h"
-#include "ExportLifetime.h"
-#include "PluginResources.h"
-#include "ScriptedApi.h"
 #include "WindowScript.h"
 #include "WorkflowState.h"
 

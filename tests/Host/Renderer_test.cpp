@@ -1,7 +1,6 @@
 #include "Renderer.h"
 
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 #include "ChildProcess.h"

@@ -2,7 +2,6 @@
 
 #import <Cocoa/Cocoa.h>
 #import <Security/Security.h>
-
 #include <gtest/gtest.h>
 
 #include <string>

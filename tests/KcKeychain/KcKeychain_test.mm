@@ -2,7 +2,6 @@
 
 #import <Foundation/Foundation.h>
 #import <Security/Security.h>
-
 #include <gtest/gtest.h>
 
 #include <set>

@@ -1,13 +1,12 @@
 // The store while the keyring is locked and has nobody to ask for its password.
-#import "KcKeychain/KcKeychainQuery.h"
-
 #import <Foundation/Foundation.h>
 #import <Security/Security.h>
-
 #include <gtest/gtest.h>
 #include <libsecret/secret.h>
 
 #include <memory>
+
+#import "KcKeychain/KcKeychainQuery.h"
 
 namespace {
 

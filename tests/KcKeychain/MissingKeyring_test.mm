@@ -1,10 +1,9 @@
 // The store on a system without a keyring.
-#import "KcKeychain/KcKeychain.h"
-
 #import <Foundation/Foundation.h>
 #import <Security/Security.h>
-
 #include <gtest/gtest.h>
+
+#import "KcKeychain/KcKeychain.h"
 
 TEST(MissingKeyring, EveryOperationReportsIt) {
   @autoreleasepool {

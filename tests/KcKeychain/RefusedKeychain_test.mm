@@ -1,12 +1,11 @@
 // The login window when the keychain refuses to save the login.
-#import "OrvaneUIController.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
 
 #import "Controls.h"
+#import "OrvaneUIController.h"
 #include "PluginResources.h"
 #include "ScriptedApi.h"
 #include "WindowScript.h"

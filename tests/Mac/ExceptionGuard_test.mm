@@ -1,7 +1,6 @@
 #include "ExceptionGuard.h"
 
 #import <Foundation/Foundation.h>
-
 #include <gtest/gtest.h>
 
 #include <new>

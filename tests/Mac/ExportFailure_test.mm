@@ -1,7 +1,6 @@
 #include "ExportFailure.h"
 
 #import <Cocoa/Cocoa.h>
-
 #include <gtest/gtest.h>
 
 #include <stdexcept>

@@ -1,10 +1,5 @@
 #include "HttpRequest.h"
 
-#include "ScriptedServer.h"
-#include "TemporaryFolder.h"
-#include "TransferRedirect.h"
-#include "WorkflowState.h"
-
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -17,11 +12,16 @@
 #include <utility>
 #include <vector>
 
+#include "ScriptedServer.h"
+#include "TemporaryFolder.h"
+#include "TransferRedirect.h"
+#include "WorkflowState.h"
+
 #undef curl_easy_setopt
 
 namespace {
 
-/// What the transport has set since the last test began, and the option that shall fail.
+// What the transport has set since the last test began, and the option that shall fail.
 struct OptionWatch {
   size_t options = 0;
   std::vector<long> timeouts;
@@ -35,7 +35,7 @@ OptionWatch watch;
 // The option is an enumeration, which va_start may not like; the library's own function is declared that way.
 #pragma GCC diagnostic ignored "-Wvarargs"
 
-/// Stands in for the library's function: calls on, or fails.
+// Stands in for the library's function: calls on, or fails.
 extern "C" CURLcode curl_easy_setopt(CURL* handle, CURLoption option, ...) {
   typedef CURLcode Function(CURL*, CURLoption, ...);
   static auto* const setOption = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "curl_easy_setopt"));
@@ -364,7 +364,7 @@ TEST_F(HttpRequestTest, ProgressAmountsAreTruncated) {
   EXPECT_EQ(HttpRequest::older_progress(nullptr, 1, 2, 3, 4), 0);
 }
 
-/// Exits with 0 when all transfers report the failure of a handle that was never made.
+// Exits with 0 when all transfers report the failure of a handle that was never made.
 void TransferWithoutHandle() {
   std::ostringstream out;
   const bool failed = HttpRequest::get(kHost + "/") == "error" && HttpRequest::post(kHost + "/", "a=b") == "error" &&

@@ -1,7 +1,7 @@
+#include <gtest/gtest.h>
+
 #import "NSString+CompareToVersion.h"
 #import "NSString+TrimmingAdditions.h"
-
-#include <gtest/gtest.h>
 
 TEST(NSStringCompareToVersion, ComparesComponentsAsNumbers) {
   const struct {

@@ -1,14 +1,14 @@
 #include "OrvaneProjectsAPI.h"
 
-#include "ScriptedServer.h"
-#include "TemporaryFolder.h"
-#include "TransferRedirect.h"
-#include "WorkflowState.h"
-
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <utility>
+
+#include "ScriptedServer.h"
+#include "TemporaryFolder.h"
+#include "TransferRedirect.h"
+#include "WorkflowState.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ std::string KeyAnswer(const std::string& version) {
 
 class OrvaneProjectsAPITest : public testing::Test {
  protected:
-  /// What the two steps of the login answer.
+  // What the two steps of the login answer.
   void AnswerLogin(const std::string& key, const std::string& token) {
     server_.Route(kLoginTarget,
                   [key, token](const Request& request) { return TextResponse(request.method == "GET" ? key : token); });
@@ -35,7 +35,7 @@ class OrvaneProjectsAPITest : public testing::Test {
 
   std::string Login() { return api_.login("acme", "jane", "secret"); }
 
-  /// The target of the request that a listing makes now.
+  // The target of the request that a listing makes now.
   Request ListProjects() {
     api_.getProjectList();
     return server_.Requests().back();

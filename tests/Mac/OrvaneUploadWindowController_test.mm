@@ -4,10 +4,10 @@
 
 #import "Controls.h"
 #import "KcKeychain/KcKeychainQuery.h"
-#import "SavedLogin.h"
-#import "TagsView.h"
 #include "PluginResources.h"
+#import "SavedLogin.h"
 #include "ScriptedApi.h"
+#import "TagsView.h"
 #include "WindowScript.h"
 #include "WorkflowState.h"
 

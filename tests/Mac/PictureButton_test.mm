@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #import "BareWindow.h"
+#include "PluginResources.h"
 #import "RoundedButton.h"
 #import "TagButton.h"
-#include "PluginResources.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#import <Foundation/Foundation.h>
-
 #include "PluginResources.h"
+
+#import <Foundation/Foundation.h>
 
 void UsePluginResources() {
   static NSBundle *bundle = nil;

@@ -2,7 +2,6 @@
 #pragma once
 
 #import <Cocoa/Cocoa.h>
-
 #include <gtest/gtest.h>
 
 #include <memory>

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #import "BareWindow.h"
 #import "NSTextField+VerticalAlignment.h"
-#import "RoundedView.h"
 #include "PluginResources.h"
-
-#include <cmath>
+#import "RoundedView.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #import "BareWindow.h"
-#import "RoundedView.h"
 #include "PluginResources.h"
+#import "RoundedView.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 
 #import "BareWindow.h"
 #import "Controls.h"
+#include "PluginResources.h"
 #import "RoundedView.h"
 #import "TagButton.h"
-#include "PluginResources.h"
 
 @interface RowCounter : NSObject <TagsViewDelegate> {
  @public

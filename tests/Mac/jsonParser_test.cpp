@@ -1,7 +1,3 @@
-#include "json.h"
-
-#include "json_reference_parser.h"
-
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -11,12 +7,15 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "json.h"
+#include "json_reference_parser.h"
+
 namespace {
 
 using json::Deserialize;
 using json::Value;
 
-/// What the text means, in compact form; "" when it is refused.
+// What the text means, in compact form; "" when it is refused.
 std::string Read(const std::string& text) {
   try {
     return json::Serialize(Deserialize(text));
@@ -25,7 +24,7 @@ std::string Read(const std::string& text) {
   }
 }
 
-/// Texts, many of them nearly right or right in a way that a reader easily gets wrong, and what they mean.
+// Texts, many of them nearly right or right in a way that a reader easily gets wrong, and what they mean.
 const char* const kTexts[][2] = {
     {"", ""},
     {"42", ""},
@@ -94,7 +93,7 @@ TEST(JsonParser, ALaterKeyReplacesAnEarlierOneAltogether) {
   for (const Value& left : empty) EXPECT_TRUE(left == value["a"]) << left.GetType();
 }
 
-/// Makes texts by changing those at random.
+// Makes texts by changing those at random.
 class TextMaker {
  public:
   std::string Make() {

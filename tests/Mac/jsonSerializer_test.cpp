@@ -1,13 +1,12 @@
-#include "json.h"
-
-#include "TemporaryFolder.h"
-
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+
+#include "TemporaryFolder.h"
+#include "json.h"
 
 namespace {
 

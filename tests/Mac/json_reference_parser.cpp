@@ -40,8 +40,8 @@ size_t GetQuotePos(const std::string& text, size_t start) {
   return kNone;
 }
 
-/// The place of the counterpart of the first bracket, npos when one of the wrong kind comes first, or the text's
-/// length.
+// The place of the counterpart of the first bracket, npos when one of the wrong kind comes first, or the text's
+// length.
 size_t GetEndOfArrayOrObj(const std::string& text) {
   std::string closing;
   bool inString = false;
@@ -58,7 +58,7 @@ size_t GetEndOfArrayOrObj(const std::string& text) {
   return text.size();
 }
 
-/// The byte of up to two hexadecimal digits; nothing when the first character is none.
+// The byte of up to two hexadecimal digits; nothing when the first character is none.
 std::string LowByte(std::string digits) {
   while (digits.find_first_not_of("0123456789abcdefABCDEF") != kNone) digits.pop_back();
   return digits.empty() ? "" : std::string(1, static_cast<char>(std::stoi(digits, nullptr, 16)));
@@ -120,7 +120,7 @@ Value DeserializeLiteral(const std::string& text, bool* error) {
   return word == "null" ? Value() : DeserializeNumber(token, !point && !exponent, error);
 }
 
-/// Reads the value at the beginning of the text and cuts it off.
+// Reads the value at the beginning of the text and cuts it off.
 Value DeserializeValue(std::string& text, bool* error) {
   text = Trim(text);
   if (text.empty()) return Value();
@@ -171,7 +171,7 @@ Value DeserializeObj(std::string rest) {
   return Value(object);
 }
 
-/// Nothing when parsing throws.
+// Nothing when parsing throws.
 std::optional<Value> Outcome(Value (*parse)(const std::string&), const std::string& text) {
   try {
     return parse(text);

@@ -2,9 +2,9 @@
 // itself for every level. It shares nothing with the real one, which has to agree with it on every text.
 #pragma once
 
-#include "json.h"
-
 #include <string>
+
+#include "json.h"
 
 namespace json_reference {
 

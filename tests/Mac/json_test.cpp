@@ -16,7 +16,7 @@ using json::Deserialize;
 using json::Object;
 using json::Value;
 
-/// The library makes no FloatVal itself.
+// The library makes no FloatVal itself.
 class FloatValue : public Value {
  public:
   FloatValue(float number, double precise) {

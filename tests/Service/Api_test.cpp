@@ -1,8 +1,7 @@
-#include "RunningService.h"
-
-#include "Sessions.h"
-
 #include <map>
+
+#include "RunningService.h"
+#include "Sessions.h"
 
 namespace {
 

@@ -18,7 +18,7 @@ class CertificateAuthorityTest : public testing::Test {
     return CertificateAuthority(folder_.Path() / "ca", [this] { return now_; });
   }
 
-  /// Connects to a server that has this identity, under the given host name, and returns libcurl's verdict.
+  // Connects to a server that has this identity, under the given host name, and returns libcurl's verdict.
   CURLcode Connect(const Identity& identity, const std::string& host, const fs::path& authority) {
     HttpsServer server(identity);
     server.Get("/",

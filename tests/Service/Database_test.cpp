@@ -1,9 +1,9 @@
 #include "Database.h"
 
+#include <fstream>
+
 #include "Catalog.h"
 #include "RunningService.h"
-
-#include <fstream>
 
 namespace {
 

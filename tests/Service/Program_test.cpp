@@ -1,7 +1,6 @@
 // The program as it is started from a command line.
-#include "RunningService.h"
-
 #include "RunningProgram.h"
+#include "RunningService.h"
 
 namespace {
 

@@ -4,7 +4,7 @@ namespace {
 
 class ReviewPagesTest : public RunningService {
  protected:
-  /// Uploads and returns the link.
+  // Uploads and returns the link.
   std::string Upload(const std::string& file_name, const std::string& title) {
     std::vector<Part> parts = UploadParts(LogIn(), "0123456789");
     parts[0].file_name = file_name;

@@ -1,10 +1,6 @@
 // The base of tests that talk to a service: one in this process, on a free port, in a temporary folder.
 #pragma once
 
-#include "HttpsClient.h"
-#include "Service.h"
-#include "TemporaryFolder.h"
-
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -13,6 +9,10 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "HttpsClient.h"
+#include "Service.h"
+#include "TemporaryFolder.h"
 
 /// Waits until the condition holds. Returns false at a deadline of some seconds.
 bool Eventually(const std::function<bool()>& condition);

@@ -1,7 +1,7 @@
-#include "RunningService.h"
-
 #include <fstream>
 #include <thread>
+
+#include "RunningService.h"
 
 namespace {
 

@@ -1,9 +1,8 @@
-#include "RunningService.h"
+#include <algorithm>
 
+#include "RunningService.h"
 #include "Secrets.h"
 #include "UploadForm.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -11,7 +10,7 @@ using nlohmann::json;
 
 class UploadTest : public RunningService {
  protected:
-  /// Replaces the content of a part.
+  // Replaces the content of a part.
   static std::vector<Part> With(std::vector<Part> parts, const std::string& name, const std::string& content) {
     for (Part& part : parts) {
       if (part.name == name) part.content = content;
@@ -25,7 +24,7 @@ class UploadTest : public RunningService {
     return parts;
   }
 
-  /// The details of the file that an upload's answer names.
+  // The details of the file that an upload's answer names.
   orvane_service::FileDetails Details(const json& root) const {
     orvane_service::Database database(data_ / "orvane.db");
     orvane_service::Catalog catalog(database);
@@ -34,7 +33,7 @@ class UploadTest : public RunningService {
     return details.value_or(orvane_service::FileDetails());
   }
 
-  /// The start of an upload that announces more than it sends.
+  // The start of an upload that announces more than it sends.
   std::string HalfUpload(const std::string& content) const {
     return "POST /api/prjacc/upload_file/1 HTTP/1.1\r\nHost: acme.orvane.localhost\r\n"
            "Content-Type: multipart/form-data; boundary=xyz\r\nContent-Length: 100000000\r\n\r\n"

@@ -11,7 +11,6 @@
 
 @implementation WindowTestActionCounter
 - (void)countAction:(id)sender {
-  (void)sender;
   ++count;
 }
 @end

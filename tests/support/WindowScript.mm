@@ -1,8 +1,7 @@
-#import <Cocoa/Cocoa.h>
-#import <WakeEventLoop.h>
-
 #include "WindowScript.h"
 
+#import <Cocoa/Cocoa.h>
+#import <WakeEventLoop.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>

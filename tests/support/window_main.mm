@@ -1,11 +1,10 @@
 // The main function of window tests: GoogleTest inside a running application, with the look of the host.
 #import <Cocoa/Cocoa.h>
-
-#import "LinuxTheme.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdio>
+
+#import "LinuxTheme.h"
 
 @interface WindowTestRunner : NSObject {
   int result;
@@ -15,13 +14,11 @@
 @implementation WindowTestRunner
 
 - (void)applicationDidFinishLaunching:(NSNotification *)notification {
-  (void)notification;
   [self performSelector:@selector(runTests) withObject:nil afterDelay:0];
 }
 
 // With an in-window menu GNUstep would end the program with its last window.
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)application {
-  (void)application;
   return NO;
 }
 

@@ -1,11 +1,11 @@
 #include "ScriptedServer.h"
 
-#include "Service.h"
-#include "TemporaryFolder.h"
-
 #include <strings.h>
 
 #include <algorithm>
+
+#include "Service.h"
+#include "TemporaryFolder.h"
 
 namespace orvane_test {
 
@@ -17,7 +17,7 @@ using orvane_service::Identity;
 constexpr const char* kContentType = "text/plain";
 constexpr int kCertificateDays = 1;
 
-/// Everything certificates, made once for the process.
+// Everything certificates, made once for the process.
 struct Authority {
   static Authority& Get() {
     static Authority authority;
@@ -48,7 +48,7 @@ Request HeadOf(const httplib::Request& arrived) {
   return request;
 }
 
-/// Returns false when the body does not come as it was announced.
+// Returns false when the body does not come as it was announced.
 bool ReadBody(const httplib::ContentReader& read, bool isForm, Request& request) {
   const auto append = [](std::string& text, const char* bytes, size_t length) {
     text.append(bytes, length);

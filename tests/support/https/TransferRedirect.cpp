@@ -2,8 +2,8 @@
 
 #include "LocalTrust.h"
 
-/// Read by the leak sanitizer. A handle that is reset forgets the list of cookie files, which it had allocated: 17
-/// bytes for every transfer.
+// Read by the leak sanitizer. A handle that is reset forgets the list of cookie files, which it had allocated: 17
+// bytes for every transfer.
 extern "C" __attribute__((weak)) const char* __lsan_default_suppressions() {
   return "leak:libcurl.so\n";
 }
