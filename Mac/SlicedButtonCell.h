@@ -4,6 +4,6 @@
 #import <Cocoa/Cocoa.h>
 
 /// Draws a button on the big blue background, so that its white title can be read, pressed or not. Set as the class of
-/// a button's cell in an interface file.
+/// a button's cell in an interface file. [main-thread]
 @interface SlicedButtonCell : NSButtonCell
 @end
