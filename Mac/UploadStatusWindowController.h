@@ -23,6 +23,9 @@
   double latestTotal;
   double latestDone;
   NSTimer *progressTimer;
+
+  // Keeps the system awake while the upload runs.
+  id activity;
 }
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadStatusWindow;

@@ -90,3 +90,26 @@ TEST_F(DialogWindowTest, AnInputMethodKeepsItsEscape) {
   window_test::PressKey(window_, @"\033");
   EXPECT_TRUE([window_ isVisible]);
 }
+
+// A host may have no Edit menu.
+TEST_F(DialogWindowTest, CommandKeysEditTheText) {
+  Open(NSTitledWindowMask);
+  NSTextField *field = [[[NSTextField alloc] initWithFrame:NSMakeRect(0, 0, 200, 24)] autorelease];
+  [[window_ contentView] addSubview:field];
+  [field setStringValue:@"title"];
+  [window_ makeFirstResponder:field];
+  for (NSString *key in @[ @"a", @"x", @"v", @"v" ]) {
+    NSEvent *event = [NSEvent keyEventWithType:NSKeyDown
+                                      location:NSZeroPoint
+                                 modifierFlags:NSCommandKeyMask
+                                     timestamp:0
+                                  windowNumber:[window_ windowNumber]
+                                       context:nil
+                                    characters:key
+                   charactersIgnoringModifiers:key
+                                     isARepeat:NO
+                                       keyCode:0];
+    EXPECT_TRUE([window_ performKeyEquivalent:event]) << [key UTF8String];
+  }
+  EXPECT_STREQ([[[field currentEditor] string] UTF8String], "titletitle");
+}

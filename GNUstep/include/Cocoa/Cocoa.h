@@ -49,6 +49,20 @@ extern double NSFoundationVersionNumber;
 }
 #endif
 
+@interface NSWindow (Appearance)
+
+/// Does nothing: windows have one look.
+- (void)setAppearance:(NSAppearance *)appearance;
+
+@end
+
+@interface NSBundle (ImageForResource)
+
+/// The bundle's image of that file name, autoreleased; nil when there is none.
+- (NSImage *)imageForResource:(NSString *)name;
+
+@end
+
 @interface NSView (AccessibilityLabel)
 
 /// What a screen reader says of the view; nil until it is set. Copied. Main thread.
