@@ -2,7 +2,6 @@
 #include <dispatch/dispatch.h>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 #include "BareWindow.h"
@@ -28,17 +27,6 @@ void InBackground(dispatch_block_t block) {
 }
 
 }  // namespace
-
-TEST_F(Dispatch, MainBlocksRunInOrderOnTheMainThreadAndNotAtOnce) {
-  for (int i = 0; i < 5; ++i) {
-    OnMainQueue(^{
-        order += [NSThread isMainThread] ? std::to_string(i) : "elsewhere ";
-    });
-  }
-  EXPECT_EQ(order, "") << "queueing returns before the block runs";
-  EXPECT_TRUE(SpinUntil([] { return order.size() >= 5; }));
-  EXPECT_EQ(order, "01234");
-}
 
 TEST_F(Dispatch, AModalLoopDeliversMainBlocks) {
   const window_test::BareWindow panel(NSMakeSize(200, 100));
@@ -83,21 +71,6 @@ TEST_F(Dispatch, ALaterMainBlockWaitsForTheModalLoopOfAnEarlierOne) {
         });
       });
   EXPECT_EQ(order, "begin end second ");
-}
-
-TEST_F(Dispatch, ABlockHoldsWhatItCapturesUntilItHasRun) {
-  std::weak_ptr<std::string> watch;
-  {
-    const auto captured = std::make_shared<std::string>("captured");
-    watch = captured;
-    InBackground(^{
-        OnMainQueue(^{
-            order += *captured;
-        });
-    });
-  }
-  EXPECT_TRUE(SpinUntil([&watch] { return watch.expired(); }));
-  EXPECT_EQ(order, "captured");
 }
 
 // What one block raises must not keep the later ones from running.

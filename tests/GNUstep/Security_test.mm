@@ -41,16 +41,3 @@ TEST(Security, ASecondItemOfTheSameNameIsADuplicate) {
     EXPECT_EQ([Find(local, kSecReturnAttributes, kSecMatchLimitAll) count], 2u);
   }
 }
-
-TEST(Security, AReferenceDeletesItsItemOnce) {
-  @autoreleasepool {
-    NSMutableDictionary *item = Item(@"deleted");
-    EXPECT_EQ(Add(item, @"secret"), errSecSuccess);
-    NSArray *references = Find(item, kSecReturnRef, kSecMatchLimitAll);
-    ASSERT_EQ([references count], 1u);
-    SecKeychainItemRef reference = (SecKeychainItemRef)[references objectAtIndex:0];
-    EXPECT_EQ(SecKeychainItemDelete(reference), errSecSuccess);
-    EXPECT_NE(SecKeychainItemDelete(reference), errSecSuccess);
-    EXPECT_EQ(Find(item, kSecReturnRef, kSecMatchLimitOne), nil);
-  }
-}

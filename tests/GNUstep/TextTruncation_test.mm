@@ -3,8 +3,6 @@
 
 #include <cmath>
 
-#import "DrawnText.h"
-
 namespace {
 
 constexpr CGFloat kWidth = 120;
@@ -17,8 +15,17 @@ NSAttributedString *Text(NSString *string, NSLineBreakMode mode = NSLineBreakByC
   return [[[NSAttributedString alloc] initWithString:string attributes:attributes] autorelease];
 }
 
+// What the text looks like in a rectangle of that width, beyond which there is room.
 NSData *Drawn(NSAttributedString *text, CGFloat width) {
-  return [DrawnText(text, NSMakeSize(kWidth + 40, 40), NSMakeRect(20, 10, width, 20)) TIFFRepresentation];
+  const NSRect all = NSMakeRect(0, 0, kWidth + 40, 40);
+  NSImage *canvas = [[[NSImage alloc] initWithSize:all.size] autorelease];
+  [canvas lockFocus];
+  [[NSColor whiteColor] set];
+  NSRectFill(all);
+  [text drawInRect:NSMakeRect(20, 10, width, 20)];
+  NSBitmapImageRep *bitmap = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:all] autorelease];
+  [canvas unlockFocus];
+  return [bitmap TIFFRepresentation];
 }
 
 void ExpectDrawnAs(NSString *expected, NSString *string, NSLineBreakMode mode, CGFloat width = kWidth) {

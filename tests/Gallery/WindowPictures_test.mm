@@ -89,7 +89,7 @@ class WindowPictures : public testing::Test {
   static std::string Difference(NSWindow *window, NSString *name) {
     NSBitmapImageRep *wanted = [NSBitmapImageRep imageRepWithContentsOfFile:PathOf(name)];
     if (!wanted) return "there is no such picture; scripts/pictures makes it";
-    return ComparePictures(PictureOf(window), wanted, DifferencesFolder(), name);
+    return ComparePictures(PictureOf(window), wanted, name);
   }
 
   // Shows the window and compares, or writes, its picture.
