@@ -30,7 +30,8 @@ TEST(AlertPanel, OfTextsHigherThanTheScreenItShowsAPartThatScrolls) {
             EXPECT_TRUE(NSContainsRect(shown, [ButtonTitled(panel, @"OK") frame]));
             NSTextField *field = FieldWithText(panel, text);
             EXPECT_TRUE([[field enclosingScrollView] hasVerticalScroller]);
-            EXPECT_GE(NSHeight([field frame]), [[field cell] cellSizeForBounds:NSMakeRect(0, 0, NSWidth([field frame]), 1e6)].height);
+            EXPECT_GE(NSHeight([field frame]),
+                      [[field cell] cellSizeForBounds:NSMakeRect(0, 0, NSWidth([field frame]), 1e6)].height);
             DismissAlert();
           });
         });

@@ -116,16 +116,5 @@ TEST_F(HostSessionTest, FailedStartupAndUnusableBundlesAreRefused) {
   EXPECT_THROW(session.Load(folder_ / "Empty.bundle"), PluginError);
 }
 
-TEST(PluginBundle, FindsBundlesInSubfoldersButNotInBundles) {
-  const TemporaryFolder folder;
-  for (const char* name : {"B.bundle/Inner.bundle", "Sub/Deep/A.bundle", "Sub/Other.plugin"}) {
-    std::filesystem::create_directories(folder / name);
-  }
-  WriteFile(folder / "File.bundle", "");
-  EXPECT_EQ(FindPluginBundles(folder / ""),
-            (std::vector<std::string>{folder / "B.bundle", folder / "Sub/Deep/A.bundle"}));
-  EXPECT_TRUE(FindPluginBundles(folder / "none").empty());
-}
-
 }  // namespace
 }  // namespace orvane_host

@@ -9,8 +9,8 @@
 // Returns whether the default keyring is locked now.
 static bool LockDefaultKeyring() {
   SecretService *service = secret_service_get_sync(SECRET_SERVICE_NONE, nullptr, nullptr);
-  SecretCollection *keyring = secret_collection_for_alias_sync(service, SECRET_COLLECTION_DEFAULT,
-                                                               SECRET_COLLECTION_NONE, nullptr, nullptr);
+  SecretCollection *keyring =
+      secret_collection_for_alias_sync(service, SECRET_COLLECTION_DEFAULT, SECRET_COLLECTION_NONE, nullptr, nullptr);
   GList keyrings = {keyring, nullptr, nullptr};
   const int locked = secret_service_lock_sync(service, &keyrings, nullptr, nullptr, nullptr);
   g_clear_object(&keyring);

@@ -36,7 +36,8 @@ TEST_F(CertificateAuthorityTest, IsTrustedForItsOwnDomainOnly) {
   EXPECT_TRUE(IsTrusted(authority.ServerIdentity(), "acme.orvane.localhost", file));
   EXPECT_FALSE(IsTrusted(authority.ServerIdentity(), "a.b.orvane.localhost", file));
   // Certificates that are right in every way but that this authority may not sign.
-  EXPECT_TRUE(IsTrusted(authority.Sign("deep", {"DNS:deep.er.orvane.localhost"}, 10), "deep.er.orvane.localhost", file));
+  EXPECT_TRUE(
+      IsTrusted(authority.Sign("deep", {"DNS:deep.er.orvane.localhost"}, 10), "deep.er.orvane.localhost", file));
   for (const std::string host : {"example.com", "localhost", "evil-orvane.localhost", "orvane.localhost.example.com"}) {
     EXPECT_FALSE(IsTrusted(authority.Sign("other", {"DNS:" + host}, 10), host, file)) << host;
   }

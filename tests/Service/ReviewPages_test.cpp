@@ -32,12 +32,10 @@ TEST_F(ReviewPagesTest, SendsTheFileInParts) {
     int status;
     std::string body, content_range;
   };
-  const std::vector<Case> cases = {{"bytes=2-4", 206, "234", "bytes 2-4/10"},
-                                   {"bytes=8-500", 206, "89", "bytes 8-9/10"},
-                                   {"bytes=-500", 206, "0123456789", "bytes 0-9/10"},
-                                   {"bytes=10-", 416, "", "bytes */10"},
-                                   {"bytes=0-1,4-5", 200, "0123456789", ""},
-                                   {"", 200, "0123456789", ""}};
+  const std::vector<Case> cases = {
+      {"bytes=2-4", 206, "234", "bytes 2-4/10"},         {"bytes=8-500", 206, "89", "bytes 8-9/10"},
+      {"bytes=-500", 206, "0123456789", "bytes 0-9/10"}, {"bytes=10-", 416, "", "bytes */10"},
+      {"bytes=0-1,4-5", 200, "0123456789", ""},          {"", 200, "0123456789", ""}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.range);
     const Reply reply = client_.Get(file, c.range.empty() ? httplib::Headers() : httplib::Headers{{"Range", c.range}});
