@@ -34,6 +34,12 @@ TEST_F(ServiceTest, TheWebSiteGivesVersionAndInstaller) {
   std::ofstream(data_ / "downloads" / "orvane-vorrel-APP.dmg") << "image";
   EXPECT_EQ(client_.Get(installer).body, "image");
   EXPECT_EQ(client_.Get(Url("www", "/downloads/vorrel-premiere/..%2f..%2forvane.db")).status, 404);
+  std::ofstream(data_ / "downloads" / "version.txt") << "1.2\n";
+  EXPECT_EQ(client_.Get(Url("www", version)).body, "1.2");
+  EXPECT_NE(client_.Get(Url("www", "/")).body.find("version is 1.2."), std::string::npos);
+  options_.web_version = "1.3";
+  Restart();
+  EXPECT_EQ(client_.Get(Url("www", version)).body, "1.3");
 }
 
 TEST_F(ServiceTest, TheLogHoldsNoSecrets) {
