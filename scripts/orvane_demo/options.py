@@ -65,7 +65,8 @@ def parse(arguments):
              "refuses it); the first two are headless")
     variants.add_argument("--keyboard", action="store_true", help="drive the windows by keyboard alone, headless")
     add("--headless", action="store_true", help="drive the windows on a display of its own, even when there is one")
-    add("--web-version", metavar="V", help="the plug-in version that the service's web site offers (default: 1.1)")
+    add("--web-version", metavar="V",
+        help="the plug-in version that the service's web site offers (default: what its downloads folder says, or 1.1)")
     add("--build", metavar="FOLDER", type=build_folder,
         help="use what is built there, and install nothing; the encoding presets must be in their place")
     add("--state", metavar="FOLDER", type=lambda text: pathlib.Path(text).resolve(),

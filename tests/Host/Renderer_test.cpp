@@ -29,18 +29,37 @@ Sequence ShortSequence(int width, int height, Rational rate) {
   return sequence;
 }
 
+struct Encoding {
+  const char* preset;
+  int width, height;
+  const char* profile;
+  int level;
+  Rational rate;
+  const char* rate_text;
+};
+
+void ExpectEncoding(const RenderedFile& file, const Encoding& expected) {
+  const json facts = Probe(file.path);
+  const json& video = facts["streams"][0];
+  const json& audio = facts["streams"][1];
+  EXPECT_EQ(video["codec_name"], "h264");
+  EXPECT_EQ(video["width"], expected.width);
+  EXPECT_EQ(video["height"], expected.height);
+  EXPECT_EQ(video["profile"], expected.profile);
+  EXPECT_EQ(video["level"], expected.level);
+  EXPECT_EQ(video["r_frame_rate"], expected.rate_text);
+  EXPECT_EQ(audio["codec_name"], "aac");
+  EXPECT_EQ(audio["sample_rate"], "48000");
+  EXPECT_EQ(audio["channels"], 2);
+  EXPECT_NEAR(std::stod(facts["format"]["duration"].get<std::string>()), 1, 0.1);
+  EXPECT_EQ(facts["format"]["size"], std::to_string(file.bytes));
+}
+
 TEST(Renderer, EncodesAsThePresetSays) {
-  const struct {
-    const char* preset;
-    int width, height;
-    const char* profile;
-    int level;
-    Rational rate;
-    const char* rate_text;
-  } cases[] = {{"Orvane.epr", 1920, 1080, "High", 41, {25, 1}, "25/1"},
-               {"Orvane_medium.epr", 1280, 720, "High", 31, {30000, 1001}, "30000/1001"},
-               {"Orvane_low.epr", 854, 480, "Main", 31, {24, 1}, "24/1"}};
-  for (const auto& expected : cases) {
+  const Encoding cases[] = {{"Orvane.epr", 1920, 1080, "High", 41, {25, 1}, "25/1"},
+                            {"Orvane_medium.epr", 1280, 720, "High", 31, {30000, 1001}, "30000/1001"},
+                            {"Orvane_low.epr", 854, 480, "Main", 31, {24, 1}, "24/1"}};
+  for (const Encoding& expected : cases) {
     SCOPED_TRACE(expected.preset);
     const TemporaryFolder folder;
     double last = -1;
@@ -52,21 +71,7 @@ TEST(Renderer, EncodesAsThePresetSays) {
     });
     ASSERT_EQ(result.outcome, RenderOutcome::kRendered) << result.reason;
     EXPECT_GT(last, 0.9);
-
-    const json facts = Probe(result.file.path);
-    const json& video = facts["streams"][0];
-    const json& audio = facts["streams"][1];
-    EXPECT_EQ(video["codec_name"], "h264");
-    EXPECT_EQ(video["width"], expected.width);
-    EXPECT_EQ(video["height"], expected.height);
-    EXPECT_EQ(video["profile"], expected.profile);
-    EXPECT_EQ(video["level"], expected.level);
-    EXPECT_EQ(video["r_frame_rate"], expected.rate_text);
-    EXPECT_EQ(audio["codec_name"], "aac");
-    EXPECT_EQ(audio["sample_rate"], "48000");
-    EXPECT_EQ(audio["channels"], 2);
-    EXPECT_NEAR(std::stod(facts["format"]["duration"].get<std::string>()), 1, 0.1);
-    EXPECT_EQ(facts["format"]["size"], std::to_string(result.file.bytes));
+    ExpectEncoding(result.file, expected);
     // The index stands before the data, so that a browser can start to play.
     const std::string bytes = ReadFile(result.file.path);
     EXPECT_LT(bytes.find("moov"), bytes.find("mdat"));
