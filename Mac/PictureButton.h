@@ -13,7 +13,7 @@
 }
 
 /// The pressed state, which the kind of button shows.
-@property(nonatomic, assign, getter=isHighlighted) BOOL highlighted;
+@property(assign, getter=isHighlighted) BOOL highlighted;
 
 /// Adds the hidden focus ring above the subviews that are there.
 - (void)addFocusRing;

@@ -30,7 +30,7 @@ enum {
 @property(nonatomic, retain) NSColor *titleColor;
 
 /// A disabled button still shows its pressed state, but sends no action.
-@property(nonatomic, assign, getter=isEnabled) BOOL enabled;
+@property(assign, getter=isEnabled) BOOL enabled;
 @property(nonatomic, retain) RoundedView *backgroundView;
 @property(nonatomic, retain) NSTextField *titleLabel;
 
