@@ -3,8 +3,11 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include "RuntimeName.h"
+
 /// Closes on Escape as by its close button: its delegate is asked and told. Without a close button it takes Escape as
 /// any window does. The class of every window of the plug-in. [main-thread]
+ORV_RUNTIME_NAME("OrvDialogWindow")
 @interface DialogWindow : NSWindow
 @end
 

@@ -3,10 +3,13 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include "RuntimeName.h"
+
 @class FocusRing;
 
 /// A button whose subviews are its picture. A click on them is a click on the button; by the keyboard it is pressed as
 /// by the mouse, and a ring above the picture shows the focus. [main-thread]
+ORV_RUNTIME_NAME("OrvPictureButton")
 @interface PictureButton : NSButton {
   FocusRing *focusRing;  // owned as a subview
   BOOL highlighted;

@@ -2,6 +2,7 @@
 #pragma once
 
 #import "PictureButton.h"
+#include "RuntimeName.h"
 
 @class RoundedView;
 
@@ -15,6 +16,7 @@ enum {
 };
 
 /// [main-thread]
+ORV_RUNTIME_NAME("OrvRoundedButton")
 @interface RoundedButton : PictureButton {
   int type;
   NSString *titleString;
