@@ -8,7 +8,6 @@
 #import "OHostMainWindow.h"
 #import "OHostRenderProgress.h"
 #include "Options.h"
-#include "Poster.h"
 
 /// The application's delegate: opens the window, loads the plug-ins, runs their exports and ends the program. It ends
 /// the process with the status of ExitStatus.h. Main thread.
@@ -17,7 +16,6 @@
   orvane_host::Sequence _sequence;
   std::unique_ptr<orvane_host::SessionListener> _listener;
   std::unique_ptr<orvane_host::HostSession> _session;
-  std::unique_ptr<orvane_host::Poster> _poster;
   std::vector<size_t> _plugins;
   OHostMainWindow *_mainWindow;
   OHostRenderProgress *_progress;

@@ -76,7 +76,6 @@ class Listener : public orvane_host::SessionListener {
   _mainWindow = [[OHostMainWindow alloc] initWithSequence:_sequence delegate:self];
   _progress = [[OHostRenderProgress alloc] init];
   [[_mainWindow window] makeKeyAndOrderFront:nil];
-  _poster = std::make_unique<orvane_host::Poster>(_sequence, OHostPictureWidth, OHostPictureHeight);
   [self startPlugins];
   _heartbeat = [NSTimer timerWithTimeInterval:kBeat target:self selector:@selector(beat:) userInfo:nil repeats:YES];
   // In the modal modes, too: the plug-in's windows run modal loops.
@@ -192,10 +191,6 @@ class Listener : public orvane_host::SessionListener {
 }
 
 - (void)beat:(NSTimer *)timer {
-  if (_poster && _poster->Done()) {
-    if (!_poster->File().empty()) [_mainWindow showPicture:ToString(_poster->File())];
-    _poster.reset();
-  }
   if (asked_to_end) _quitting = YES;
   if (_quitting) {
     [self pressForTheEnd];
@@ -244,7 +239,6 @@ class Listener : public orvane_host::SessionListener {
 - (void)endWithStatus:(ExitStatus)status {
   Complain(TextOf(status));
   fflush(nullptr);
-  _poster.reset();
   const int code = static_cast<int>(status);
   // A plug-in with an open window may still work in the background, where it would use what exit() destroys.
   if ([self pluginWindowIsOpen]) _exit(code);

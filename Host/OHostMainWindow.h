@@ -4,14 +4,9 @@
 
 #include "Sequence.h"
 
-/// The size of the picture's place in the main window, in pixels.
-extern const int OHostPictureWidth;
-extern const int OHostPictureHeight;
-
 /// The host's main window: the open sequence, the plug-ins, and what has happened. Main thread.
 @interface OHostMainWindow : NSObject {
   NSWindow *_window;
-  NSImageView *_picture;
   NSTextField *_plugins;
   NSTextView *_log;
   NSTextField *_status;
@@ -21,9 +16,6 @@ extern const int OHostPictureHeight;
 - (instancetype)initWithSequence:(const orvane_host::Sequence &)sequence delegate:(id)delegate;
 
 - (NSWindow *)window;
-
-/// Shows a picture file; the person sees no change when it cannot be read.
-- (void)showPicture:(NSString *)path;
 
 /// Shows the names of the plug-ins.
 - (void)showPlugins:(NSString *)text;

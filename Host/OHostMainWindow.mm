@@ -2,19 +2,14 @@
 
 #include <cmath>
 
-const int OHostPictureWidth = 384;
-const int OHostPictureHeight = 216;
-
 namespace {
 
 const CGFloat kMargin = 20;
 const CGFloat kGap = 12;  // between things that belong together
-const CGFloat kPictureFrame = 3;
-const CGFloat kPictureWidth = OHostPictureWidth + 2 * kPictureFrame;
-const CGFloat kPictureHeight = OHostPictureHeight + 2 * kPictureFrame;
-const CGFloat kWidth = 800;
-const CGFloat kHeight = 512;
+const CGFloat kWidth = 640;
+const CGFloat kHeight = 440;
 const CGFloat kLine = 18;
+const CGFloat kFactsHeight = 6 * (kLine + kGap / 2);
 
 NSTextField *MakeLabel(NSRect frame, NSString *text) {
   NSTextField *label = [[[NSTextField alloc] initWithFrame:frame] autorelease];
@@ -59,7 +54,6 @@ NSString *DurationText(double seconds) {
     [_window setTitle:@"Orvane Host"];
     [_window setReleasedWhenClosed:NO];
     [_window setDelegate:delegate];
-    [self addPicture];
     [self addFacts:sequence];
     [self addLog];
     [[_window contentView] setNeedsDisplay:YES];
@@ -79,14 +73,6 @@ NSString *DurationText(double seconds) {
   return _window;
 }
 
-- (void)addPicture {
-  const NSRect frame = NSMakeRect(kMargin, kHeight - kMargin - kPictureHeight, kPictureWidth, kPictureHeight);
-  _picture = [[[NSImageView alloc] initWithFrame:frame] autorelease];
-  [_picture setImageScaling:NSImageScaleProportionallyDown];
-  [_picture setImageFrameStyle:NSImageFrameGrayBezel];
-  [[_window contentView] addSubview:_picture];
-}
-
 - (void)addFacts:(const orvane_host::Sequence &)sequence {
   NSArray *names = @[ @"Sequence", @"Frame size", @"Frame rate", @"Duration", @"Sound" ];
   NSString *size = [NSString stringWithFormat:@"%d x %d pixels", sequence.width, sequence.height];
@@ -94,13 +80,12 @@ NSString *DurationText(double seconds) {
     SourceText(sequence), size, RateText(sequence.rate), DurationText(sequence.seconds),
     sequence.has_sound ? @"yes" : @"none"
   ];
-  const CGFloat left = 2 * kMargin + kPictureWidth;
   CGFloat top = kHeight - kMargin - kLine;
   for (NSUInteger i = 0; i < [names count]; ++i) {
-    [self addFact:[names objectAtIndex:i] value:[values objectAtIndex:i] at:NSMakePoint(left, top)];
+    [self addFact:[names objectAtIndex:i] value:[values objectAtIndex:i] at:NSMakePoint(kMargin, top)];
     top -= kLine + kGap / 2;
   }
-  _plugins = [self addFact:@"Plug-ins" value:@"none" at:NSMakePoint(left, top)];
+  _plugins = [self addFact:@"Plug-ins" value:@"none" at:NSMakePoint(kMargin, top)];
 }
 
 // Adds a name and its value beside it; returns the value's field.
@@ -119,7 +104,7 @@ NSString *DurationText(double seconds) {
   _status = MakeLabel(NSMakeRect(kMargin, kMargin - kGap / 2, kWidth - 2 * kMargin, kLine), @"Ready");
   [[_window contentView] addSubview:_status];
   const CGFloat bottom = NSMaxY([_status frame]) + kGap;
-  const CGFloat top = kHeight - 2 * kMargin - kPictureHeight;
+  const CGFloat top = kHeight - 2 * kMargin - kFactsHeight;
   const NSRect frame = NSMakeRect(kMargin, bottom, kWidth - 2 * kMargin, top - bottom);
   NSScrollView *scroll = [[[NSScrollView alloc] initWithFrame:frame] autorelease];
   [scroll setHasVerticalScroller:YES];
@@ -135,11 +120,6 @@ NSString *DurationText(double seconds) {
   [[_log textContainer] setWidthTracksTextView:YES];
   [scroll setDocumentView:_log];
   [[_window contentView] addSubview:scroll];
-}
-
-- (void)showPicture:(NSString *)path {
-  NSImage *image = [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
-  if (image) [_picture setImage:image];
 }
 
 - (void)showPlugins:(NSString *)text {

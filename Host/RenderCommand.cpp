@@ -103,14 +103,4 @@ Arguments RenderCommand(const Sequence& sequence, const Preset& preset, const st
   return arguments;
 }
 
-Arguments PosterCommand(const Sequence& sequence, int width, int height, const std::string& destination) {
-  Arguments arguments{"ffmpeg", "-nostdin", "-loglevel", "error", "-y"};
-  Append(arguments, PictureInput(sequence));
-  const std::string box = std::to_string(width) + ":" + std::to_string(height);
-  Append(arguments, {"-map", "0:V:0", "-frames:v", "1", "-vf",
-                     "scale=trunc(iw*sar):ih,setsar=1,scale=" + box + ":force_original_aspect_ratio=decrease", "-c:v",
-                     "png", "-f", "image2", "-update", "1", "file:" + destination});
-  return arguments;
-}
-
 }  // namespace orvane_host

@@ -16,7 +16,4 @@ std::pair<int, int> EncodedSize(const Sequence& sequence, const Preset& preset);
 /// FFmpeg then writes its progress to its standard output. The film's picture keeps its aspect and is padded.
 std::vector<std::string> RenderCommand(const Sequence& sequence, const Preset& preset, const std::string& destination);
 
-/// The arguments that write the sequence's first frame as a PNG file, at most width x height pixels large.
-std::vector<std::string> PosterCommand(const Sequence& sequence, int width, int height, const std::string& destination);
-
 }  // namespace orvane_host

@@ -10,7 +10,6 @@ bool CatchCppExceptions(const std::function<void()>& body, std::string* message)
   } catch (const std::exception& exception) {
     *message = exception.what();
   } catch (...) {
-    if (!std::current_exception()) throw;  // not a C++ exception
     *message = "an exception of unknown type";
   }
   return false;

@@ -1,10 +1,26 @@
 #import "DialogWindow.h"
 
-static BOOL IsPlainEscape(NSEvent *event) {
+// Whether the event is a press of a key with these modifiers and no other.
+static BOOL IsKeyWithModifiers(NSEvent *event, NSUInteger wanted) {
   const NSUInteger modifiers =
       NSEventModifierFlagShift | NSEventModifierFlagControl | NSEventModifierFlagOption | NSEventModifierFlagCommand;
-  if ([event type] != NSEventTypeKeyDown || ([event modifierFlags] & modifiers) != 0) return NO;
-  return [[event charactersIgnoringModifiers] isEqualToString:@"\033"];
+  return [event type] == NSEventTypeKeyDown && ([event modifierFlags] & modifiers) == wanted;
+}
+
+static BOOL IsPlainEscape(NSEvent *event) {
+  return IsKeyWithModifiers(event, 0) && [[event charactersIgnoringModifiers] isEqualToString:@"\033"];
+}
+
+// What the key means in an Edit menu; NULL for other keys.
+static SEL EditingAction(NSEvent *event) {
+  if (!IsKeyWithModifiers(event, NSEventModifierFlagCommand)) return NULL;
+  NSString *key = [event charactersIgnoringModifiers];
+  if ([key isEqualToString:@"x"]) return @selector(cut:);
+  if ([key isEqualToString:@"c"]) return @selector(copy:);
+  if ([key isEqualToString:@"v"]) return @selector(paste:);
+  if ([key isEqualToString:@"a"]) return @selector(selectAll:);
+  if ([key isEqualToString:@"z"]) return @selector(undo:);
+  return NULL;
 }
 
 @interface DialogWindow ()
@@ -12,6 +28,22 @@ static BOOL IsPlainEscape(NSEvent *event) {
 @end
 
 @implementation DialogWindow
+
+- (id)initWithContentRect:(NSRect)contentRect
+                styleMask:(NSUInteger)style
+                  backing:(NSBackingStoreType)backing
+                    defer:(BOOL)defer {
+  if ((self = [super initWithContentRect:contentRect styleMask:style backing:backing defer:defer])) {
+    [self setAppearance:[NSAppearance appearanceNamed:NSAppearanceNameAqua]];
+  }
+  return self;
+}
+
+- (BOOL)performKeyEquivalent:(NSEvent *)event {
+  if ([super performKeyEquivalent:event]) return YES;
+  const SEL action = EditingAction(event);
+  return action != NULL && [NSApp sendAction:action to:nil from:self];
+}
 
 - (void)sendEvent:(NSEvent *)event {
   const BOOL closes = IsPlainEscape(event) && ([self styleMask] & NSWindowStyleMaskClosable) && ![self isComposingText];

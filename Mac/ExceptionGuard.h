@@ -12,6 +12,5 @@ bool RunGuarded(const std::function<void()>& body) noexcept;
 /// message in *message. [any-thread]
 bool CatchExceptions(const std::function<void()>& body, std::string* message) noexcept;
 
-/// Runs the body and catches C++ exceptions alone; an Objective-C exception goes on to the caller. Otherwise as
-/// CatchExceptions. [any-thread]
+/// The same for a body that raises no Objective-C exception. [any-thread]
 bool CatchCppExceptions(const std::function<void()>& body, std::string* message);

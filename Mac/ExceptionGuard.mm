@@ -7,14 +7,20 @@
 #include "PlatformString.h"
 #include "WorkflowState.h"
 
-// The two kinds of exceptions need frames of their own: one frame cannot catch both.
-bool CatchExceptions(const std::function<void()> &body, std::string *message) noexcept {
+// Inside of the frame that catches C++ exceptions: there, some systems catch these as "anything else".
+static bool CatchObjectiveCExceptions(const std::function<void()> &body, std::string *message) {
   @try {
-    return CatchCppExceptions(body, message);
+    body();
+    return true;
   } @catch (NSException *exception) {
     *message = ToUtf8([exception reason]);
   }
   return false;
+}
+
+bool CatchExceptions(const std::function<void()> &body, std::string *message) noexcept {
+  bool ended = false;
+  return CatchCppExceptions([&] { ended = CatchObjectiveCExceptions(body, message); }, message) && ended;
 }
 
 bool RunGuarded(const std::function<void()> &body) noexcept {

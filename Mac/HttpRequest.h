@@ -11,21 +11,24 @@
 
 class HttpRequest {
  public:
-  /// Creates the shared handle. curl_global_init() must have been called.
+  /// Creates the shared handle. curl_global_init() must have been called. [main-thread]
   static void init();
 
   /// Releases the shared handle. The variable keeps its value, so init() must come before the next transfer.
+  /// [main-thread]
   static void cleanup();
 
   /// GET. Returns the body, whatever the HTTP status, or "error" when no complete answer came within 30 seconds.
+  /// [main-thread]
   static std::string get(std::string url);
 
   /// POST of a body that is already application/x-www-form-urlencoded; it is sent as it stands. Returns as get().
+  /// [main-thread]
   static std::string post(std::string url, std::string body);
 
   /// Multipart POST of the file at filePath with the session's credentials and the g_ variables of the upload. The
-  /// folder is g_fld; folderId is not used. Has no time limit. Calls g_pUpdFunc on the calling thread for every
-  /// progress call of libcurl. Returns as get().
+  /// folder is g_fld; folderId is not used. Has no time limit. Calls g_pUpdFunc for every progress call of libcurl.
+  /// Returns as get(). [upload-queue]
   static std::string upload(std::string url, std::string filePath, std::string authToken, std::string authKey,
                             std::string folderId);
 

@@ -5,7 +5,7 @@
 
 @interface NSTextField (VerticalAlignment)
 
-/// The rectangle moved vertically so that the field's text stands in its middle. Points.
+/// The rectangle moved vertically so that the field's text stands in its middle. Points. [main-thread]
 - (NSRect)titleRectForBounds:(NSRect)bounds;
 
 @end

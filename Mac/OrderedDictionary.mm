@@ -123,6 +123,10 @@ static void RequireObject(id object, NSString *what) {
   }
 }
 
++ (BOOL)supportsSecureCoding {
+  return YES;
+}
+
 - (Class)classForCoder {
   return [self class];
 }

@@ -1,7 +1,7 @@
 // Client of the review service's project API: one session of one user.
 //
 // Every call blocks its caller: get and post requests for 30 seconds at most, the upload without limit. All calls share
-// the one transfer handle of HttpRequest, so none may overlap another.
+// the one transfer handle of HttpRequest, so none may overlap another. What has no tag: [main-thread] [export-open]
 #pragma once
 
 #include <string>
@@ -35,7 +35,7 @@ class OrvaneProjectsAPI {
   std::string getSubfolders(std::string projectId, std::string folderId);
 
   /// Uploads the file at filePath into the project g_prj and the folder g_fld; project and folder are not used.
-  /// Returns as getProjectList(). May run on a background thread while no other call does.
+  /// Returns as getProjectList(). [upload-queue]
   std::string uploadFile(std::string project, std::string folder, std::string filePath);
 
   /// The number of the newest release of the plug-in as the web site gives it, not trimmed, or "error".

@@ -7,6 +7,7 @@
 
 #import "Alert.h"
 #include "Deployment.h"
+#include "ExportLifetime.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
 #include "PlatformString.h"
@@ -75,8 +76,15 @@ void OrvaneUI::UploadDlg() {
 }
 
 void OrvaneUI::Upload() {
-  statusController = [[UploadStatusWindowController alloc] initWithProjectsApiPointer:projectsApi];
-  [statusController showWindow];
+  UploadStatusWindowController *controller =
+      [[UploadStatusWindowController alloc] initWithProjectsApiPointer:projectsApi];
+  // A window that could not be made has ended the export, and destroyed this object.
+  if (!ExportLifetime::IsOpen()) {
+    [controller release];
+    return;
+  }
+  statusController = controller;
+  [controller showWindow];
 }
 
 void OrvaneUI::Complete(std::string link) {

@@ -10,7 +10,7 @@
 
 /// Lets the user choose project and folder and describe the upload. Its result goes to g_prj, g_fld, g_title, g_desc
 /// and g_tags, with g_step "doUpload" when the user confirmed. Logging out and closing the window call the clean-up
-/// hook. Lists are fetched on the main thread, which waits for them.
+/// hook. The main thread waits while lists are fetched. [main-thread]
 @interface OrvaneUploadWindowController : NSWindowController {
   NSWindow *orvaneUploadWindow;
   NSButton *uploadBtn;

@@ -1,5 +1,6 @@
 #import "OrvaneUploadWindowController.h"
 
+#import <QuartzCore/QuartzCore.h>
 #include <objc/runtime.h>
 
 #import "Alert.h"
@@ -59,6 +60,7 @@ static NSString *const kNoChoice = @"0";
 
 - (void)dealloc {
   [orvaneUploadWindow setDelegate:nil];
+  [fileDescription setDelegate:nil];
   [ProjectDict release];
   [FolderDict release];
   [orvaneIcon release];
@@ -141,7 +143,9 @@ static NSString *const kNoChoice = @"0";
 - (void)fillFoldersOfProject:(NSString *)projectID {
   [inputFolder removeAllItems];
   [spinnerFolderSelect startAnimation:self];
-  [orvaneUploadWindow display];  // the main thread is busy until the list is complete
+  // The main thread is busy until the list is complete.
+  [orvaneUploadWindow display];
+  [CATransaction flush];
   const std::string answer = orvane->getFolders(ToUtf8(projectID));
   g_prj = ToUtf8(projectID);
 

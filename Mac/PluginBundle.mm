@@ -11,9 +11,7 @@ NSImage *PluginImage(NSString *fileName) {
   if (!images) images = [[NSMutableDictionary alloc] init];
   NSImage *image = [images objectForKey:fileName];
   if (image) return image;
-  NSString *path = [PluginBundle() pathForImageResource:fileName];
-  if (!path) return nil;
-  image = [[[NSImage alloc] initWithContentsOfFile:path] autorelease];
+  image = [PluginBundle() imageForResource:fileName];
   if (image) [images setObject:image forKey:fileName];
   return image;
 }

@@ -25,6 +25,10 @@ csSDK_int32 Dispatch(csSDK_int32 selector, ecStdParms* stdParms, void* param) {
 
 }  // namespace
 
+// The host's headers may leave the visibility to the compiler's options, which hide everything else.
+extern "C" __attribute__((visibility("default"))) csSDK_int32 xExportControllerEntry(csSDK_int32 selector,
+                                                                                     ecStdParms* stdParms, void* param);
+
 // The host calls it with a selector and that selector's record. Returns the handler's status, -1 when the plug-in
 // itself failed, and -100 for a selector that it does not know. Nothing is thrown out of it. [main-thread]
 PREMPLUGENTRY xExportControllerEntry(csSDK_int32 selector, ecStdParms* stdParms, void* param) {

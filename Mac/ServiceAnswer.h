@@ -1,5 +1,5 @@
 // Reading the service's JSON answers. Whatever an answer holds, reading it raises nothing: what is not there, or is of
-// another type, reads as nil.
+// another type, reads as nil. [any-thread]
 #pragma once
 
 #import <Foundation/Foundation.h>

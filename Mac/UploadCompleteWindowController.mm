@@ -37,6 +37,8 @@
 
 - (NSInteger)showWindow {
   if (failed) return NSRunAbortedResponse;
+  // The user may have gone on to another application meanwhile.
+  [NSApp requestUserAttention:NSInformationalRequest];
   return RunModalDialog(uploadCompleteWindow);
 }
 

@@ -25,6 +25,9 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
   double latestTotal;
   double latestDone;
   NSTimer *progressTimer;
+
+  // Keeps the system awake while the upload runs.
+  id activity;
 }
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadStatusWindow;

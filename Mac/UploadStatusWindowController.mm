@@ -75,6 +75,8 @@ static NSString *ProgressText(double total, double done) {
 - (void)startUpload {
   uploading = YES;
   ExportLifetime::SetUploadIsRunning(true);
+  activity = [[[NSProcessInfo processInfo] beginActivityWithOptions:NSActivityUserInitiated
+                                                             reason:@"Uploading to Orvane"] retain];
   progressTimer = RepeatOnMainThread(kSecondsBetweenDrawings, self, @selector(drawLatestProgress));
   // The block does not retain the controller: the last release must come on the main thread, in uploadEnded.
   [self retain];
@@ -133,6 +135,9 @@ static NSString *ProgressText(double total, double done) {
   [self drawLatestProgress];
   [progressTimer invalidate];
   progressTimer = nil;
+  [[NSProcessInfo processInfo] endActivity:activity];
+  [activity release];
+  activity = nil;
   [self release];
 }
 

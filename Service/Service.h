@@ -34,8 +34,8 @@ struct ServiceOptions {
   int port = kDefaultPort;
   /// Password of the demo user when the data folder is new; random if not given.
   std::optional<std::string> demo_password;
-  /// What the web site gives as the plug-in's newest version.
-  std::string web_version = "1.1";
+  /// What the web site gives as the plug-in's newest version; if not given, what its downloads folder says.
+  std::optional<std::string> web_version;
   /// If given, every upload is refused with this message.
   std::optional<std::string> refuse_uploads;
   Clock clock = SystemTime;

@@ -4,6 +4,7 @@
 #include <httplib.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace orvane_service {
@@ -11,21 +12,24 @@ namespace orvane_service {
 /// May be used by any thread.
 class WebSite {
  public:
-  /// The installer is taken from the downloads folder, where whoever runs the service puts it.
-  WebSite(std::string version, std::filesystem::path downloads)
+  /// The installer is taken from the downloads folder, where whoever runs the service puts it, and so is the version
+  /// unless one is given: from version.txt beside the installer.
+  WebSite(std::optional<std::string> version, std::filesystem::path downloads)
       : version_(std::move(version)), downloads_(std::move(downloads)) {}
 
   /// The site's front page; for a customer's address, a page that says what the address is for.
   void ShowFrontPage(const httplib::Request& request, httplib::Response& response);
 
-  /// The version as text, as it was given, without a line end.
+  /// The version as text, without a line end.
   void SendVersion(const httplib::Request& request, httplib::Response& response);
 
   /// The installer, or a page that says that there is none.
   void SendInstaller(const httplib::Request& request, httplib::Response& response);
 
  private:
-  std::string version_;
+  std::string Version() const;
+
+  std::optional<std::string> version_;
   std::filesystem::path downloads_;
 };
 

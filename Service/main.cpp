@@ -44,7 +44,8 @@ void AddOptions(CLI::App& app, ServiceOptions& options) {
          "printed)")
       ->type_name("FILE");
   app.add_option("--web-version", options.web_version,
-                 "what the web site gives as the newest plug-in version (default: 1.1)")
+                 "what the web site gives as the newest plug-in version (default: what DIR/downloads/version.txt says, "
+                 "or 1.1)")
       ->type_name("TEXT");
   app.add_option("--refuse-uploads", options.refuse_uploads, "refuse every upload with this message")
       ->type_name("MESSAGE");

@@ -16,8 +16,8 @@ typedef NS_ENUM(NSInteger, KcKeychainSynchronizationMode) {
 enum { KcKeychainErrorBadArguments = -1001 };
 
 /// Describes an item and saves, fetches, lists and deletes it. Every error argument may be NULL; on success nothing is
-/// written to it. Errors have the domain ORVANE_KEYCHAIN_ERROR_DOMAIN and the keychain's status as their code. Main
-/// thread.
+/// written to it. Errors have the domain ORVANE_KEYCHAIN_ERROR_DOMAIN and the keychain's status as their code.
+/// [main-thread]
 ORV_RUNTIME_NAME("OrvKcKeychainQuery")
 @interface KcKeychainQuery : NSObject {
   NSString *account;

@@ -1,4 +1,4 @@
-"""The demo: prepares the machine, starts service and host, lets a person or the driver export, and looks at the result."""
+"""The demo: prepares the machine, starts service and host, lets somebody export, and looks at what came of it."""
 
 import contextlib
 import fcntl
@@ -20,10 +20,6 @@ from screen import Screen
 
 LOCAL_DOMAIN = "orvane.localhost:48443"
 SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
-
-
-def say(text):
-    print(text, flush=True)
 
 
 def run_script(name, *words, **options):
@@ -73,53 +69,48 @@ def prepare_state(options):
     for name in ("logs", "pictures", "service", "home"):
         (options.state / name).mkdir(exist_ok=True)
         (options.state / name).chmod(0o700)
+    for old in (options.state / "pictures").glob("*.png") if options.headless else []:
+        old.unlink()
     password = options.state / "password"
     if not password.exists():
         password.write_text(secrets.token_hex(8))
 
 
 def explain(options, service):
-    say(f"The service is running on port {service.port} of this machine; its data is in {service.data}.")
+    print(f"The service is running on port {service.port} of this machine; its data is in {service.data}.")
     if options.headless:
-        say(f"The demo drives the windows on a display of its own; the pictures go to {options.state / 'pictures'}.")
+        print(f"The demo drives the windows on a display of its own; the pictures go to {options.state / 'pictures'}.")
         return
-    say('In the window "Orvane Host" choose File > Export > Orvane. Log in with\n'
+    print('In the window "Orvane Host" choose File > Export > Orvane. Log in with\n'
         f"    subdomain acme, user name editor, password {service.password}\n"
         "then choose a project and a folder and press Upload. Quit the host when you are done.\n"
         "Your browser will warn of an unknown authority: only the host trusts the service's own. It is\n"
         f"    {service.authority}")
 
 
-def drive(options, surroundings, service, host):
-    pictures = options.state / "pictures"
-    for old in pictures.glob("*.png"):
-        old.unlink()
-    kind = KeyboardDriver if options.variant == "keyboard" else Driver
-    kind(Screen(surroundings.environment, pictures, host), service, options.variant).drive()
-
-
 def export(options, cleanup):
     started = time.time()
-    surroundings = Surroundings(options)
-    cleanup.callback(surroundings.end)
-    service = Service(options, surroundings)
-    cleanup.callback(service.end)
+    surroundings = Surroundings(options, cleanup)
+    service = Service(options, surroundings, cleanup)
     explain(options, service)
-    host = Host(options, surroundings, service)
-    cleanup.callback(host.end)
+    host = Host(options, surroundings, service, cleanup)
     if options.headless:
-        drive(options, surroundings, service, host)
+        screen = Screen(surroundings.environment, options.state / "pictures", host)
+        kind = KeyboardDriver if options.variant == "keyboard" else Driver
+        kind(screen, service, options.variant).drive()
     checks = Checks(options, surroundings, service, host, started)
     checks.run()
     if checks.link:
-        say(f"The film's page: {checks.link}")
+        print(f"The film's page: {checks.link}")
         if not options.headless and sys.stdin.isatty():
-            input("The service runs until you press Return. ")
+            print("The service runs until you press Return.")
+            sys.stdin.readline()
         command = shlex.join(map(str, [*service.command, service.port]))
-        say(f"The service ends with the demo. To see the page again, start it with\n    {command}")
+        print(f"The service ends with the demo. To see the page again, start it with\n    {command}")
 
 
 def main():
+    sys.stdout.reconfigure(line_buffering=True)
     options = parse(sys.argv[1:])
     for number in SIGNALS:
         signal.signal(number, lambda number, _: sys.exit(128 + number))

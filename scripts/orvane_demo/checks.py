@@ -21,8 +21,7 @@ def sha256(path):
 
 
 def runs(*command):
-    done = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
-                          check=False)
+    done = subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, text=True, errors="replace", check=False)
     return done.stdout if done.returncode == 0 else None
 
 
@@ -46,7 +45,7 @@ class Checks:
                  "upload": self._refusal_facts}.get(variant, self._film_facts)
         print("What came of it:")
         for sentence, true in facts():
-            print(f"  {'ok' if true else 'NOT SO'}: {sentence}", flush=True)
+            print(f"  {'ok' if true else 'NOT SO'}: {sentence}")
             failures += not true
         if failures:
             logs = self._options.state / "logs"

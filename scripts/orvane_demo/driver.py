@@ -20,10 +20,6 @@ UNWANTED_TAG = "nicht dieser"
 MENU_BAR, MENU_ROW, POP_UP_ROW = 26, 24, 26
 
 
-def tell(text):
-    print(f"  {text}", flush=True)
-
-
 class Driver:
     def __init__(self, screen, service, variant):
         self.screen, self.service, self.variant = screen, service, variant
@@ -44,7 +40,7 @@ class Driver:
         self.screen.expect_gone(HOST)
 
     def choose_export(self):
-        tell("choosing File > Export > Orvane")
+        print("  choosing File > Export > Orvane")
         self.screen.expect(HOST)
         self.screen.expect_picture("host")
         bar, row = MENU_BAR // 2, MENU_BAR // 2 + MENU_ROW
@@ -55,20 +51,20 @@ class Driver:
         password = self.service.password
         self.refuse_input(LOGIN, "login", "no-subdomain")
         if self.variant == "login":
-            tell("logging in at a wrong subdomain, then with a wrong password")
+            print("  logging in at a wrong subdomain, then with a wrong password")
             self.fill_login("nowhere", password)
             self.refuse(LOGIN, "login", "wrong-subdomain")
             self.fill_login("acme", "not-" + password)
             self.refuse(LOGIN, "login", "wrong-password")
-        tell("logging in")
+        print("  logging in")
         self.fill_login("acme", password)
         self.click(LOGIN, "remember")
         self.leave(LOGIN, "login", lambda: self.click(LOGIN, "login"))
 
     def fill_login(self, subdomain, password):
-        self.click(LOGIN, "subdomain")
-        # Whatever stands there goes; Tab selects the next field's text by itself.
-        self.screen.press("End", *["BackSpace"] * 30)
+        # Whoever comes to a field by Tab types over what stands there.
+        self.click(LOGIN, "username")
+        self.screen.press("shift+Tab")
         self.type([subdomain, "editor", password], "Tab")
 
     def set_up_upload(self):
@@ -77,11 +73,11 @@ class Driver:
         self.click(UPLOAD, "title")
         self.screen.type(TITLE)
         self.refuse_input(UPLOAD, "upload", "no-project")
-        tell("choosing project and folder")
+        print("  choosing project and folder")
         self.pick("project", 0, "upload-projects")
         self.refuse_input(UPLOAD, "upload", "no-folder")
         self.pick("folder", 2, "upload-folders")
-        tell("typing a description and tags")
+        print("  typing a description and tags")
         self.click(UPLOAD, "description")
         self.type(DESCRIPTION, "Return")
         for tag in TAGS:
@@ -94,14 +90,14 @@ class Driver:
         if self.variant in ("render", "cancel"):
             self.expect_alert("render-failed")
             return
-        tell("the host renders")
+        print("  the host renders")
         # Uploading within one machine takes no time, so the service waits until the window's picture is taken.
         self.service.send(signal.SIGSTOP)
         self.screen.expect("Rendering", busy=True)
         time.sleep(0.5)
         self.screen.picture("rendering")
         self.screen.expect_gone("Rendering", 600)
-        tell("uploading")
+        print("  uploading")
         self.screen.expect(STATUS.title)
         self.screen.expect_picture("uploading")
         self.service.send(signal.SIGCONT)
@@ -113,7 +109,7 @@ class Driver:
             self.expect_alert("upload-refused")
             return
         self.screen.expect(COMPLETE.title, 300)
-        tell("opening the film's page")
+        print("  opening the film's page")
         self.leave(COMPLETE, "complete", self.open_page)
 
     def open_page(self):
@@ -154,7 +150,7 @@ class Driver:
 
     def expect_alert(self, name, title="Alert"):
         self.screen.expect(title)
-        tell(f"an alert: {name}")
+        print(f"  an alert: {name}")
         self.screen.expect_picture(f"alert-{name}")
         self.screen.press("Return")
         self.screen.expect_gone(title)

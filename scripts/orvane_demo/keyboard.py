@@ -3,50 +3,46 @@ in which one reads."""
 
 import time
 
-from driver import DESCRIPTION, LOGIN, TAGS, TITLE, UNWANTED_TAG, UPLOAD, Driver, tell
+from driver import DESCRIPTION, LOGIN, TAGS, TITLE, UNWANTED_TAG, UPLOAD, Driver
 
 
 class KeyboardDriver(Driver):
     def log_in(self):
         self.screen.expect(LOGIN.title)
-        tell("logging in by keyboard")
+        print("  logging in by keyboard")
         # Return presses the default button, and dismisses the alert.
         self.screen.press("Return")
         self.expect_alert("no-subdomain")
         self.screen.expect(LOGIN.title)
         self.type(["acme", "editor", self.service.password], "Tab")
-        self.press("Tab", "space")
-        self.leave(LOGIN, "login", lambda: self.press("Return"))
+        self.screen.press("Tab", "space")
+        self.leave(LOGIN, "login", lambda: self.screen.press("Return"))
 
     def set_up_upload(self):
         self.screen.expect(UPLOAD.title)
-        tell("choosing project and folder by keyboard")
+        print("  choosing project and folder by keyboard")
         self.choose("upload-projects", "Down", "Up")
         # Escape leaves the menu, not the window.
-        self.press("Tab", "Down", "Down", "Escape")
+        self.screen.press("Tab", "Down", "Down", "Escape")
         self.choose("upload-folders", "Down", "Down")
-        self.press("Tab")
+        self.screen.press("Tab")
         self.screen.type(TITLE)
-        self.press("Tab")
-        tell("typing a description and tags by keyboard")
+        self.screen.press("Tab")
+        print("  typing a description and tags by keyboard")
         self.type(DESCRIPTION, "Return")
-        self.press("Tab")
+        self.screen.press("Tab")
         self.type([TAGS[0], UNWANTED_TAG, *TAGS[1:]], "Return")
         # Past the Add button to the second chip, whose tag goes. Then the third one is in its place.
-        self.press("Return", "Tab", "Tab", "Tab", "space")
+        self.screen.press("Return", "Tab", "Tab", "Tab", "space")
         # Past the chips, back from Log Out and on to it again, to Upload.
-        self.leave(UPLOAD, "upload", lambda: self.press("Tab", "Tab", "shift+Tab", "Tab", "Tab", "space"))
+        self.leave(UPLOAD, "upload", lambda: self.screen.press("Tab", "Tab", "shift+Tab", "Tab", "Tab", "space"))
 
     def open_page(self):
-        self.press("Return")
+        self.screen.press("Return")
 
     def choose(self, picture, *keys):
         """Opens the menu of the pop-up button that has the keyboard, walks it with these keys and takes the item."""
-        self.press("Down", *keys)
+        self.screen.press("Down", *keys)
         self.screen.expect_picture(picture)
-        self.press("Return")
+        self.screen.press("Return")
         time.sleep(0.3)
-
-    def press(self, *keys):
-        for key in keys:
-            self.screen.press(key)

@@ -1,5 +1,6 @@
 """The programs that the demo runs: its surroundings, the review service and the stand-in host."""
 
+import json
 import os
 import pathlib
 import re
@@ -7,6 +8,7 @@ import shlex
 import shutil
 import signal
 import subprocess
+import sys
 
 from failure import Failure, wait_until
 from options import ROOT
@@ -19,24 +21,23 @@ class Surroundings:
     """A home, a keyring and, without a person, a display of the demo's own. They and all that was started with their
     environment end with the demo, however that ends."""
 
-    def __init__(self, options):
+    def __init__(self, options, cleanup):
         tools = ROOT / "scripts" / "surroundings"
         command = [tools / "with_home", tools / "with_keyring"]
         command[1:1] = [] if options.headless else ["--home", options.state / "home"]
         command += [tools / "with_display"] if options.headless else []
-        self._process = subprocess.Popen([*command, "sh", "-c", "env -0; echo; exec cat"], stdin=subprocess.PIPE,
+        teller = "import json, os, sys; print(json.dumps(dict(os.environ)), flush=True); sys.stdin.read()"
+        self._process = subprocess.Popen([*command, sys.executable, "-c", teller], stdin=subprocess.PIPE,
                                          stdout=subprocess.PIPE, start_new_session=True)
-        told = b""
-        while not told.endswith(b"\0\n"):
-            part = os.read(self._process.stdout.fileno(), 65536)
-            if not part:
-                raise Failure("the host's surroundings could not be made")
-            told += part
-        self.environment = dict(entry.split("=", 1) for entry in os.fsdecode(told[:-2]).split("\0"))
+        cleanup.callback(self._end)
+        told = self._process.stdout.readline()
+        if not told:
+            raise Failure("the host's surroundings could not be made")
+        self.environment = json.loads(told)
         self.folder = pathlib.Path(self.environment["TMPDIR"])
         self._note_pages(with_browser=not options.headless)
 
-    def end(self):
+    def _end(self):
         self._process.stdin.close()
         self._process.wait()
 
@@ -55,17 +56,18 @@ class Surroundings:
 
 
 class Program:
-    def __init__(self, command, environment, log):
+    def __init__(self, command, surroundings, log, cleanup):
         self.log = log
         with open(log, "w") as output:
-            self._process = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, stdout=output,
+            self._process = subprocess.Popen(command, env=surroundings.environment, stdin=subprocess.DEVNULL, stdout=output,
                                              stderr=subprocess.STDOUT, start_new_session=True)
+        cleanup.callback(self._end)
         self.send, self.wait = self._process.send_signal, self._process.wait
 
     def ended(self):
         return self._process.poll() is not None
 
-    def end(self):
+    def _end(self):
         self.send(signal.SIGCONT)
         self.send(signal.SIGTERM)
         # A host that hangs in a modal window does not hear that.
@@ -81,32 +83,32 @@ class Program:
 
 
 class Service(Program):
-    def __init__(self, options, surroundings):
+    def __init__(self, options, surroundings, cleanup):
         self.data, password = options.state / "service", options.state / "password"
         self.password, self.authority = password.read_text().strip(), self.data / "ca" / "ca.pem"
         self.command = [options.build / "Service" / "orvane-service", "--data", self.data, "--port"]
         words = ["--demo-password-file", password]
         words += ["--web-version", options.web_version] if options.web_version else []
         words += ["--refuse-uploads", REFUSAL] if options.variant == "upload" else []
-        for port in [options.port] if options.port else [DEFAULT_PORT, 0]:
-            super().__init__([*self.command, str(port), *words], surroundings.environment, options.state / "logs" / "service.log")
+        for port in [options.port] if options.port is not None else [DEFAULT_PORT, 0]:
+            super().__init__([*self.command, str(port), *words], surroundings, options.state / "logs" / "service.log",
+                             cleanup)
             wait_until(30, lambda: "ready on" in self.said() or self.ended())
             if "is in use" not in self.said():
                 break
         ready = re.search(r"ready on https://127\.0\.0\.1:(\d+) ", self.said())
         if not ready:
-            self.end()
             raise Failure(f"the service did not start\n{self.last_words()}")
         self.port = ready[1]
 
 
 class Host(Program):
-    def __init__(self, options, surroundings, service):
+    def __init__(self, options, surroundings, service, cleanup):
         command = [options.build / "Host" / "orvane-host", *options.host, "--ca", service.authority,
                    "--connect-port", service.port]
         if options.variant == "preset":
             command = hide_preset(options.presets, surroundings.folder / "presets") + command
-        super().__init__(command, surroundings.environment, options.state / "logs" / "host.log")
+        super().__init__(command, surroundings, options.state / "logs" / "host.log", cleanup)
 
 
 def hide_preset(folder, others):

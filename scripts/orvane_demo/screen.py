@@ -43,8 +43,8 @@ class Screen:
     # An event that comes right after another may be taken for part of it (a double click, a drag), hence the pauses.
 
     def click(self, x, y):
-        self._xdotool("mousemove", self._left + x, self._top + y, "sleep", 0.1, "mousedown", 1, "sleep", 0.1, "mouseup", 1,
-                      "sleep", 0.2)
+        self._xdotool("mousemove", self._left + x, self._top + y, "sleep", 0.1, "mousedown", 1, "sleep", 0.1)
+        self._xdotool("mouseup", 1, "sleep", 0.2)
 
     def drag(self, picture, *places):
         """Opens the menu at the first place, goes over the others, takes a picture and lets go of the last."""
@@ -61,7 +61,7 @@ class Screen:
         time.sleep(0.2)
 
     def press(self, *keys):
-        self._xdotool("key", *keys, "sleep", 0.2)
+        self._xdotool(*(word for key in keys for word in ("key", key, "sleep", 0.2)))
 
     def picture(self, name):
         """Saves the current window as it is on the screen, frame and all. Returns whether it was still there."""

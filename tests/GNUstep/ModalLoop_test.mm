@@ -1,5 +1,4 @@
 #import <Cocoa/Cocoa.h>
-#import <WakeEventLoop.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -7,10 +6,11 @@
 #include <thread>
 
 #include "BareWindow.h"
+#include "WindowScript.h"
+
+using namespace window_test;
 
 namespace {
-
-constexpr NSInteger kCode = 4711;
 
 // Long enough for the events that opening a window brings, each of which would end a loop that has been stopped.
 constexpr std::chrono::milliseconds kUntilQuiet(500);
@@ -21,47 +21,27 @@ constexpr std::chrono::milliseconds kStep(100);
 
 }  // namespace
 
-@interface ModalLoopStopper : NSObject
-+ (void)stop;
-+ (void)wake;
-@end
-
-@implementation ModalLoopStopper
-+ (void)stop {
-  [NSApp stopModalWithCode:kCode];
-}
-+ (void)wake {
-  WakeEventLoop();
-}
-@end
-
-// Any thread.
-static void InModalLoop(SEL method) {
-  @autoreleasepool {
-    [[ModalLoopStopper class] performSelectorOnMainThread:method
-                                               withObject:nil
-                                            waitUntilDone:NO
-                                                    modes:@[ NSModalPanelRunLoopMode ]];
-  }
-}
-
 // Stopping what does not run neither raises nor ends the next session before its time, which another thread then ends
 // at once.
 TEST(ModalLoop, EndsAtOnceWhenItIsStoppedAndStoppingNothingDoesNothing) {
-  const window_test::BareWindow window(NSMakeSize(200, 100));
-  ASSERT_EQ([NSApp modalWindow], nil);
-  [NSApp stopModalWithCode:kCode + 1];
-  [NSApp stopModal];
+  const BareWindow window(NSMakeSize(200, 100));
+  [NSApp stopModalWithCode:4711];
+  NSInteger code = 0;
   std::atomic<bool> ended(false);
-  std::atomic<int> waits(0);
-  std::thread stopper([&ended, &waits] {
-    std::this_thread::sleep_for(kUntilQuiet);
-    InModalLoop(@selector(stop));
-    for (; !ended && waits < kPatience; ++waits) std::this_thread::sleep_for(kStep);
-    if (!ended) InModalLoop(@selector(wake));
-  });
-  EXPECT_EQ([NSApp runModalForWindow:window.Window()], kCode);
-  ended = true;
-  stopper.join();
-  EXPECT_LT(waits, kPatience) << "it ended with the next event only";
+  RunWithScript(
+      [&] {
+        code = [NSApp runModalForWindow:window.Window()];
+        ended = true;
+      },
+      [&ended](Script &actions) {
+        std::this_thread::sleep_for(kUntilQuiet);
+        [NSApp performSelectorOnMainThread:@selector(stopModal)
+                                withObject:nil
+                             waitUntilDone:NO
+                                     modes:@[ NSModalPanelRunLoopMode ]];
+        for (int i = 0; i < kPatience && !ended; ++i) std::this_thread::sleep_for(kStep);
+        EXPECT_TRUE(ended) << "it waits for the next event";
+        actions.OnMain([] {});  // which is what comes of this
+      });
+  EXPECT_EQ(code, NSRunStoppedResponse);
 }

@@ -14,7 +14,6 @@
 #import "OrvaneUploadWindowController.h"
 #import "PictureComparison.h"
 #include "PluginResources.h"
-#import "RoundedView.h"
 #include "ScriptedApi.h"
 #import "TagsView.h"
 #import "UploadCompleteWindowController.h"
@@ -46,30 +45,6 @@ void AnswerWithDeepFolders(ScriptedApi &api) {
   });
 }
 
-// Backgrounds lie below other views, the sign that something works lies where its result will stand, and the button
-// that adds a tag stands in a free corner of the tags' view.
-bool MayOverlap(NSView *view) {
-  return [view isKindOfClass:[RoundedView class]] || [view isKindOfClass:[NSProgressIndicator class]] ||
-         [view isKindOfClass:[TagsView class]];
-}
-
-// Whether every control stands within the view that holds it and beside the others.
-void ExpectLaidOut(NSView *parent) {
-  NSArray *views = [parent subviews];
-  for (NSUInteger i = 0; i < [views count]; ++i) {
-    NSView *view = [views objectAtIndex:i];
-    if ([view isHidden]) continue;
-    EXPECT_TRUE(NSContainsRect([parent bounds], [view frame])) << [[view description] UTF8String];
-    for (NSUInteger j = 0; j < i; ++j) {
-      NSView *other = [views objectAtIndex:j];
-      if ([other isHidden] || MayOverlap(view) || MayOverlap(other)) continue;
-      EXPECT_FALSE(NSIntersectsRect([view frame], [other frame]))
-          << [[view description] UTF8String] << [[other description] UTF8String];
-    }
-    if ([view isMemberOfClass:[NSView class]] || [view isKindOfClass:[TagsView class]]) ExpectLaidOut(view);
-  }
-}
-
 NSString *PathOf(NSString *name) {
   const bool shown = [@[ @"login", @"upload", @"uploading", @"complete" ] containsObject:name];
   return [NSString stringWithFormat:@"%s/%@.png", shown ? ORVANE_DOCUMENTATION : ORVANE_PICTURES, name];
@@ -89,7 +64,7 @@ class WindowPictures : public testing::Test {
   static std::string Difference(NSWindow *window, NSString *name) {
     NSBitmapImageRep *wanted = [NSBitmapImageRep imageRepWithContentsOfFile:PathOf(name)];
     if (!wanted) return "there is no such picture; scripts/pictures makes it";
-    return ComparePictures(PictureOf(window), wanted, DifferencesFolder(), name);
+    return ComparePictures(PictureOf(window), wanted, name);
   }
 
   // Shows the window and compares, or writes, its picture.
@@ -97,7 +72,6 @@ class WindowPictures : public testing::Test {
     ASSERT_NE(window, nil) << [name UTF8String];
     if (![window isVisible]) [window orderFront:nil];
     [window makeFirstResponder:nil];  // without a cursor, which blinks
-    ExpectLaidOut([window contentView]);
     if (getenv("ORVANE_MAKE_PICTURES")) {
       NSData *png = [PictureOf(window) representationUsingType:NSPNGFileType properties:@{}];
       EXPECT_TRUE([png writeToFile:PathOf(name) atomically:YES]) << [PathOf(name) UTF8String];

@@ -10,7 +10,6 @@
 #include "PrSDKErrorSuite.h"
 #include "PrSDKExportController.h"
 #include "PrSDKExportControllerSuite.h"
-#include "PrSDKSequenceInfoSuite.h"
 #include "PrSDKTimeSuite.h"
 
 namespace {
@@ -48,21 +47,14 @@ void Release(ecStdParms* parms, const char* name, csSDK_int32 version) {
 
 csSDK_int32 Startup(ecStdParms* parms, ExportControllerInitRec* record) {
   if (Script("start-up fails")) return 7;
-  if (Script("unnamed")) return 0;
   Widen("Scripted", record->displayName);
   // Through a pointer that the compiler cannot follow, as a real overrun would be.
   prUTF16Char* volatile units = record->displayName;
   if (Script("overrun")) units[EXPORT_CONTROLLER_TEXT_UNITS] = 'x';
-  if (Script("underrun")) units[-1] = 'x';
-  if (Script("endless name")) {
-    for (int i = 0; i < EXPORT_CONTROLLER_TEXT_UNITS; ++i) units[i] = 'x';
-  }
   if (Script("unknown version")) Acquire<void>(parms, kPrSDKTimeSuite, 2);
   if (Script("unreleased")) Acquire<void>(parms, kPrSDKTimeSuite, kPrSDKTimeSuiteVersion);
   if (Script("released twice")) Release(parms, kPrSDKTimeSuite, kPrSDKTimeSuiteVersion);
   if (Script("throws")) throw std::runtime_error("lost");
-  if (Script("writes parameters")) parms->ecInterfaceVer = 99;
-  if (Script("writes tables")) parms->piSuites->utilFuncs->getSettings = nullptr;
   if (Script("unfreed")) {
     void* block = nullptr;
     Basic(parms)->AllocateBlock(10, &block);
@@ -80,22 +72,11 @@ csSDK_int32 Render(ecStdParms* parms, const ExportControllerTimelineInfoRec& tim
   if (Script("endless path")) {
     for (prUTF16Char& unit : destination) unit = '/';
   }
-  if (Script("lone surrogate")) destination[1] = 0xD800;
   ExportControllerExportRec record{destination, preset};
   const csSDK_int64 handle = timeline.timelineData + (Script("wrong handle") ? 1 : 0);
-  const PrTimelineID id = timeline.timelineID + (Script("wrong timeline") ? 1 : 0);
-  const csSDK_int32 answer = suite->ExportTimeline(handle, id, &record);
+  const csSDK_int32 answer = suite->ExportTimeline(handle, timeline.timelineID, &record);
   Release(parms, kPrSDKExportControllerSuite, kPrSDKExportControllerSuiteVersion);
   return answer;
-}
-
-// Answers the width in the upper and the height in the lower half, so that the test sees what the suite told.
-csSDK_int32 AskSize(ecStdParms* parms, const ExportControllerTimelineInfoRec& timeline) {
-  auto* suite = Acquire<PrSDKSequenceInfoSuite>(parms, kPrSDKSequenceInfoSuite, kPrSDKSequenceInfoSuiteVersion);
-  prRect rect{};
-  suite->GetFrameRect(timeline.timelineID, &rect);
-  Release(parms, kPrSDKSequenceInfoSuite, kPrSDKSequenceInfoSuiteVersion);
-  return rect.right << 16 | rect.bottom;
 }
 
 csSDK_int32 AskOnAnotherThread(ecStdParms* parms) {
@@ -117,13 +98,11 @@ csSDK_int32 RaiseEvent(ecStdParms* parms) {
   return -1;
 }
 
-csSDK_int32 Export(ecStdParms* parms, ExportControllerTimelineInfoRec* timeline) {
+csSDK_int32 Export(ecStdParms* parms, const ExportControllerTimelineInfoRec& timeline) {
   if (Script("user cancels")) return 0;
-  if (Script("size")) return AskSize(parms, *timeline);
   if (Script("wrong thread")) return AskOnAnotherThread(parms);
   if (Script("event")) return RaiseEvent(parms);
-  if (Script("writes timeline")) timeline->timelineID = 0;
-  return Render(parms, *timeline);
+  return Render(parms, timeline);
 }
 
 }  // namespace
@@ -133,7 +112,7 @@ PREMPLUGENTRY xExportControllerEntry(csSDK_int32 selector, ecStdParms* parms, vo
     case ecSelStartup:
       return Startup(parms, static_cast<ExportControllerInitRec*>(param));
     case ecSelExportTimeline:
-      return Export(parms, static_cast<ExportControllerTimelineInfoRec*>(param));
+      return Export(parms, *static_cast<ExportControllerTimelineInfoRec*>(param));
     case ecSelShutdown:
       return 0;
     default:

@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <utility>
 
 namespace {
 
 constexpr PrTime kTicksPerSecond = 254016000000;
-
-std::vector<int> asked_codes;
 
 // The host's rates by code, from 1.
 const PrTime kTicksPerFrame[] = {0,
@@ -27,7 +25,6 @@ prSuiteError TicksPerSecond(PrTime* ticks) {
 }
 
 prSuiteError TicksPerVideoFrame(PrVideoFrameRates code, PrTime* ticks) {
-  asked_codes.push_back(code);
   *ticks = kTicksPerFrame[code];
   return 0;
 }
@@ -50,12 +47,9 @@ PrTime DurationOf(csSDK_int32 scale, csSDK_int32 sample_size) {
 }  // namespace
 
 TEST(ExportControllerTime, ReadsARateFromAFramesDuration) {
-  asked_codes.clear();
   EXPECT_EQ(RateOf(kTicksPerSecond / 25), std::make_pair(25, 1));
   EXPECT_EQ(RateOf(kTicksPerSecond), std::make_pair(1, 1));
-  EXPECT_TRUE(asked_codes.empty());
-  EXPECT_EQ(RateOf(4237833600), std::make_pair(60000, 1001));
-  EXPECT_EQ(asked_codes, (std::vector<int>{4, 7, 1}));
+  EXPECT_EQ(RateOf(kTicksPerFrame[7]), std::make_pair(60000, 1001));
   EXPECT_EQ(RateOf(kTicksPerFrame[4]), std::make_pair(30000, 1001));
   EXPECT_EQ(RateOf(kTicksPerFrame[1]), std::make_pair(24000, 1001));
   EXPECT_EQ(RateOf(kTicksPerSecond / 25 + 1), std::make_pair(-1, -1));

@@ -12,6 +12,7 @@
 #include "LocalTrust.h"
 #include "PluginRun.h"
 #include "ScriptedApi.h"
+#include "Suites.h"
 
 using namespace window_test;
 
@@ -68,6 +69,16 @@ TEST_F(ExportController, KnowsItsSelectorsAlone) {
   EXPECT_EQ(memcmp(init.record.displayName, u"Orvane", 6 * sizeof(prUTF16Char)), 0);
   EXPECT_EQ(init.record.displayName[6], kGuard);
   EXPECT_EQ(host_->DisplayName(), "Orvane");
+}
+
+// The host ends the process when a suite is released that is not held, or held at the end.
+TEST_F(ExportController, HoldsItsSuitesFromStartUpToShutDown) {
+  ecStdParms parameters = {1, orvane_host::StandardSuites()};
+  for (int round = 0; round < 2; ++round) {
+    host_->Startup();
+    host_->Shutdown();
+    EXPECT_EQ(Entry()(ecSelShutdown, &parameters, nullptr), 0) << "nothing is left to release";
+  }
 }
 
 TEST_F(ExportController, ExportsUploadsAndDeletesTheTemporaryFile) {

@@ -29,6 +29,7 @@ class ExportFailure : public testing::Test {
       cleanup_was_on_main_thread = [NSThread isMainThread];
     };
     ExportLifetime::Open();
+    ExportLifetime::SetUploadIsRunning(true);
     failures_ = ExportLifetime::Failures();
     testing::internal::CaptureStderr();
   }
@@ -73,6 +74,7 @@ TEST_F(ExportFailure, CleansUpOnceForAnExport) {
   FailExport("first");
   EXPECT_EQ(Log(), "[orvanevorrel: export failed: first]\n");
   EXPECT_FALSE(ExportLifetime::IsOpen());
+  EXPECT_FALSE(ExportLifetime::UploadIsRunning());
   testing::internal::CaptureStderr();
   FailExport("second");
   Log();

@@ -179,14 +179,6 @@ TEST_F(HttpRequestTest, UploadReportsProgressUpToTheWholeForm) {
   EXPECT_EQ(Upload(file), "done");
 }
 
-TEST_F(HttpRequestTest, UploadOfAFileThatCannotBeReadFails) {
-  TransferRedirect redirect(server_);
-  server_.Route("/upload", TextResponse("done"));
-  EXPECT_EQ(Upload(folder_ / "absent.mp4"), "error");
-  EXPECT_TRUE(server_.Requests().empty());
-  EXPECT_EQ(Upload(MakeFile("movie")), "done");
-}
-
 TEST_F(HttpRequestTest, NothingLeaksIntoTheNextTransfer) {
   TransferRedirect redirect(server_);
   server_.RouteOthers([](const Request&) { return TextResponse(std::string(100000, 'x')); });

@@ -166,7 +166,9 @@ TEST_F(OrvaneProjectsAPITest, UploadGoesWhereTheWorkflowSays) {
   g_prj.clear();
   EXPECT_EQ(api_.uploadFile("ignored", "ignored", file), "/api/prjacc/upload_file/");
   std::filesystem::remove(file);
+  const size_t requests = server_.Requests().size();
   EXPECT_EQ(api_.uploadFile("ignored", "ignored", file), "error");
+  EXPECT_EQ(server_.Requests().size(), requests);
   g_fld.clear();
 }
 

@@ -63,6 +63,9 @@ class OrvaneUIControllerTest : public testing::Test {
   ScriptedApi api_;
 };
 
+// For a run without a keyring, which is a ctest entry of its own.
+class RefusedKeychain : public OrvaneUIControllerTest {};
+
 }  // namespace
 
 TEST_F(OrvaneUIControllerTest, NamesTheFirstMissingField) {
@@ -161,4 +164,22 @@ TEST_F(OrvaneUIControllerTest, EndsTheExportWhenTheAnswerIsNoJson) {
   });
   EXPECT_EQ(failure, "json mValueType==ObjectVal required");
   g_pFailureFunc = nullptr;
+}
+
+TEST_F(RefusedKeychain, KeepsTheWindowOpen) {
+  Run([](Script &actions, OrvaneUIController *controller) {
+    actions.OnMain([controller] {
+      Fill(controller, @"acme", @"editor", @"secret");
+      [[controller rememberMeCheckbox] setState:NSControlStateValueOn];
+    });
+    EXPECT_EQ(AlertAfterLogin(actions, controller),
+              "A security error occured while attempting to save the \"Remember me\" setting.\nThe system returned "
+              "this message: \"No keychain is available. You may need to restart your computer.\"\n");
+    actions.OnMain([controller] {
+      EXPECT_EQ(g_step + g_sd, "start");
+      EXPECT_EQ(cleanups, 0);
+      [[controller orvaneWindow] performClose:nil];
+    });
+  });
+  EXPECT_EQ(cleanups, 1);
 }

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #import "BareWindow.h"
+#import "Controls.h"
 #include "PluginResources.h"
 #import "RoundedButton.h"
+#import "RoundedView.h"
 #import "TagButton.h"
 
 namespace {
@@ -51,5 +53,32 @@ TEST(PictureButton, TakesTheClicksOnItsPicture) {
     EXPECT_EQ([parent hitTest:NSMakePoint(25, middle)], button);
     EXPECT_EQ([parent hitTest:NSMakePoint(NSMaxX([button frame]) - 12, middle)], button);
     EXPECT_EQ([parent hitTest:NSMakePoint(NSMaxX([button frame]) + 1, middle)], parent);
+  }
+}
+
+// The release counts wherever the pointer is; the second mouse button does nothing.
+TEST(PictureButton, StaysPressedWhileTheMouseButtonIsHeld) {
+  const NSPoint inside = NSMakePoint(20, 20);
+  const NSPoint outside = NSMakePoint(190, 50);
+  const struct {
+    NSEventType type;
+    NSPoint point;
+    bool pressed;
+  } events[] = {{NSRightMouseDown, inside, false},   {NSRightMouseUp, inside, false},   {NSLeftMouseDown, inside, true},
+                {NSLeftMouseDragged, outside, true}, {NSRightMouseDown, outside, true}, {NSRightMouseUp, outside, true},
+                {NSLeftMouseUp, outside, false}};
+  for (PictureButton *button in Buttons()) {
+    window_test::BareWindow window(NSMakeSize(200, 60));
+    window.Add(button);
+    id counter = window_test::ActionCounter();
+    [button setTarget:counter];
+    [button setAction:window_test::CountedAction()];
+    RoundedView *background = [button valueForKey:@"backgroundView"];
+    const int normal = [background type];
+    for (const auto &event : events) {
+      window_test::SendMouse(window.Window(), event.type, event.point);
+      EXPECT_EQ([background type], event.pressed ? normal + 1 : normal) << [[button className] UTF8String];
+    }
+    EXPECT_EQ(window_test::ActionCount(counter), 1);
   }
 }

@@ -75,15 +75,6 @@ TEST(RoundedButton, CentresItsTitle) {
   EXPECT_TRUE(NSEqualRects(moved, NSMakeRect(3, 3, 50, height + 13)));
 }
 
-// The release counts wherever the pointer is; the second mouse button does nothing.
-TEST(RoundedButton, StaysPressedWhileTheMouseButtonIsHeld) {
-  id counter = window_test::ActionCounter();
-  RoundedButton *button = CountedButton(2, counter);
-  EXPECT_EQ(window_test::StatesUnderTheMouse(button, [button] { return [[button backgroundView] type]; }),
-            "8 8 9 9 9 8");
-  EXPECT_EQ(window_test::ActionCount(counter), 1);
-}
-
 TEST(RoundedButton, TheKeyboardPressesItUnlessItIsDisabled) {
   id counter = window_test::ActionCounter();
   RoundedButton *button = CountedButton(0, counter);

@@ -47,3 +47,14 @@ TEST(RoundedView, StretchesNineSlicesInBothDirections) {
   }
   EXPECT_FALSE([[picture colorAtX:0 y:100] isEqual:[picture colorAtX:150 y:100]]) << "there is an edge";
 }
+
+TEST(RoundedView, ShowsANewTypeWithoutBeingAsked) {
+  UsePluginResources();
+  window_test::BareWindow window(NSMakeSize(60, 40));
+  RoundedView *view = [[[RoundedView alloc] initWithFrame:NSMakeRect(0, 0, 60, 40)] autorelease];
+  window.Add(view);
+  [window.Window() display];
+  ASSERT_FALSE([view needsDisplay]);
+  [view setType:RoundedViewTypeTextFieldWhiteBig];
+  EXPECT_TRUE([view needsDisplay]);
+}

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#import "BareWindow.h"
 #include "PluginResources.h"
 #import "RoundedView.h"
 
@@ -47,15 +46,4 @@ TEST(TagButton, CutsATextAt260Points) {
   EXPECT_EQ(NSWidth([[chip titleLabel] frame]), 265);
   EXPECT_EQ(NSWidth([chip frame]), 305);
   EXPECT_EQ([[[chip titleLabel] cell] lineBreakMode], NSLineBreakByTruncatingTail);
-}
-
-// The release counts wherever the pointer is; the second mouse button does nothing.
-TEST(TagButton, StaysPressedWhileTheMouseButtonIsHeld) {
-  id counter = window_test::ActionCounter();
-  TagButton *chip = ChipWithTitle(@"tag");
-  [chip setTarget:counter];
-  [chip setAction:window_test::CountedAction()];
-  EXPECT_EQ(window_test::StatesUnderTheMouse(chip, [chip] { return [[chip backgroundView] type]; }),
-            "10 10 11 11 11 10");
-  EXPECT_EQ(window_test::ActionCount(counter), 1);
 }

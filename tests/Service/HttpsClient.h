@@ -1,45 +1,37 @@
-// A client of the service for tests: libcurl, with TLS verified against the service's own authority.
+// Clients of the service for tests: TLS is verified against the service's own authority.
 #pragma once
 
 #include <curl/curl.h>
+#include <httplib.h>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
-#include <optional>
+#include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-struct Reply {
-  CURLcode result = CURLE_OK;
-  long status = 0;
-  std::string headers;
-  std::string body;
-  /// Bytes of the request's body that were sent.
-  curl_off_t sent = 0;
-
+/// The status is -1 when there was no answer.
+struct Reply : httplib::Response {
   /// The member "root" of the body; fails the test if the body is no such JSON.
   nlohmann::json Root() const;
 };
 
-/// A part of a form; with a file name it is a file.
-struct Part {
-  std::string name;
-  std::string content;
-  std::optional<std::string> file_name;
-};
+/// The parts of a form; one with a file name is a file.
+using Parts = httplib::MultipartFormDataItems;
 
+/// Every host is looked for on 127.0.0.1. An address names host, port and path: "https://acme.orvane.localhost:1234/".
 class HttpsClient {
  public:
   explicit HttpsClient(std::filesystem::path authority) : authority_(std::move(authority)) {}
 
-  /// Each header is a line such as "Range: bytes=0-1", without a line end.
-  Reply Get(const std::string& url, const std::vector<std::string>& headers = {}) const;
+  Reply Get(const std::string& url, const httplib::Headers& headers = {}) const;
   Reply Post(const std::string& url, const std::string& body) const;
-  Reply PostForm(const std::string& url, const std::vector<Part>& parts,
-                 const std::vector<std::string>& headers = {}) const;
+  Reply PostForm(const std::string& url, const Parts& parts) const;
 
  private:
+  Reply Send(const std::string& url,
+             const std::function<httplib::Result(httplib::SSLClient& client, const std::string& path)>& send) const;
+
   std::filesystem::path authority_;
 };
 

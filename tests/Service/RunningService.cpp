@@ -47,12 +47,12 @@ Login RunningService::LogIn(const std::string& subdomain) const {
   return login;
 }
 
-std::vector<Part> RunningService::UploadParts(const Login& login, const std::string& content) const {
-  return {{"Filedata", content, "film.mp4"},
-          {"auth_token", login.token, {}},
-          {"auth_key", login.key, {}},
-          {"folder_id", kFolder, {}},
-          {"title", "A title", {}}};
+Parts RunningService::UploadParts(const Login& login, const std::string& content) const {
+  return {{"Filedata", content, "film.mp4", "video/mp4"},
+          {"auth_token", login.token, "", ""},
+          {"auth_key", login.key, "", ""},
+          {"folder_id", kFolder, "", ""},
+          {"title", "A title", "", ""}};
 }
 
 void RunningService::ExpectNothingStored() const {
@@ -62,7 +62,7 @@ void RunningService::ExpectNothingStored() const {
   EXPECT_EQ(orvane_service::Catalog(database).FileCount(), 0);
 }
 
-void RunningService::ExpectRefused(const Reply& reply, long status) const {
+void RunningService::ExpectRefused(const Reply& reply, int status) const {
   EXPECT_EQ(reply.status, status);
   const nlohmann::json root = reply.Root();
   EXPECT_EQ(root.value("status", ""), "error") << root;

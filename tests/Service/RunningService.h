@@ -53,10 +53,10 @@ class RunningService : public testing::Test {
   }
 
   /// The parts of a good upload, in the plug-in's order: the file first.
-  std::vector<Part> UploadParts(const Login& login, const std::string& content = "content") const;
+  Parts UploadParts(const Login& login, const std::string& content = "content") const;
 
   /// Fails the test if the reply is not a refusal with this status, or if anything was stored.
-  void ExpectRefused(const Reply& reply, long status) const;
+  void ExpectRefused(const Reply& reply, int status) const;
 
   /// Fails the test if there is a file, complete or not, or a record of one.
   void ExpectNothingStored() const;

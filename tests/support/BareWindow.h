@@ -3,9 +3,6 @@
 
 #import <Cocoa/Cocoa.h>
 
-#include <functional>
-#include <string>
-
 namespace window_test {
 
 /// Opens when it is made and closes when it goes. Main thread.
@@ -35,10 +32,5 @@ int ActionCount(id counter);
 /// A target, autoreleased, that counts the action which is returned by CountedAction. Controls do not retain it.
 id ActionCounter();
 SEL CountedAction();
-
-/// Shows the control alone in a window and does with the mouse what may go wrong: a click of the second button, a press
-/// of the first, a drag off the control, a click of the second button there, the release there. Returns what `state`
-/// said at the beginning and after each of the five, separated by blanks.
-std::string StatesUnderTheMouse(NSControl *control, const std::function<int()> &state);
 
 }  // namespace window_test

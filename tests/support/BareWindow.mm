@@ -48,26 +48,4 @@ SEL CountedAction() {
   return @selector(countAction:);
 }
 
-std::string StatesUnderTheMouse(NSControl *control, const std::function<int()> &state) {
-  BareWindow window(NSMakeSize(400, 200));
-  [control setFrameOrigin:NSMakePoint(10, 10)];
-  window.Add(control);
-  const NSPoint inside = NSMakePoint(20, 20);
-  const NSPoint outside = NSMakePoint(390, 190);
-  const struct {
-    NSEventType type;
-    NSPoint point;
-    bool last;
-  } events[] = {{NSRightMouseDown, inside, false},  {NSRightMouseUp, inside, true},
-                {NSLeftMouseDown, inside, true},    {NSLeftMouseDragged, outside, true},
-                {NSRightMouseDown, outside, false}, {NSRightMouseUp, outside, true},
-                {NSLeftMouseUp, outside, true}};
-  std::string states = std::to_string(state());
-  for (const auto &event : events) {
-    SendMouse(window.Window(), event.type, event.point);
-    if (event.last) states += " " + std::to_string(state());
-  }
-  return states;
-}
-
 }  // namespace window_test

@@ -42,12 +42,6 @@ ScriptedApi::ScriptedApi() : redirect_(server_) {
   Answer(std::string(kUpload) + "1", Success(R"({"link":"https://acme.orvane.localhost/review/7"})"));
 }
 
-std::vector<std::string> ScriptedApi::Targets() const {
-  std::vector<std::string> targets;
-  for (const Request& request : server_.Requests()) targets.push_back(request.target);
-  return targets;
-}
-
 std::vector<Request> ScriptedApi::RequestsFor(const std::string& target) const {
   std::vector<Request> found;
   for (const Request& request : server_.Requests()) {

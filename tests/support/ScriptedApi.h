@@ -1,7 +1,6 @@
 // A service on a test server that answers the plug-in's requests as a test sets them.
 #pragma once
 
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -22,9 +21,6 @@ class ScriptedApi {
   void Answer(const std::string& target, const std::string& body) {
     server_.Route(target, orvane_test::TextResponse(body));
   }
-
-  /// The targets that were asked for, in order.
-  std::vector<std::string> Targets() const;
 
   /// The requests for a target.
   std::vector<orvane_test::Request> RequestsFor(const std::string& target) const;

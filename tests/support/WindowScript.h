@@ -2,27 +2,21 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 namespace window_test {
-
-/// Is thrown inside a script whose condition did not come true in time; RunWithScript reports it.
-struct ScriptFailure {
-  std::string what;
-};
 
 /// What a script does to the windows. The script has a thread of its own; all work is done on the main thread, between
 /// two events, whether the main thread is in the main loop or in a modal one.
 class Script {
  public:
   /// Runs the work on the main thread and waits for it. The work must not open a modal window: after ten seconds
-  /// ScriptFailure is thrown.
+  /// std::runtime_error is thrown, which RunWithScript reports.
   void OnMain(const std::function<void()>& work);
 
   /// Runs the work on the main thread and does not wait: for clicks that open modal windows.
   void Post(std::function<void()> work);
 
-  /// Waits until the condition, asked on the main thread, holds. Throws ScriptFailure after ten seconds.
+  /// Waits until the condition, asked on the main thread, holds. Throws std::runtime_error after ten seconds.
   void WaitFor(const char* what, const std::function<bool()>& condition);
 };
 

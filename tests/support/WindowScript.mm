@@ -4,16 +4,17 @@
 #import <WakeEventLoop.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
+#include <string>
 #include <thread>
 
-#include "RunScript.h"
+#include "FailureOf.h"
 
 namespace {
 
@@ -31,7 +32,6 @@ constexpr std::chrono::milliseconds kTimeToTakeWork(100);
 // Guarded by the mutex but for run.
 struct Work {
   std::function<void()> run;
-  bool started = false;
   bool done = false;
 };
 
@@ -66,7 +66,6 @@ NSArray *Modes() {
     if (work_queue.empty()) return;
     work = work_queue.front();
     work_queue.pop_front();
-    work->started = true;
     more = !work_queue.empty();
   }
   if (more) [self wake];  // what waits behind work that opens a modal loop runs inside that loop
@@ -113,26 +112,22 @@ void EndModalLoopsUntil(const std::function<bool()> &over) {
 }  // namespace
 
 void Script::OnMain(const std::function<void()> &work) {
-  std::shared_ptr<Work> queued = Enqueue(work);
-  std::unique_lock<std::mutex> lock(work_mutex);
+  const std::shared_ptr<Work> queued = Enqueue(work);
   const Clock::time_point deadline = Clock::now() + kDeadline;
+  std::unique_lock<std::mutex> lock(work_mutex);
   while (!work_done.wait_for(lock, kTimeToTakeWork, [&queued] { return queued->done; })) {
-    if (Clock::now() > deadline) break;
     // The main thread takes what waits for it in one go. When the first of that opens a modal window, the rest, and
     // with it this work, waits for the window to close: another call gets through to the window's own loop.
-    if (!queued->started) [WindowTestPump wake];
+    [WindowTestPump wake];
+    if (Clock::now() < deadline) continue;
+    lock.unlock();
+    // The work refers to the caller's variables: it must have ended when this throws.
+    EndModalLoopsUntil([&queued] {
+      std::lock_guard<std::mutex> guard(work_mutex);
+      return queued->done;
+    });
+    throw std::runtime_error("work on the main thread to end; did it open a modal window?");
   }
-  if (queued->done) return;
-  // The work refers to the caller's variables: it must not run, or go on, when this throws.
-  work_queue.erase(std::remove(work_queue.begin(), work_queue.end(), queued), work_queue.end());
-  const bool started = queued->started;
-  lock.unlock();
-  if (!started) throw ScriptFailure{"the main thread to take work"};
-  EndModalLoopsUntil([&queued] {
-    std::lock_guard<std::mutex> guard(work_mutex);
-    return queued->done;
-  });
-  throw ScriptFailure{"work on the main thread to end; did it open a modal window?"};
 }
 
 void Script::Post(std::function<void()> work) {
@@ -147,7 +142,7 @@ void Script::WaitFor(const char *what, const std::function<bool()> &condition) {
     if (holds) return;
     std::this_thread::sleep_for(kPollInterval);
   } while (Clock::now() < deadline);
-  throw ScriptFailure{what};
+  throw std::runtime_error(what);
 }
 
 void RunWithScript(const std::function<void()> &body, const std::function<void(Script &)> &script) {
@@ -156,8 +151,8 @@ void RunWithScript(const std::function<void()> &body, const std::function<void(S
   std::thread thread([&script, &body_ended, &script_ended] {
     @autoreleasepool {
       Script actions;
-      std::string failure;
-      if (!RunScript(script, actions, &failure)) {
+      const std::string failure = FailureOf([&script, &actions] { script(actions); });
+      if (!failure.empty()) {
         ADD_FAILURE() << "the script waited in vain: " << failure;
         EndModalLoopsUntil([&body_ended] { return body_ended.load(); });
       }

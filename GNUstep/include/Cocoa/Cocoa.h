@@ -4,6 +4,23 @@
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
 
+#if NO_GNUSTEP
+// Macros that GNUstep's headers define whatever is asked of them.
+#undef ASSIGN
+#undef ASSIGNCOPY
+#undef ASSIGNMUTABLECOPY
+#undef AUTORELEASE
+#undef DESTROY
+#undef RELEASE
+#undef RETAIN
+#undef TEST_AUTORELEASE
+#undef TEST_RELEASE
+#undef TEST_RETAIN
+#undef CREATE_AUTORELEASE_POOL
+#undef ENTER_POOL
+#undef LEAVE_POOL
+#endif
+
 // Names that AppKit uses since macOS 10.12 for constants that GNUstep has under their older names.
 #define NSAlertStyleWarning NSWarningAlertStyle
 #define NSAlertStyleCritical NSCriticalAlertStyle
@@ -31,6 +48,20 @@ extern double NSFoundationVersionNumber;
 #ifdef __cplusplus
 }
 #endif
+
+@interface NSWindow (Appearance)
+
+/// Does nothing: windows have one look.
+- (void)setAppearance:(NSAppearance *)appearance;
+
+@end
+
+@interface NSBundle (ImageForResource)
+
+/// The bundle's image of that file name, autoreleased; nil when there is none.
+- (NSImage *)imageForResource:(NSString *)name;
+
+@end
 
 @interface NSView (AccessibilityLabel)
 

@@ -5,6 +5,7 @@
 #import <AppKit/AppKitDefines.h>
 #import <AppKit/NSAccessibilityProtocols.h>
 #import <AppKit/NSAlert.h>
+#import <AppKit/NSAppearance.h>
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSAttributedString.h>
 #import <AppKit/NSBezierPath.h>

@@ -6,7 +6,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSBundle (NSBundleImageExtension)
-- (nullable NSString *)pathForImageResource:(NSImageName)name;
+- (nullable NSImage *)imageForResource:(NSImageName)name API_AVAILABLE(macos(10.7));
 @end
 
 NS_ASSUME_NONNULL_END

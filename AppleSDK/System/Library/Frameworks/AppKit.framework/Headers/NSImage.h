@@ -9,7 +9,6 @@ typedef NSString *NSImageName;
 
 @interface NSImage : NSObject <NSCopying, NSSecureCoding>
 + (nullable NSImage *)imageNamed:(NSImageName)name;
-- (nullable instancetype)initWithContentsOfFile:(NSString *)path;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -1,6 +1,8 @@
 // Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
 #pragma once
 
+#import <AppKit/NSAppearance.h>
+#import <AppKit/NSGraphics.h>
 #import <AppKit/NSResponder.h>
 
 NS_ASSUME_NONNULL_BEGIN
@@ -12,7 +14,8 @@ typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) { NSWindowStyleMaskBorderless 
 
 @protocol NSWindowDelegate;
 
-@interface NSWindow : NSResponder
+@interface NSWindow : NSResponder <NSAppearanceCustomization>
+- (instancetype)initWithContentRect:(NSRect)contentRect styleMask:(NSWindowStyleMask)style backing:(NSBackingStoreType)backing defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
 @property (nullable, assign) id<NSWindowDelegate> delegate;
 @property NSWindowStyleMask styleMask;
 @property NSWindowLevel level;
