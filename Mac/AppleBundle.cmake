@@ -1,13 +1,19 @@
-# Orvane.bundle on macOS.
+# Orvane.bundle on macOS. A build on another system has no ibtool: its bundle holds the interface files as they are.
 file(GLOB images CONFIGURE_DEPENDS Resources/Images/*.png)
 file(GLOB xibs CONFIGURE_DEPENDS Resources/*.xib)
 set(nibs "")
-find_program(ORVANE_IBTOOL ibtool REQUIRED)
+if(CMAKE_HOST_APPLE)
+  find_program(ORVANE_IBTOOL ibtool REQUIRED)
+else()
+  set(nibs ${xibs})
+  set(xibs "")
+endif()
 foreach(xib IN LISTS xibs)
   get_filename_component(name "${xib}" NAME_WE)
   set(nib "${CMAKE_CURRENT_BINARY_DIR}/${name}.nib")
   add_custom_command(OUTPUT "${nib}"
                      COMMAND "${ORVANE_IBTOOL}" --errors --warnings --output-format human-readable-text
+                             --minimum-deployment-target ${CMAKE_OSX_DEPLOYMENT_TARGET} --target-device mac
                              --compile "${nib}" "${xib}"
                      DEPENDS "${xib}" VERBATIM)
   list(APPEND nibs "${nib}")
@@ -19,6 +25,8 @@ target_link_options(Orvane PRIVATE "LINKER:-exported_symbol,_xExportControllerEn
 set_source_files_properties(${images} ${nibs} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
 configure_file(Resources/Info.plist.in "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in" @ONLY)
 set_target_properties(Orvane PROPERTIES BUNDLE ON BUNDLE_EXTENSION bundle LINKER_LANGUAGE OBJCXX
-                      MACOSX_BUNDLE_INFO_PLIST "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in")
+                      MACOSX_BUNDLE_INFO_PLIST "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in"
+                      # Xcode would make one .tiff of each image and its double, and nobody finds "X.png" then.
+                      XCODE_ATTRIBUTE_COMBINE_HIDPI_IMAGES NO)
 
 install(TARGETS Orvane DESTINATION "${ORVANE_PLUGIN_FOLDER}")

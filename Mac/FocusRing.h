@@ -3,8 +3,11 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include "RuntimeName.h"
+
 /// A white line inside the bounds of the control that holds it, shown while the control has the keyboard. The system's
 /// own ring would lie below the control's images. Takes no clicks. [main-thread]
+ORV_RUNTIME_NAME("OrvFocusRing")
 @interface FocusRing : NSView
 
 /// A hidden ring above everything else in the control, which owns it.

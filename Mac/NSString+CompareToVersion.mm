@@ -1,6 +1,6 @@
 #import "NSString+CompareToVersion.h"
 
-static NSInteger Component(NSArray *components, NSUInteger index) {
+static NSInteger NumberAt(NSArray *components, NSUInteger index) {
   return index < [components count] ? [[components objectAtIndex:index] integerValue] : 0;
 }
 
@@ -12,8 +12,8 @@ static NSInteger Component(NSArray *components, NSUInteger index) {
   NSArray *others = [version componentsSeparatedByString:@"."];
   NSUInteger count = MAX([mine count], [others count]);
   for (NSUInteger i = 0; i < count; ++i) {
-    NSInteger x = Component(mine, i);
-    NSInteger y = Component(others, i);
+    NSInteger x = NumberAt(mine, i);
+    NSInteger y = NumberAt(others, i);
     if (x < y) return NSOrderedAscending;
     if (x > y) return NSOrderedDescending;
   }

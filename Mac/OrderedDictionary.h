@@ -3,7 +3,10 @@
 
 #import <Foundation/Foundation.h>
 
+#include "RuntimeName.h"
+
 /// An immutable dictionary with access by position. Wherever the platform's dictionary enumerates, it goes in order.
+ORV_RUNTIME_NAME("OrvOrderedDictionary")
 @interface OrderedDictionary : NSDictionary {
   NSArray *_values;
   NSOrderedSet *_keys;
@@ -32,6 +35,7 @@
 @end
 
 /// A dictionary whose entries can be set, moved and removed.
+ORV_RUNTIME_NAME("OrvMutableOrderedDictionary")
 @interface MutableOrderedDictionary : OrderedDictionary
 
 + (id)dictionaryWithCapacity:(NSUInteger)capacity;

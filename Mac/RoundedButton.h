@@ -2,6 +2,7 @@
 #pragma once
 
 #import "PictureButton.h"
+#include "RuntimeName.h"
 
 @class RoundedView;
 
@@ -15,6 +16,7 @@ enum {
 };
 
 /// [main-thread]
+ORV_RUNTIME_NAME("OrvRoundedButton")
 @interface RoundedButton : PictureButton {
   int type;
   NSString *titleString;
@@ -30,7 +32,7 @@ enum {
 @property(nonatomic, retain) NSColor *titleColor;
 
 /// A disabled button still shows its pressed state, but sends no action.
-@property(nonatomic, assign, getter=isEnabled) BOOL enabled;
+@property(assign, getter=isEnabled) BOOL enabled;
 @property(nonatomic, retain) RoundedView *backgroundView;
 @property(nonatomic, retain) NSTextField *titleLabel;
 

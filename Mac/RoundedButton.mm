@@ -6,13 +6,13 @@
 
 namespace {
 
-struct Style {
+struct ButtonStyle {
   int background;
   int highlighted_background;
   CGFloat font_size;
 };
 
-const Style kStyles[] = {
+const ButtonStyle kStyles[] = {
     {RoundedViewTypeButtonBlueSmall, RoundedViewTypeButtonBlueSmallHighlighted, 12},
     {RoundedViewTypeButtonBlueBig, RoundedViewTypeButtonBlueBigHighlighted, 16},
     {RoundedViewTypeButtonYellow, RoundedViewTypeButtonYellowHighlighted, 16},
@@ -22,7 +22,7 @@ const Style kStyles[] = {
 
 constexpr int kStyleCount = sizeof kStyles / sizeof kStyles[0];
 
-const Style *StyleOfType(int type) {
+const ButtonStyle *StyleOfType(int type) {
   return type >= 0 && type < kStyleCount ? &kStyles[type] : nullptr;
 }
 
@@ -82,7 +82,7 @@ const Style *StyleOfType(int type) {
 }
 
 - (void)updateView {
-  const Style *style = StyleOfType(type);
+  const ButtonStyle *style = StyleOfType(type);
   if (!style) return;
   [backgroundView setType:style->background];
   [titleLabel setFont:[NSFont fontWithName:@"HelveticaNeue-Bold" size:style->font_size]];
@@ -108,7 +108,7 @@ const Style *StyleOfType(int type) {
 
 - (void)setHighlighted:(BOOL)flag {
   [super setHighlighted:flag];
-  const Style *style = StyleOfType(type);
+  const ButtonStyle *style = StyleOfType(type);
   if (style) [backgroundView setType:flag ? style->highlighted_background : style->background];
 }
 

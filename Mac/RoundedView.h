@@ -3,6 +3,8 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include "RuntimeName.h"
+
 /// The backgrounds. The numbers are fixed; note that "uploaded" comes before "converted".
 enum {
   RoundedViewTypeTextFieldWhiteSmall = 0,
@@ -31,6 +33,7 @@ enum {
 void DrawRoundedBackground(int type, NSRect rectangle, BOOL flipped);
 
 /// A view that shows one background. A new view has type 0.
+ORV_RUNTIME_NAME("OrvRoundedView")
 @interface RoundedView : NSView {
   int type;
 }

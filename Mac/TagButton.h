@@ -2,11 +2,13 @@
 #pragma once
 
 #import "PictureButton.h"
+#include "RuntimeName.h"
 
 @class RoundedView;
 
 /// Shows a tag's text with a delete mark. A click anywhere on it sends its action. It sizes itself to its text, with a
 /// text of 260 points at most. [main-thread]
+ORV_RUNTIME_NAME("OrvTagButton")
 @interface TagButton : PictureButton {
   NSString *titleString;
   RoundedView *backgroundView;

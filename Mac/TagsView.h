@@ -3,9 +3,12 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include "RuntimeName.h"
+
 @class RoundedView;
 @class TagButton;
 
+ORV_RUNTIME_NAME("OrvTagsViewDelegate")
 @protocol TagsViewDelegate <NSObject>
 @optional
 /// A row of chips has been added or removed.
@@ -15,6 +18,7 @@
 /// A text field for a new tag and a chip for every tag, in rows below the field. The i-th string of tags is the title
 /// of the i-th chip. The view never changes its own size. In the order of the Tab key the chips follow the view, which
 /// does not take the keyboard itself. [main-thread]
+ORV_RUNTIME_NAME("OrvTagsView")
 @interface TagsView : NSView {
   id<TagsViewDelegate> _delegate;
   NSTextField *_titleTextField;

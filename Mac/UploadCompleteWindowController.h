@@ -3,8 +3,11 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include "RuntimeName.h"
+
 /// Runs the complete window modally. Its button opens the uploaded file's link in the browser; the button and the
 /// window's close button both end the export through the clean-up hook, once. [main-thread]
+ORV_RUNTIME_NAME("OrvUploadCompleteWindowController")
 @interface UploadCompleteWindowController : NSWindowController {
   NSWindow *uploadCompleteWindow;
   NSButton *openOrvaneBtn;

@@ -6,9 +6,11 @@
 #include <mutex>
 
 #include "OrvaneProjectsAPI.h"
+#include "RuntimeName.h"
 
 /// Shows the progress window and uploads g_fpath in the background. On success it deletes that file and calls the
 /// completion hook on the main thread; on a refusal it shows an alert and stays on the screen.
+ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
 @interface UploadStatusWindowController : NSWindowController {
   NSWindow *uploadStatusWindow;
   NSTextField *uploadLabel;

@@ -3,7 +3,10 @@
 
 #import <Foundation/Foundation.h>
 
+#include "RuntimeName.h"
+
 /// Every error argument may be NULL; errors are KcKeychainQuery's. Results are autoreleased. [main-thread]
+ORV_RUNTIME_NAME("OrvKcKeychain")
 @interface KcKeychain : NSObject
 
 /// The item's password; nil when there is no such item.

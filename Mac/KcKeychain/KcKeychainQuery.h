@@ -3,6 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include "RuntimeName.h"
+
 /// Which items a query matches, and what a saved item becomes.
 typedef NS_ENUM(NSInteger, KcKeychainSynchronizationMode) {
   KcKeychainSynchronizationModeAny = 0,  ///< synchronised and local items
@@ -16,6 +18,7 @@ enum { KcKeychainErrorBadArguments = -1001 };
 /// Describes an item and saves, fetches, lists and deletes it. Every error argument may be NULL; on success nothing is
 /// written to it. Errors have the domain ORVANE_KEYCHAIN_ERROR_DOMAIN and the keychain's status as their code.
 /// [main-thread]
+ORV_RUNTIME_NAME("OrvKcKeychainQuery")
 @interface KcKeychainQuery : NSObject {
   NSString *account;
   NSString *service;

@@ -1,0 +1,36 @@
+// Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
+#pragma once
+
+#import <Foundation/Foundation.h>
+#import <AppKit/AppKitDefines.h>
+#import <AppKit/NSAccessibilityProtocols.h>
+#import <AppKit/NSAlert.h>
+#import <AppKit/NSAppearance.h>
+#import <AppKit/NSApplication.h>
+#import <AppKit/NSAttributedString.h>
+#import <AppKit/NSBezierPath.h>
+#import <AppKit/NSBundleAdditions.h>
+#import <AppKit/NSButton.h>
+#import <AppKit/NSButtonCell.h>
+#import <AppKit/NSCell.h>
+#import <AppKit/NSColor.h>
+#import <AppKit/NSControl.h>
+#import <AppKit/NSEvent.h>
+#import <AppKit/NSFont.h>
+#import <AppKit/NSGraphics.h>
+#import <AppKit/NSImage.h>
+#import <AppKit/NSImageView.h>
+#import <AppKit/NSNibDeclarations.h>
+#import <AppKit/NSNibLoading.h>
+#import <AppKit/NSPopUpButton.h>
+#import <AppKit/NSProgressIndicator.h>
+#import <AppKit/NSResponder.h>
+#import <AppKit/NSStringDrawing.h>
+#import <AppKit/NSText.h>
+#import <AppKit/NSTextField.h>
+#import <AppKit/NSTextInputClient.h>
+#import <AppKit/NSTextView.h>
+#import <AppKit/NSView.h>
+#import <AppKit/NSWindow.h>
+#import <AppKit/NSWindowController.h>
+#import <AppKit/NSWorkspace.h>

@@ -1,0 +1,6 @@
+// Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+@class NSButton, NSColor, NSEvent, NSFont, NSImage, NSTextView, NSView, NSWindow;

@@ -1,0 +1,24 @@
+// Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
+#pragma once
+
+#import <AppKit/NSView.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NS_ENUM(NSInteger, NSTextAlignment) {
+  NSTextAlignmentLeft = 0,
+#if defined(__arm64__)
+  NSTextAlignmentCenter = 1,
+  NSTextAlignmentRight = 2,
+#else
+  NSTextAlignmentRight = 1,
+  NSTextAlignmentCenter = 2,
+#endif
+};
+
+@interface NSText : NSView
+@property (copy) NSString *string;
+@property (nullable, strong) NSFont *font;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,41 @@
+// Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
+#pragma once
+
+#import <AppKit/NSAppearance.h>
+#import <AppKit/NSGraphics.h>
+#import <AppKit/NSResponder.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NSInteger NSWindowLevel;
+static const NSWindowLevel NSFloatingWindowLevel = 3;
+
+typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) { NSWindowStyleMaskBorderless = 0, NSWindowStyleMaskTitled = 1 << 0, NSWindowStyleMaskClosable = 1 << 1 };
+
+@protocol NSWindowDelegate;
+
+@interface NSWindow : NSResponder <NSAppearanceCustomization>
+- (instancetype)initWithContentRect:(NSRect)contentRect styleMask:(NSWindowStyleMask)style backing:(NSBackingStoreType)backing defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
+@property (nullable, assign) id<NSWindowDelegate> delegate;
+@property NSWindowStyleMask styleMask;
+@property NSWindowLevel level;
+@property (null_resettable, copy) NSColor *backgroundColor;
+@property (readonly) NSRect frame;
+- (void)setFrame:(NSRect)frame display:(BOOL)flag;
+- (void)center;
+- (void)display;
+@property (nullable, readonly, assign) NSResponder *firstResponder;
+- (BOOL)makeFirstResponder:(nullable NSResponder *)responder;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
+- (void)orderOut:(nullable id)sender;
+- (void)performClose:(nullable id)sender;
+- (void)sendEvent:(NSEvent *)event;
+@end
+
+@protocol NSWindowDelegate <NSObject>
+@optional
+- (BOOL)windowShouldClose:(NSWindow *)sender;
+- (void)windowWillClose:(NSNotification *)notification;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,5 @@
+// Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
+#pragma once
+
+#import <Foundation/Foundation.h>
+#import <AppKit/AppKit.h>

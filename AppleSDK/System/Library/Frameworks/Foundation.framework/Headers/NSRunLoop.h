@@ -1,0 +1,21 @@
+// Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
+#pragma once
+
+#import <Foundation/NSObject.h>
+
+@class NSTimer;
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NSString *NSRunLoopMode;
+
+extern "C" {
+extern NSRunLoopMode const NSDefaultRunLoopMode;
+}
+
+@interface NSRunLoop : NSObject
+@property (class, readonly, strong) NSRunLoop *currentRunLoop;
+- (void)addTimer:(NSTimer *)timer forMode:(NSRunLoopMode)mode;
+@end
+
+NS_ASSUME_NONNULL_END
