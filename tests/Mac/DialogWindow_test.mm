@@ -94,6 +94,7 @@ TEST_F(DialogWindowTest, CommandKeysEditTheText) {
   [[window_ contentView] addSubview:field];
   [field setStringValue:@"title"];
   [window_ makeFirstResponder:field];
+  ASSERT_TRUE(window_test::SpinUntil([this] { return [window_ isKeyWindow]; }));
   for (NSString *key in @[ @"a", @"x", @"v", @"v" ]) {
     NSEvent *event = [NSEvent keyEventWithType:NSKeyDown
                                       location:NSZeroPoint

@@ -101,6 +101,8 @@ TEST_F(UploadStatusWindowControllerTest, ARefusalLeavesFileAndWindow) {
   }
   EXPECT_EQ(completed_link, "none");
   EXPECT_EQ(cleanups, 0);
+  [[status_controller uploadStatusWindow] performClose:nil];
+  EXPECT_FALSE([[status_controller uploadStatusWindow] isVisible]);
 }
 
 TEST_F(UploadStatusWindowControllerTest, ShowsTheNewestProgressFromAnyThread) {
