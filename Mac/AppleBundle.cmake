@@ -25,8 +25,6 @@ target_link_options(Orvane PRIVATE "LINKER:-exported_symbol,_xExportControllerEn
 set_source_files_properties(${images} ${nibs} PROPERTIES MACOSX_PACKAGE_LOCATION Resources)
 configure_file(Resources/Info.plist.in "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in" @ONLY)
 set_target_properties(Orvane PROPERTIES BUNDLE ON BUNDLE_EXTENSION bundle LINKER_LANGUAGE OBJCXX
-                      MACOSX_BUNDLE_INFO_PLIST "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in"
-                      # Xcode would make one .tiff of each image and its double, and nobody finds "X.png" then.
-                      XCODE_ATTRIBUTE_COMBINE_HIDPI_IMAGES NO)
+                      MACOSX_BUNDLE_INFO_PLIST "${CMAKE_CURRENT_BINARY_DIR}/Info.plist.in")
 
 install(TARGETS Orvane DESTINATION "${ORVANE_PLUGIN_FOLDER}")
