@@ -4,6 +4,7 @@ import os
 import pathlib
 import shutil
 import subprocess
+import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = ROOT / "build" / "macos-cross"
@@ -27,7 +28,10 @@ def build():
     """Whether everything compiled and linked. What did not is on standard error."""
     # What the build no longer makes must not be left from an earlier one.
     shutil.rmtree(BUILD / "Mac" / "Orvane.bundle", ignore_errors=True)
-    return subprocess.run([ROOT / "scripts/build", "macos-cross"], check=False).returncode == 0
+    # clang leaves an empty folder for each source that it compiles for two architectures.
+    with tempfile.TemporaryDirectory() as scratch:
+        environment = {**os.environ, "TMPDIR": scratch}
+        return subprocess.run([ROOT / "scripts/build", "macos-cross"], env=environment, check=False).returncode == 0
 
 
 def stage():
