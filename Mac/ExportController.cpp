@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kOwnFailure = -1;
-
 // Units of the host's path buffers, the terminating zero included.
 constexpr size_t kPathUnits = 256;
 

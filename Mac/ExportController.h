@@ -5,6 +5,9 @@
 
 #include "PrSDKExportController.h"
 
+/// What the host is answered when the plug-in itself failed.
+constexpr csSDK_int32 kOwnFailure = -1;
+
 /// Start-up: names the export target in the zero-filled init record and acquires the suites. Always returns 0.
 /// [main-thread]
 csSDK_int32 ecStartup(ecStdParms* stdParms, ExportControllerInitRec* initRec);
@@ -14,8 +17,8 @@ csSDK_int32 ecStartup(ecStdParms* stdParms, ExportControllerInitRec* initRec);
 csSDK_int32 ecShutdown(ecStdParms* stdParms);
 
 /// Exports one timeline: login, settings, rendering, and the start of the upload, which goes on after the return.
-/// Returns 0 when the user cancelled or the host rendered the file, the host's status when it did not, and -1 for the
-/// plug-in's own failures. [main-thread]
+/// Returns 0 when the user cancelled or the host rendered the file, the host's status when it did not, and
+/// kOwnFailure. [main-thread]
 csSDK_int32 ecExportTimeline(ecStdParms* stdParms, ExportControllerTimelineInfoRec* timeline);
 
 /// Hands the bytes to send and the bytes sent to the facade. The progress hook. [upload-queue] [export-open]

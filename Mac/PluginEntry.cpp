@@ -8,7 +8,6 @@
 namespace {
 
 constexpr csSDK_int32 kUnknownSelector = -100;
-constexpr csSDK_int32 kOwnFailure = -1;
 
 csSDK_int32 Dispatch(csSDK_int32 selector, ecStdParms* stdParms, void* param) {
   switch (selector) {
