@@ -4,7 +4,9 @@
 
 #include <cstdio>
 
+#ifndef __APPLE__
 #import "LinuxTheme.h"
+#endif
 
 @interface WindowTestRunner : NSObject {
   int result;
@@ -37,7 +39,9 @@
 int main(int argc, char **argv) {
   testing::InitGoogleTest(&argc, argv);
   @autoreleasepool {
+#ifndef __APPLE__
     UseLinuxTheme();
+#endif
     [NSApplication sharedApplication];
     [NSApp setDelegate:static_cast<id>([[WindowTestRunner alloc] init])];
     [NSApp run];

@@ -9,6 +9,7 @@
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSAttributedString.h>
 #import <AppKit/NSBezierPath.h>
+#import <AppKit/NSBitmapImageRep.h>
 #import <AppKit/NSBundleAdditions.h>
 #import <AppKit/NSButton.h>
 #import <AppKit/NSButtonCell.h>

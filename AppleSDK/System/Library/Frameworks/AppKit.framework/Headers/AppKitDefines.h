@@ -3,4 +3,4 @@
 
 #import <Foundation/Foundation.h>
 
-@class NSButton, NSColor, NSEvent, NSFont, NSImage, NSTextView, NSView, NSWindow;
+@class NSButton, NSColor, NSEvent, NSFont, NSGraphicsContext, NSImage, NSTextView, NSView, NSWindow;

@@ -14,7 +14,15 @@ enum { NSRunAbortedResponse API_DEPRECATED_WITH_REPLACEMENT("NSModalResponseAbor
 
 typedef NS_ENUM(NSUInteger, NSRequestUserAttentionType) { NSCriticalRequest = 0, NSInformationalRequest = 10 };
 
+@protocol NSApplicationDelegate <NSObject>
+@end
+
 @interface NSApplication : NSResponder
+@property (class, readonly, strong) __kindof NSApplication *sharedApplication;
+@property (readonly, copy) NSArray<NSWindow *> *windows;
+@property (nullable, assign) id<NSApplicationDelegate> delegate;
+- (void)run;
+- (void)sendEvent:(NSEvent *)event;
 - (NSModalResponse)runModalForWindow:(NSWindow *)window;
 - (void)stopModal;
 @property (nullable, readonly, assign) NSWindow *modalWindow;

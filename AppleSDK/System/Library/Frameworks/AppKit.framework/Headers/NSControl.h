@@ -20,6 +20,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (copy) NSAttributedString *attributedStringValue;
 @property NSTextAlignment alignment;
 @property (nullable, strong) NSFont *font;
+- (nullable NSText *)currentEditor;
 - (void)performClick:(nullable id)sender;
 @end
 

@@ -8,6 +8,8 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSFont : NSObject <NSCopying, NSSecureCoding>
 + (nullable NSFont *)fontWithName:(NSString *)name size:(CGFloat)size;
 + (NSFont *)systemFontOfSize:(CGFloat)size;
+@property (readonly, copy) NSString *fontName;
+@property (readonly) CGFloat pointSize;
 @property (class, readonly) CGFloat systemFontSize;
 @end
 

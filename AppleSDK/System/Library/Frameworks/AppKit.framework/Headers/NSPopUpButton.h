@@ -9,6 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)addItemsWithTitles:(NSArray<NSString *> *)titles;
 - (void)removeAllItems;
 - (void)selectItemAtIndex:(NSInteger)index;
+- (void)selectItemWithTitle:(NSString *)title;
 @property (nullable, readonly, copy) NSString *titleOfSelectedItem;
 @end
 

@@ -15,6 +15,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) { NSViewNotSizable = 0
 @property (nullable, readonly, assign) NSWindow *window;
 @property (nullable, readonly, assign) NSView *superview;
 @property (getter=isHidden) BOOL hidden;
+@property (copy) NSArray<__kindof NSView *> *subviews;
 - (void)addSubview:(NSView *)view;
 - (void)removeFromSuperview;
 @property NSAutoresizingMaskOptions autoresizingMask;
@@ -25,6 +26,8 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) { NSViewNotSizable = 0
 @property (readonly, getter=isFlipped) BOOL flipped;
 @property BOOL needsDisplay;
 - (void)display;
+- (void)lockFocus API_DEPRECATED("", macos(10.0, 10.14));
+- (void)unlockFocus API_DEPRECATED("", macos(10.0, 10.14));
 - (void)drawRect:(NSRect)dirtyRect;
 - (nullable NSView *)hitTest:(NSPoint)point;
 @property (nullable, assign) NSView *nextKeyView;

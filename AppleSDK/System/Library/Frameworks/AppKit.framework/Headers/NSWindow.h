@@ -11,12 +11,19 @@ typedef NSInteger NSWindowLevel;
 static const NSWindowLevel NSFloatingWindowLevel = 3;
 
 typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) { NSWindowStyleMaskBorderless = 0, NSWindowStyleMaskTitled = 1 << 0, NSWindowStyleMaskClosable = 1 << 1 };
+static const NSWindowStyleMask NSBorderlessWindowMask API_DEPRECATED_WITH_REPLACEMENT("NSWindowStyleMaskBorderless", macos(10.0, 10.12)) = NSWindowStyleMaskBorderless;
 
 @protocol NSWindowDelegate;
 
 @interface NSWindow : NSResponder <NSAppearanceCustomization>
 - (instancetype)initWithContentRect:(NSRect)contentRect styleMask:(NSWindowStyleMask)style backing:(NSBackingStoreType)backing defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
 @property (nullable, assign) id<NSWindowDelegate> delegate;
+@property (copy) NSString *title;
+@property (nullable, strong) __kindof NSView *contentView;
+@property (nullable, assign) NSView *initialFirstResponder;
+@property (readonly, getter=isVisible) BOOL visible;
+@property (readonly) NSInteger windowNumber;
+@property (getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property NSWindowStyleMask styleMask;
 @property NSWindowLevel level;
 @property (null_resettable, copy) NSColor *backgroundColor;
@@ -28,6 +35,8 @@ typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) { NSWindowStyleMaskBorderless 
 - (BOOL)makeFirstResponder:(nullable NSResponder *)responder;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 - (void)orderOut:(nullable id)sender;
+- (void)orderFront:(nullable id)sender;
+- (void)close;
 - (void)performClose:(nullable id)sender;
 - (void)sendEvent:(NSEvent *)event;
 @end

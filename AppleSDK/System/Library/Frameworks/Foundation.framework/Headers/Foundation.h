@@ -24,6 +24,7 @@
 #import <Foundation/NSKeyedArchiver.h>
 #import <Foundation/NSNotification.h>
 #import <Foundation/NSOrderedSet.h>
+#import <Foundation/NSPathUtilities.h>
 #import <Foundation/NSProcessInfo.h>
 #import <Foundation/NSPropertyList.h>
 #import <Foundation/NSRange.h>

@@ -16,6 +16,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSArray<ObjectType> (NSExtendedArray)
 - (BOOL)containsObject:(ObjectType)object;
+- (NSString *)componentsJoinedByString:(NSString *)separator;
 - (NSUInteger)indexOfObject:(ObjectType)object;
 - (NSUInteger)indexOfObjectIdenticalTo:(ObjectType)object;
 @property (nullable, nonatomic, readonly) ObjectType lastObject;
@@ -26,6 +27,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSArray<ObjectType> (NSArrayCreation)
 + (instancetype)array;
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull [_Nonnull])objects count:(NSUInteger)count;
++ (instancetype)arrayWithObjects:(ObjectType)first, ... NS_REQUIRES_NIL_TERMINATION;
 @end
 
 @interface NSMutableArray<ObjectType> : NSArray<ObjectType>

@@ -8,6 +8,10 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSBundle : NSObject
 @property (class, readonly, strong) NSBundle *mainBundle;
 + (nullable NSBundle *)bundleWithIdentifier:(NSString *)identifier;
++ (nullable instancetype)bundleWithPath:(NSString *)path;
+- (nullable instancetype)initWithPath:(NSString *)path NS_DESIGNATED_INITIALIZER;
+- (BOOL)load;
+@property (nullable, readonly, copy) NSString *executablePath;
 - (NSString *)localizedStringForKey:(NSString *)key value:(nullable NSString *)value table:(nullable NSString *)table;
 @end
 

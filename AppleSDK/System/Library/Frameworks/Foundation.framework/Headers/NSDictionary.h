@@ -28,6 +28,7 @@ NS_ASSUME_NONNULL_BEGIN
 + (nullable NSDictionary<KeyType, ObjectType> *)dictionaryWithContentsOfURL:(NSURL *)url;
 - (nullable NSDictionary<KeyType, ObjectType> *)initWithContentsOfFile:(NSString *)path;
 - (nullable NSDictionary<KeyType, ObjectType> *)initWithContentsOfURL:(NSURL *)url;
+- (BOOL)writeToFile:(NSString *)path atomically:(BOOL)atomically;
 @end
 
 @interface NSDictionary<KeyType, ObjectType> (NSDictionaryCreation)

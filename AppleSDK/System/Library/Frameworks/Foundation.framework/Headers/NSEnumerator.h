@@ -18,6 +18,7 @@ typedef struct {
 
 @interface NSEnumerator<ObjectType> : NSObject <NSFastEnumeration>
 - (nullable ObjectType)nextObject;
+- (NSArray<ObjectType> *)allObjects;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -15,6 +15,7 @@ extern NSExceptionName const NSInvalidArgumentException;
 
 __attribute__((__objc_exception__))
 @interface NSException : NSObject <NSCopying, NSSecureCoding>
+@property (readonly, copy) NSExceptionName name;
 @property (nullable, readonly, copy) NSString *reason;
 @end
 

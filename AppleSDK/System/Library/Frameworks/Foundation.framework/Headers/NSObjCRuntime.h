@@ -11,6 +11,7 @@
 #define NS_REQUIRES_SUPER __attribute__((objc_requires_super))
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 #define NS_FORMAT_FUNCTION(F, A) __attribute__((format(__NSString__, F, A)))
+#define NS_REQUIRES_NIL_TERMINATION __attribute__((sentinel(0, 1)))
 #define NS_ENUM(type, name) enum name : type name; enum name : type
 #define NS_OPTIONS(type, name) type name; enum __attribute__((flag_enum)) : type
 #define MIN(A, B) ({ __typeof__(A) a_ = (A); __typeof__(B) b_ = (B); a_ < b_ ? a_ : b_; })
@@ -29,6 +30,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 extern "C" {
 extern double NSFoundationVersionNumber;
+Class _Nullable NSClassFromString(NSString *name);
 void NSLog(NSString *format, ...) NS_FORMAT_FUNCTION(1, 2);
 }
 

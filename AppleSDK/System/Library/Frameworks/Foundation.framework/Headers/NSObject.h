@@ -13,6 +13,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (readonly) NSUInteger hash;
 - (Class)class;
 - (instancetype)self;
+- (id)performSelector:(SEL)selector;
 - (id)performSelector:(SEL)selector withObject:(nullable id)object;
 - (BOOL)isKindOfClass:(Class)kind;
 - (BOOL)respondsToSelector:(SEL)selector;

@@ -1,6 +1,7 @@
 // Our own declarations of the interfaces in use, from public knowledge; see README.md in AppleSDK/.
 #pragma once
 
+#import <Foundation/NSDate.h>
 #import <Foundation/NSObject.h>
 
 @class NSTimer;
@@ -16,6 +17,10 @@ extern NSRunLoopMode const NSDefaultRunLoopMode;
 @interface NSRunLoop : NSObject
 @property (class, readonly, strong) NSRunLoop *currentRunLoop;
 - (void)addTimer:(NSTimer *)timer forMode:(NSRunLoopMode)mode;
+@end
+
+@interface NSObject (NSDelayedPerforming)
+- (void)performSelector:(SEL)selector withObject:(nullable id)object afterDelay:(NSTimeInterval)delay;
 @end
 
 NS_ASSUME_NONNULL_END
