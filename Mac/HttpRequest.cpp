@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <limits>
-#include <sstream>
 
+#include "AnswerBody.h"
 #include "WorkflowState.h"
 
 // The form and progress calls below have successors in newer libraries, which mark the old ones as deprecated. They
@@ -83,8 +83,8 @@ curl_off_t ToAmount(double bytes) {
   return static_cast<curl_off_t>(bytes);
 }
 
-std::string BodyOrError(CURLcode result, const std::ostringstream& out) {
-  return result == CURLE_OK ? out.str() : "error";
+std::string BodyOrError(CURLcode result, AnswerBody& out) {
+  return result == CURLE_OK ? out.Take() : "error";
 }
 
 }  // namespace
@@ -92,6 +92,8 @@ std::string BodyOrError(CURLcode result, const std::ostringstream& out) {
 void HttpRequest::init() {
   std::fputs("orvanevorrel: [HttpRequest: curl init]\n", stderr);
   curl = curl_easy_init();
+  // Otherwise the result of an earlier export would stand.
+  if (curl == nullptr) code = CURLE_FAILED_INIT;
 }
 
 void HttpRequest::cleanup() {
@@ -99,20 +101,20 @@ void HttpRequest::cleanup() {
   curl_easy_cleanup(curl);
 }
 
-std::string HttpRequest::get(std::string url) {
-  std::ostringstream out;
-  return BodyOrError(curl_read(url, out, kRequestTimeoutSeconds), out);
+std::string HttpRequest::get(std::string url, size_t maxAnswerBytes) {
+  AnswerBody out(maxAnswerBytes);
+  return BodyOrError(curl_read(url, out.Stream(), kRequestTimeoutSeconds), out);
 }
 
 std::string HttpRequest::post(std::string url, std::string body) {
-  std::ostringstream out;
-  return BodyOrError(curl_read_with_post(url, out, body, kRequestTimeoutSeconds), out);
+  AnswerBody out(kMaxAnswerBytes);
+  return BodyOrError(curl_read_with_post(url, out.Stream(), body, kRequestTimeoutSeconds), out);
 }
 
 std::string HttpRequest::upload(std::string url, std::string filePath, std::string authToken, std::string authKey,
                                 std::string folderId) {
-  std::ostringstream out;
-  return BodyOrError(curl_upload(url, out, filePath, authToken, authKey, folderId, kNoTimeout), out);
+  AnswerBody out(kMaxAnswerBytes);
+  return BodyOrError(curl_upload(url, out.Stream(), filePath, authToken, authKey, folderId, kNoTimeout), out);
 }
 
 CURLcode HttpRequest::curl_read(const std::string& url, std::ostream& out, long timeout) {

@@ -11,16 +11,21 @@
 
 class HttpRequest {
  public:
-  /// Creates the shared handle. curl_global_init() must have been called. [main-thread]
+  /// Creates the shared handle. curl_global_init() must have been called. Without a handle every transfer fails.
+  /// [main-thread]
   static void init();
 
   /// Releases the shared handle. The variable keeps its value, so init() must come before the next transfer.
   /// [main-thread]
   static void cleanup();
 
-  /// GET. Returns the body, whatever the HTTP status, or "error" when no complete answer came within 30 seconds.
-  /// [main-thread]
-  static std::string get(std::string url);
+  /// The most that is taken of an answer, in bytes. Lists of ten thousand projects are far below; what is above would
+  /// only fill the memory of the application.
+  static constexpr size_t kMaxAnswerBytes = 32 * 1024 * 1024;
+
+  /// GET. Returns the body, whatever the HTTP status, or "error" when no complete answer of at most that many bytes
+  /// came within 30 seconds. [main-thread]
+  static std::string get(std::string url, size_t maxAnswerBytes = kMaxAnswerBytes);
 
   /// POST of a body that is already application/x-www-form-urlencoded; it is sent as it stands. Returns as get().
   /// [main-thread]

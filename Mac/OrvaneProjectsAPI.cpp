@@ -12,6 +12,15 @@ std::string ApiBaseUrl(const std::string& subdomain, const char* path) {
   return "https://" + subdomain + "." + ORVANE_SERVICE_DOMAIN + path;
 }
 
+// A version number is a few bytes; a log-in answer a few hundred.
+constexpr size_t kMaxVersionBytes = 4 * 1024;
+constexpr size_t kMaxLoginAnswerBytes = 1024 * 1024;
+
+// The answer of a log-in step; null when it is no JSON, or longer than such an answer can be.
+json::Value ParseLoginAnswer(const std::string& text) {
+  return text.size() > kMaxLoginAnswerBytes ? json::Value() : json::Deserialize(text);
+}
+
 // The credentials that every request of a session carries. The service's tokens need no escaping.
 std::string SessionBody(const std::string& authToken, const std::string& authKey) {
   return "auth_token=" + authToken + "&auth_key=" + authKey;
@@ -38,7 +47,7 @@ std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUs
   std::cout << "orvanevorrel: doing auth step 1\n" << std::flush;
   const std::string key_text = http.get(step_url);
   if (key_text == "error") return "failed";
-  json::Value key_answer = json::Deserialize(key_text);
+  json::Value key_answer = ParseLoginAnswer(key_text);
   json::Value& key_root = key_answer["root"];
   const std::string key_status = key_root["status"];
   if (key_status != "success") return "failed";
@@ -52,7 +61,7 @@ std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUs
   const std::string body = "auth_key=" + authKey + "&username=" + username + "&password=" + password;
   const std::string token_text = http.post(step_url, body);
   if (token_text == "error") return "failed";
-  json::Value token_answer = json::Deserialize(token_text);
+  json::Value token_answer = ParseLoginAnswer(token_text);
   json::Value& token_root = token_answer["root"];
   const std::string token_status = token_root["status"];
   if (token_status != "success") return token_text;
@@ -78,5 +87,6 @@ std::string OrvaneProjectsAPI::uploadFile(std::string, std::string, std::string 
 }
 
 std::string OrvaneProjectsAPI::versionCheck() {
-  return http.get(std::string("https://") + ORVANE_WEB_HOST + "/downloads/vorrel-premiere/version.txt");
+  return http.get(std::string("https://") + ORVANE_WEB_HOST + "/downloads/vorrel-premiere/version.txt",
+                  kMaxVersionBytes);
 }

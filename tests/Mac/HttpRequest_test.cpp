@@ -54,6 +54,13 @@ extern "C" CURLcode curl_easy_setopt(CURL* handle, CURLoption option, ...) {
 
 #pragma GCC diagnostic pop
 
+// The same for a library that is out of memory.
+static bool noHandles = false;
+extern "C" CURL* curl_easy_init() {
+  static auto* const make = reinterpret_cast<CURL* (*)()>(dlsym(RTLD_NEXT, "curl_easy_init"));
+  return noHandles ? nullptr : make();
+}
+
 namespace {
 
 using orvane_test::FormPart;
@@ -323,6 +330,36 @@ TEST_F(HttpRequestTest, StopsAtTheFirstOptionThatFails) {
   watch = OptionWatch();
   HttpRequest::get(kHost + "/");
   EXPECT_EQ(server_.Requests().back().method, "GET");
+}
+
+// An answer can be of any length, and comes into the memory of the application that the plug-in is loaded in.
+TEST_F(HttpRequestTest, RefusesAnAnswerBeyondTheLimit) {
+  TransferRedirect redirect(server_);
+  const std::string body(HttpRequest::kMaxAnswerBytes + 1, 'x');
+  server_.Route("/long", TextResponse(body));
+  server_.Route("/longest", TextResponse(body.substr(1)));
+  EXPECT_EQ(HttpRequest::get(kHost + "/long"), "error");
+  EXPECT_EQ(HttpRequest::post(kHost + "/long", "a=b"), "error");
+  EXPECT_EQ(HttpRequest::get(kHost + "/longest").size(), HttpRequest::kMaxAnswerBytes);
+  EXPECT_EQ(HttpRequest::get(kHost + "/longest", 1000), "error");
+  server_.Route("/short", TextResponse("four"));
+  EXPECT_EQ(HttpRequest::get(kHost + "/short", 4), "four");
+  EXPECT_EQ(HttpRequest::get(kHost + "/short", 3), "error");
+}
+
+// After a handle that worked.
+TEST_F(HttpRequestTest, WithoutAHandleEveryTransferFails) {
+  TransferRedirect redirect(server_);
+  server_.Route("/", TextResponse("body"));
+  EXPECT_EQ(HttpRequest::get(kHost + "/"), "body");
+  HttpRequest::cleanup();
+  noHandles = true;
+  HttpRequest::init();
+  noHandles = false;
+  EXPECT_EQ(HttpRequest::get(kHost + "/"), "error");
+  EXPECT_EQ(HttpRequest::post(kHost + "/", ""), "error");
+  EXPECT_EQ(HttpRequest::upload(kHost + "/", "/etc/hostname", "", "", ""), "error");
+  HttpRequest::init();
 }
 
 TEST_F(HttpRequestTest, AStreamThatTakesNothingAbortsTheTransfer) {

@@ -133,6 +133,10 @@ TEST_F(OrvaneProjectsAPITest, LoginThrowsOnAnswersOfAnotherShape) {
   EXPECT_EQ(messageOf(key, "<html>"), object);
   EXPECT_EQ(messageOf(key, R"({"root":{"status":"success"}})"), object);
   EXPECT_EQ(messageOf(key, R"({"root":{"status":"success","payload":{}}})"), string);
+  // Longer than any answer of a log-in.
+  const std::string blanks(1024 * 1024, ' ');
+  EXPECT_EQ(messageOf(key + blanks, kToken), object);
+  EXPECT_EQ(messageOf(key, kToken + blanks), object);
   AnswerLogin(R"({"root":[})", kToken);
   EXPECT_THROW(Login(), std::out_of_range);
 }
@@ -175,6 +179,8 @@ TEST_F(OrvaneProjectsAPITest, UploadGoesWhereTheWorkflowSays) {
 TEST_F(OrvaneProjectsAPITest, VersionCheckGivesTheFileAsItIs) {
   server_.Route("/downloads/vorrel-premiere/version.txt", TextResponse("1.1\n"));
   EXPECT_EQ(api_.versionCheck(), "1.1\n");
+  server_.Route("/downloads/vorrel-premiere/version.txt", TextResponse(std::string(4097, '9')));
+  EXPECT_EQ(api_.versionCheck(), "error");
   EXPECT_EQ(server_.Requests().back().Header("host"), "www.orvane.localhost:48443");
 }
 
