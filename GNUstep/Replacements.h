@@ -4,6 +4,7 @@
 void InstallAccessibilityLabel();
 void InstallAlertPanel();
 void InstallFontFallback();
+void InstallJsonReader();
 void InstallModalLoop();
 void InstallNibLoading();
 void InstallPopUpButton();

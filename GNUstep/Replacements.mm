@@ -28,6 +28,7 @@
   InstallAccessibilityLabel();
   InstallAlertPanel();
   InstallFontFallback();
+  InstallJsonReader();
   InstallModalLoop();
   InstallNibLoading();
   InstallPopUpButton();

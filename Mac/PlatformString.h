@@ -11,6 +11,13 @@ inline std::string ToUtf8(NSString *string) {
   return bytes ? std::string(bytes, [string lengthOfBytesUsingEncoding:NSUTF8StringEncoding]) : std::string();
 }
 
+/// As many whole characters of the UTF-8 text as fit into that many bytes: what comes from outside has any length.
+inline std::string Shortened(const std::string &text, size_t bytes) {
+  if (text.size() <= bytes) return text;
+  while (bytes > 0 && (text[bytes] & 0xC0) == 0x80) --bytes;
+  return text.substr(0, bytes) + "...";
+}
+
 /// An autoreleased string of UTF-8 bytes; nil when they are not UTF-8.
 inline NSString *FromUtf8(const std::string &text) {
   return [[[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding] autorelease];

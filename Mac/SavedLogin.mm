@@ -1,6 +1,7 @@
 #import "SavedLogin.h"
 
 #import "KcKeychain/KcKeychainQuery.h"
+#import "PlatformJson.h"
 #include "PlatformString.h"
 
 namespace {
@@ -29,7 +30,7 @@ BOOL ReadSavedLogin(SavedLogin *login, NSError **error) {
   KcKeychainQuery *query = Query();
   if (![query fetch:error]) return NO;
   NSData *json = [[query password] dataUsingEncoding:NSUTF8StringEncoding];
-  id object = json ? [NSJSONSerialization JSONObjectWithData:json options:NSJSONReadingMutableLeaves error:NULL] : nil;
+  id object = ParseJson([json bytes], [json length], NSJSONReadingMutableLeaves);
   *login = {Text(object, kSubdomainKey), Text(object, kUsernameKey), Text(object, kPasswordKey)};
   return YES;
 }

@@ -15,5 +15,8 @@ NSDictionary *ObjectMember(id container, NSString *key);
 /// A member that is a list; nil for anything else.
 NSArray *ListMember(id container, NSString *key);
 
-/// A member that is a string, or a number as its decimal text; nil for anything else.
+/// A member that is a number, or a text that begins with one, as an integer; 0 for anything else.
+NSInteger IntegerMember(id container, NSString *key);
+
+/// A member that is a string, or a number as its decimal text; nil for anything else, true and false included.
 NSString *TextMember(id container, NSString *key);

@@ -1,5 +1,7 @@
 #import "ServiceAnswer.h"
 
+#import "PlatformJson.h"
+
 namespace {
 
 id Member(id container, NSString *key, Class type) {
@@ -11,9 +13,7 @@ id Member(id container, NSString *key, Class type) {
 }  // namespace
 
 NSDictionary *AnswerRoot(const std::string &answer) {
-  NSData *text = [NSData dataWithBytes:answer.data() length:answer.size()];
-  id object = [NSJSONSerialization JSONObjectWithData:text options:NSJSONReadingMutableContainers error:NULL];
-  return ObjectMember(object, @"root");
+  return ObjectMember(ParseJson(answer.data(), answer.size(), NSJSONReadingMutableContainers), @"root");
 }
 
 NSDictionary *ObjectMember(id container, NSString *key) {
@@ -24,7 +24,15 @@ NSArray *ListMember(id container, NSString *key) {
   return Member(container, key, [NSArray class]);
 }
 
+NSInteger IntegerMember(id container, NSString *key) {
+  NSNumber *number = Member(container, key, [NSNumber class]);
+  return number ? [number integerValue] : [Member(container, key, [NSString class]) integerValue];
+}
+
 NSString *TextMember(id container, NSString *key) {
   NSString *text = Member(container, key, [NSString class]);
-  return text ? text : [Member(container, key, [NSNumber class]) stringValue];
+  if (text) return text;
+  // true and false are numbers, too, of a class of their own.
+  NSNumber *number = Member(container, key, [NSNumber class]);
+  return [number isKindOfClass:[[NSNumber numberWithBool:YES] class]] ? nil : [number stringValue];
 }
