@@ -1,6 +1,7 @@
 // Pop-up buttons as AppKit's. There, an arrow key opens the menu of the button that has the keyboard, an open menu gets
-// every key, and it is off the screen before the button's action is sent. GNUstep opens it with the space bar alone,
-// leaves it open while Return presses the window's default button, and takes it away when the action has ended.
+// every key, it is off the screen before the button's action is sent, and the button shows no check mark. GNUstep opens
+// it with the space bar alone, leaves it open while Return presses the window's default button, takes it away when the
+// action has ended, and draws the chosen item's check mark over its title.
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
@@ -11,11 +12,11 @@ namespace {
 using SendEvent = void (*)(id, SEL, NSEvent *);
 SendEvent original_send_event;
 
+using DrawStateImage = void (*)(id, SEL, NSRect, NSView *);
+DrawStateImage original_draw_state_image;
+
 using SendAction = BOOL (*)(id, SEL, SEL, id, id);
 SendAction original_send_action;
-
-using AddItemsWithTitles = void (*)(id, SEL, NSArray *);
-AddItemsWithTitles original_add_items_with_titles;
 
 NSMenuView *MenuViewOf(NSPopUpButton *button) {
   return static_cast<NSMenuView *>([[button menu] menuRepresentation]);
@@ -78,14 +79,8 @@ BOOL CloseMenuAndSendAction(id application, SEL selector, SEL action, id target,
   return original_send_action(application, selector, action, target, sender);
 }
 
-// The menu's view would be laid out anew for each item: a list of a thousand would take most of a second.
-void AddItemsBehindTheView(id button, SEL selector, NSArray *titles) {
-  NSMenu *menu = [button menu];
-  NSMenuView *menu_view = MenuViewOf(button);
-  [menu_view setMenu:nil];
-  original_add_items_with_titles(button, selector, titles);
-  [menu_view setMenu:menu];
-  [menu_view setHighlightedItemIndex:[button indexOfSelectedItem]];
+void DrawStateImageInMenusAlone(id cell, SEL selector, NSRect frame, NSView *view) {
+  if (![cell isKindOfClass:[NSPopUpButtonCell class]]) original_draw_state_image(cell, selector, frame, view);
 }
 
 }  // namespace
@@ -94,6 +89,6 @@ void InstallPopUpButton() {
   original_send_event = ReplaceInstanceMethod<SendEvent>("NSApplication", "sendEvent:", SendEventToOpenMenuFirst);
   original_send_action =
       ReplaceInstanceMethod<SendAction>("NSApplication", "sendAction:to:from:", CloseMenuAndSendAction);
-  original_add_items_with_titles =
-      ReplaceInstanceMethod<AddItemsWithTitles>("NSPopUpButton", "addItemsWithTitles:", AddItemsBehindTheView);
+  original_draw_state_image = ReplaceInstanceMethod<DrawStateImage>(
+      "NSMenuItemCell", "drawStateImageWithFrame:inView:", DrawStateImageInMenusAlone);
 }

@@ -207,12 +207,12 @@ static void RequireObject(id object, NSString *what) {
 - (void)setObject:(id)object forKey:(id)key {
   RequireObject(key, @"key");
   RequireObject(object, @"object");
-  NSUInteger index = [_keys indexOfObject:key];
-  if (index == NSNotFound) {
+  // Sets tell quickly whether they hold an object, and not all of them where.
+  if ([_keys containsObject:key]) {
+    [[self mutableValues] replaceObjectAtIndex:[_keys indexOfObject:key] withObject:object];
+  } else {
     [[self mutableValues] addObject:object];
     [[self mutableKeys] addObject:key];
-  } else {
-    [[self mutableValues] replaceObjectAtIndex:index withObject:object];
   }
 }
 

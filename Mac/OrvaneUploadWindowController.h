@@ -18,6 +18,11 @@
   OrvaneProjectsAPI *orvane;
   NSMutableDictionary *ProjectDict;
   MutableOrderedDictionary *FolderDict;
+  // The listing of folders that is under way: the ids of the folders around the one that is being listed, outermost
+  // first; how many have been listed; whether it has met a limit.
+  NSMutableArray *openFolders;
+  NSUInteger foldersListed;
+  BOOL listingWasCut;
   NSImage *orvaneIcon;
   NSPopUpButton *inputProject;
   NSPopUpButton *inputFolder;

@@ -18,8 +18,21 @@
 static NSString *const kProjectPlaceholder = @"Select a project...";
 static NSString *const kFolderPlaceholder = @"Select a folder...";
 
+// Where the listing of a project's folders ends, so that a service whose folders hold themselves or never end cannot
+// hold up the application for good. What has been listed by then stays.
+static const NSUInteger kMaxFolderDepth = 50;
+static const NSUInteger kMaxFolders = 10000;
+
 // The id of a placeholder: nothing is chosen.
 static NSString *const kNoChoice = @"0";
+
+// The titles differ from each other, so none has to be looked for among all before it, as addItemsWithTitles: does.
+static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
+  NSMenu *menu = [[[NSMenu alloc] initWithTitle:@""] autorelease];
+  for (NSString *title in titles) [menu addItemWithTitle:title action:NULL keyEquivalent:@""];
+  [chooser setMenu:menu];
+  [chooser selectItemAtIndex:0];
+}
 
 @interface OrvaneUploadWindowController ()
 - (void)styleWindow;
@@ -31,6 +44,8 @@ static NSString *const kNoChoice = @"0";
            project:(NSString *)projectID
             format:(NSString *)format
                 to:(MutableOrderedDictionary *)folders;
+- (BOOL)mayEnterFolder:(NSString *)folderID;
+- (void)logListingEndedAt:(NSString *)reason;
 - (void)confirmUpload;
 - (void)logOut;
 - (void)showError:(NSString *)text;
@@ -51,6 +66,7 @@ static NSString *const kNoChoice = @"0";
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api {
   if ((self = [super initWithWindow:nil])) {
     orvane = api;
+    openFolders = [[NSMutableArray alloc] init];
     NSApplicationLoad();
     topLevelObjects = [LoadInterfaceFile(@"OrvaneUploadWindowController", self) retain];
     if (!topLevelObjects) NSLog(@"#orvanevorrel OrvaneUploadWindowController failed to load xib");
@@ -63,6 +79,7 @@ static NSString *const kNoChoice = @"0";
   [fileDescription setDelegate:nil];
   [ProjectDict release];
   [FolderDict release];
+  [openFolders release];
   [orvaneIcon release];
   [inputProject release];
   [inputFolder release];
@@ -111,10 +128,8 @@ static NSString *const kNoChoice = @"0";
     NSString *identifier = TextMember(entry, @"id");
     if (name && identifier) [ProjectDict setObject:identifier forKey:name];
   }
-  [inputProject removeAllItems];
   [inputFolder removeAllItems];
-  [inputProject addItemsWithTitles:[ProjectDict allKeys]];
-  [inputProject selectItemAtIndex:0];
+  SetTitles(inputProject, [ProjectDict allKeys]);
 }
 
 - (NSInteger)showWindow {
@@ -130,7 +145,10 @@ static NSString *const kNoChoice = @"0";
 }
 
 - (IBAction)selectPrj:(id)sender {
-  RunGuarded([self, sender] { [self fillFoldersOfProject:[self choiceOf:sender in:ProjectDict]]; });
+  RunGuarded([self, sender] {
+    const WindowAtWork atWork(orvaneUploadWindow);
+    [self fillFoldersOfProject:[self choiceOf:sender in:ProjectDict]];
+  });
 }
 
 // The id of the chooser's selected item; that of a placeholder when it has none.
@@ -152,19 +170,39 @@ static NSString *const kNoChoice = @"0";
   [FolderDict release];
   FolderDict = [[MutableOrderedDictionary alloc] init];
   [FolderDict setObject:kNoChoice forKey:kFolderPlaceholder];
+  [openFolders removeAllObjects];
+  foldersListed = 0;
+  listingWasCut = NO;
   [self addFolders:ListMember(AnswerRoot(answer), @"payload") project:projectID format:@"%@" to:FolderDict];
   g_fld = "0";
-  [inputFolder removeAllItems];
-  [inputFolder addItemsWithTitles:[FolderDict allKeys]];
-  [inputFolder selectItemAtIndex:0];
+  SetTitles(inputFolder, [FolderDict allKeys]);
   [spinnerFolderSelect stopAnimation:self];
 }
 
 - (MutableOrderedDictionary *)getSubfoldersForFolderID:(NSString *)folderID project:(NSString *)projectID {
   const std::string answer = orvane->getSubfolders(ToUtf8(projectID), ToUtf8(folderID));
   MutableOrderedDictionary *folders = [[[MutableOrderedDictionary alloc] init] autorelease];
+  [openFolders addObject:folderID];
   [self addFolders:ListMember(AnswerRoot(answer), @"payload") project:projectID format:@"   %@" to:folders];
+  [openFolders removeLastObject];
   return folders;
+}
+
+- (BOOL)mayEnterFolder:(NSString *)folderID {
+  NSString *reason = nil;
+  if ([openFolders containsObject:folderID]) {
+    reason = [NSString stringWithFormat:@"folder %@, which holds itself", folderID];
+  } else if ([openFolders count] >= kMaxFolderDepth) {
+    reason = [NSString stringWithFormat:@"depth %lu", (unsigned long)kMaxFolderDepth];
+  }
+  if (reason) [self logListingEndedAt:reason];
+  return reason == nil;
+}
+
+// Once for each listing.
+- (void)logListingEndedAt:(NSString *)reason {
+  if (!listingWasCut) NSLog(@"#orvanevorrel not all folders are listed: the listing ends at %@", reason);
+  listingWasCut = YES;
 }
 
 // Adds each entry and, directly below it, its subtree. The format indents the labels of this level and below.
@@ -176,17 +214,24 @@ static NSString *const kNoChoice = @"0";
     NSString *name = TextMember(entry, @"name");
     NSString *identifier = TextMember(entry, @"id");
     if (!name || !identifier) continue;
+    if (foldersListed >= kMaxFolders) {
+      [self logListingEndedAt:[NSString stringWithFormat:@"%lu folders", (unsigned long)kMaxFolders]];
+      return;
+    }
+    ++foldersListed;
     [folders setObject:identifier forKey:[NSString stringWithFormat:format, name]];
-    if ([TextMember(entry, @"sub_folders") integerValue] <= 0) continue;
+    if (IntegerMember(entry, @"sub_folders") <= 0 || ![self mayEnterFolder:identifier]) continue;
     MutableOrderedDictionary *subfolders = [self getSubfoldersForFolderID:identifier project:projectID];
-    for (NSString *label in subfolders) {
-      [folders setObject:[subfolders objectForKey:label] forKey:[NSString stringWithFormat:format, label]];
+    for (NSUInteger i = 0; i < [subfolders count]; ++i) {
+      NSString *label = [NSString stringWithFormat:format, [subfolders keyAtIndex:i]];
+      [folders setObject:[subfolders objectAtIndex:i] forKey:label];
     }
   }
 }
 
 - (IBAction)selectFld:(id)sender {
   RunGuarded([self, sender] {
+    const WindowAtWork atWork(orvaneUploadWindow);
     const std::string folder = ToUtf8([self choiceOf:sender in:FolderDict]);
     orvane->getFolders(folder);  // the service expects this request; its answer is not needed
     g_fld = folder;
