@@ -10,11 +10,29 @@
 /// menu. Looks light whatever the system does, as its background is. The class of every window of the plug-in.
 /// [main-thread]
 ORV_RUNTIME_NAME("OrvDialogWindow")
-@interface DialogWindow : NSWindow
+@interface DialogWindow : NSWindow {
+  NSUInteger reasonsToStay;
+  BOOL closeWasAsked;
+}
 @end
 
+/// While one lives, a DialogWindow that is told to close stays, and closes when the last one goes: its controller is
+/// waiting for an answer, and would come back to what the close has destroyed. Other windows are left alone. The
+/// window is retained. [main-thread]
+class WindowAtWork {
+ public:
+  explicit WindowAtWork(NSWindow *window);
+  ~WindowAtWork();
+  WindowAtWork(const WindowAtWork &) = delete;
+  WindowAtWork &operator=(const WindowAtWork &) = delete;
+
+ private:
+  DialogWindow *window_;
+};
+
 /// Shows the window in the middle of the screen, with the keyboard, and runs it modally; takes it off the screen when
-/// the modal loop has ended. Returns the loop's result. [main-thread]
+/// the modal loop has ended. Returns the loop's result. Without a window, as when its interface file is missing, the
+/// export ends as after any failure of the plug-in, and NSRunAbortedResponse is returned. [main-thread]
 NSInteger RunModalDialog(NSWindow *window);
 
 /// Ends the innermost modal loop and takes its window off the screen if that is a DialogWindow; a modal window of the

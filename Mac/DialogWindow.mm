@@ -1,5 +1,9 @@
 #import "DialogWindow.h"
 
+#include <stdexcept>
+
+#include "ExceptionGuard.h"
+
 // Whether the event is a press of a key with these modifiers and no other.
 static BOOL IsKeyWithModifiers(NSEvent *event, NSUInteger wanted) {
   const NSUInteger modifiers =
@@ -25,6 +29,8 @@ static SEL EditingAction(NSEvent *event) {
 
 @interface DialogWindow ()
 - (BOOL)isComposingText;
+- (void)postponeClosing;
+- (void)closeIfAsked;
 @end
 
 @implementation DialogWindow
@@ -60,9 +66,44 @@ static SEL EditingAction(NSEvent *event) {
   return [responder respondsToSelector:@selector(hasMarkedText)] && [responder hasMarkedText];
 }
 
+- (void)postponeClosing {
+  ++reasonsToStay;
+}
+
+- (void)closeIfAsked {
+  if (--reasonsToStay > 0 || !closeWasAsked) return;
+  closeWasAsked = NO;
+  [self close];
+}
+
+- (void)close {
+  if (reasonsToStay > 0) {
+    closeWasAsked = YES;
+  } else {
+    [super close];
+  }
+}
+
 @end
 
+static DialogWindow *AsDialog(NSWindow *window) {
+  return [window isKindOfClass:[DialogWindow class]] ? static_cast<DialogWindow *>(window) : nil;
+}
+
+WindowAtWork::WindowAtWork(NSWindow *window) : window_([AsDialog(window) retain]) {
+  [window_ postponeClosing];
+}
+
+WindowAtWork::~WindowAtWork() {
+  [window_ closeIfAsked];
+  [window_ release];
+}
+
 NSInteger RunModalDialog(NSWindow *window) {
+  if (!window) {
+    RunGuarded([] { throw std::runtime_error("an interface file of the plug-in holds no window"); });
+    return NSRunAbortedResponse;
+  }
   [window center];
   [window makeKeyAndOrderFront:nil];
   const NSInteger response = [NSApp runModalForWindow:window];

@@ -116,16 +116,24 @@ void StartExport() {
   g_pCleanupFunc = cleanup;
 }
 
-// Whether the export may start. An upload holds the one transfer handle, so it has to end first; an export that ended
-// in a failed upload is still open, with its window on the screen, and is cleaned up now.
+// Whether the export may start. The windows and the upload of a running export use the facade and the one transfer
+// handle, so it has to end first; one that is only left over is cleaned up now.
 bool MakeRoomForExport() {
-  if (ExportLifetime::UploadIsRunning()) {
-    ReportHostEvent(HostEventType::kWarning, "Orvane",
-                    "An upload to Orvane is still running. Export again when it has finished.");
-    return false;
+  if (!ExportLifetime::IsOpen()) return true;
+  if (ExportLifetime::IsLeftOver()) {
+    cleanup();
+    return true;
   }
-  if (ExportLifetime::IsOpen()) cleanup();
-  return true;
+  ReportHostEvent(HostEventType::kWarning, "Orvane",
+                  "An export to Orvane is still running. Export again when it has finished.");
+  return false;
+}
+
+// The windows are through without an upload to start. An export that they have not ended, because somebody else ended
+// their modal loop, is left over.
+csSDK_int32 Abandon(csSDK_int32 result) {
+  ExportLifetime::MarkLeftOver();
+  return result;
 }
 
 }  // namespace
@@ -143,7 +151,7 @@ csSDK_int32 ecStartup(ecStdParms* stdParms, ExportControllerInitRec* initRec) {
 }
 
 csSDK_int32 ecShutdown(ecStdParms* stdParms) {
-  if (ExportLifetime::IsOpen() && !ExportLifetime::UploadIsRunning()) cleanup();
+  if (ExportLifetime::IsLeftOver()) cleanup();
   SPBasicSuite* basic = BasicSuite(stdParms);
   if (!basic) return 0;
   for (const SuiteSlot& suite : kSuites) {
@@ -168,9 +176,9 @@ csSDK_int32 ecExportTimeline(ecStdParms*, ExportControllerTimelineInfoRec* timel
 
   g_step = "start";
   simUiPtr->Launch();
-  if (g_step != "upload") return result;
+  if (g_step != "upload") return Abandon(result);
   simUiPtr->UploadDlg();
-  if (g_step != "doUpload") return result;
+  if (g_step != "doUpload") return Abandon(result);
 
   if (sExportControllerSuitePtr) result = Render(*timeline, size);
   simUiPtr->Upload();

@@ -12,13 +12,13 @@ constexpr csSDK_int32 kOwnFailure = -1;
 /// [main-thread]
 csSDK_int32 ecStartup(ecStdParms* stdParms, ExportControllerInitRec* initRec);
 
-/// Shut-down: releases the suites that are held and ends an export that is still open. Always returns 0.
+/// Shut-down: releases the suites that are held and ends an export that is left over. Always returns 0.
 /// [main-thread]
 csSDK_int32 ecShutdown(ecStdParms* stdParms);
 
 /// Exports one timeline: login, settings, rendering, and the start of the upload, which goes on after the return.
 /// Returns 0 when the user cancelled or the host rendered the file, the host's status when it did not, and
-/// kOwnFailure. [main-thread]
+/// kOwnFailure, also while another export is running. [main-thread]
 csSDK_int32 ecExportTimeline(ecStdParms* stdParms, ExportControllerTimelineInfoRec* timeline);
 
 /// Hands the bytes to send and the bytes sent to the facade. The progress hook. [upload-queue] [export-open]

@@ -37,7 +37,13 @@ Owned<CFStringRef> TemporaryFolder(csSDK_int32* status) {
     *status = fnfErr;
     return nullptr;
   }
-  return Owned<CFStringRef>(CFURLCopyFileSystemPath(url.get(), kCFURLPOSIXPathStyle));
+  Owned<CFStringRef> path(CFURLCopyFileSystemPath(url.get(), kCFURLPOSIXPathStyle));
+  // Without one, the film would be written to the root of the disk.
+  if (!path || CFStringGetLength(path.get()) == 0) {
+    *status = fnfErr;
+    return nullptr;
+  }
+  return path;
 }
 
 std::string FolderText(CFStringRef path) {

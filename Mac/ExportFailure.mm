@@ -11,6 +11,12 @@
 #include "MainThread.h"
 #include "WorkflowState.h"
 
+// What happened and what to try. What exactly was thrown helps nobody but us, and is in the log.
+static const char kAdvice[] =
+    "The export to Orvane was stopped: something came that the plug-in cannot read. Check that this computer is online "
+    "(the log-in page of a network may be in the way), then export again. If that does not help, install Orvane Vorrel "
+    "again. The log tells the details.";
+
 static void FailExportOnMainThread(const std::string &message) {
   fprintf(stderr, "[orvanevorrel: export failed: %s]\n", message.c_str());
   ExportLifetime::CountFailure();
@@ -20,7 +26,7 @@ static void FailExportOnMainThread(const std::string &message) {
     ExportLifetime::Close();
     if (g_pCleanupFunc) g_pCleanupFunc();
   }
-  ReportHostEvent(HostEventType::kError, "Orvane", "The export to Orvane failed: " + message);
+  ReportHostEvent(HostEventType::kError, "Orvane", kAdvice);
 }
 
 void FailExport(const std::string &message) noexcept {

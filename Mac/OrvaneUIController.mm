@@ -112,7 +112,10 @@ static NSString *const kInstallerAddress =
 }
 
 - (IBAction)loginBtn:(id)sender {
-  RunGuarded([self] { [self logIn]; });
+  RunGuarded([self] {
+    const WindowAtWork atWork(orvaneWindow);
+    [self logIn];
+  });
 }
 
 - (void)logIn {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #import "Controls.h"
+#include "WorkflowState.h"
 
 @interface CloseWitness : NSObject {
  @public
@@ -109,4 +110,32 @@ TEST_F(DialogWindowTest, CommandKeysEditTheText) {
     EXPECT_TRUE([window_ performKeyEquivalent:event]) << [key UTF8String];
   }
   EXPECT_STREQ([[[field currentEditor] string] UTF8String], "titletitle");
+}
+
+// Its controller waits for an answer and would come back to what the close has destroyed.
+TEST_F(DialogWindowTest, AtWorkItClosesLater) {
+  Open(NSTitledWindowMask | NSClosableWindowMask);
+  {
+    const WindowAtWork outer(window_);
+    {
+      const WindowAtWork inner(window_);
+      [window_ performClose:nil];
+      EXPECT_TRUE([window_ isVisible]);
+    }
+    EXPECT_TRUE([window_ isVisible]);
+  }
+  EXPECT_FALSE([window_ isVisible]);
+  [window_ orderFront:nil];
+  { const WindowAtWork undisturbed(window_); }
+  EXPECT_TRUE([window_ isVisible]);
+  const WindowAtWork none(nil);
+}
+
+// As when an interface file is missing.
+TEST(DialogWindow, WithoutAWindowNothingRunsModally) {
+  static std::string failure;
+  g_pFailureFunc = [](const std::string &message) { failure = message; };
+  EXPECT_EQ(RunModalDialog(nil), NSRunAbortedResponse);
+  g_pFailureFunc = nullptr;
+  EXPECT_EQ(failure, "an interface file of the plug-in holds no window");
 }
