@@ -5,12 +5,15 @@
 
 #include "RuntimeName.h"
 
-/// Runs the complete window modally. Its button opens the uploaded file's link in the browser; the button and the
-/// window's close button both end the export through the clean-up hook, once. [main-thread]
+/// Runs the complete window modally. It shows the uploaded file's link, and its button opens that in the browser if it
+/// is an address of the web; the button and the window's close button both end the export through the clean-up hook,
+/// once. [main-thread]
 ORV_RUNTIME_NAME("OrvUploadCompleteWindowController")
 @interface UploadCompleteWindowController : NSWindowController {
   NSWindow *uploadCompleteWindow;
   NSButton *openOrvaneBtn;
+  NSTextField *messageLabel;
+  NSTextField *linkLabel;
   NSString *orvaneLink;
   NSArray *topLevelObjects;
   BOOL failed;
@@ -18,11 +21,13 @@ ORV_RUNTIME_NAME("OrvUploadCompleteWindowController")
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadCompleteWindow;
 @property(nonatomic, assign) IBOutlet NSButton *openOrvaneBtn;
+@property(nonatomic, assign) IBOutlet NSTextField *messageLabel;
+@property(nonatomic, assign) IBOutlet NSTextField *linkLabel;
 
 /// The link of the uploaded file, which is copied; nil when the service gave none.
 - (id)initWithLink:(NSString *)link;
 
-/// Runs the window modally. Returns the modal loop's result.
+/// Runs the window modally. Returns the modal loop's result. Without a window the export ends at once.
 - (NSInteger)showWindow;
 
 - (void)windowWillClose:(NSNotification *)notification;

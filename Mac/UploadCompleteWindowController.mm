@@ -6,10 +6,29 @@
 #import "PluginBundle.h"
 #include "WorkflowState.h"
 
+// No address of a film is longer.
+static const NSUInteger kMaxLinkLength = 2000;
+
+// The link as an address of the web; nil for anything else: it comes from the service, and must start no other program
+// than the browser.
+static NSURL *WebAddress(NSString *link) {
+  if ([link length] == 0 || [link length] > kMaxLinkLength) return nil;
+  NSURL *address = [NSURL URLWithString:link];
+  NSString *scheme = [[address scheme] lowercaseString];
+  const BOOL isWeb = [scheme isEqualToString:@"http"] || [scheme isEqualToString:@"https"];
+  return isWeb && [[address host] length] > 0 ? address : nil;
+}
+
+@interface UploadCompleteWindowController ()
+- (void)showLink;
+@end
+
 @implementation UploadCompleteWindowController
 
 @synthesize uploadCompleteWindow;
 @synthesize openOrvaneBtn;
+@synthesize messageLabel;
+@synthesize linkLabel;
 
 - (id)initWithLink:(NSString *)link {
   if ((self = [super initWithWindow:nil])) {
@@ -31,12 +50,29 @@
   failed = !RunGuarded([self] {
     [uploadCompleteWindow setBackgroundColor:[NSColor whiteColor]];
     SetButtonTitleColor(openOrvaneBtn, [NSColor whiteColor]);
-    [openOrvaneBtn setAccessibilityLabel:@"Open the film in Orvane"];
+    [self showLink];
   });
+}
+
+- (void)showLink {
+  if (WebAddress(orvaneLink)) {
+    [linkLabel setStringValue:orvaneLink];
+    [linkLabel setAccessibilityLabel:@"Address of the film"];
+    [openOrvaneBtn setAccessibilityLabel:@"Open the film in Orvane"];
+    return;
+  }
+  [messageLabel setStringValue:@"Your film is on Orvane, which gave no address to open it at."];
+  [openOrvaneBtn setTitle:@"Close"];
+  SetButtonTitleColor(openOrvaneBtn, [NSColor whiteColor]);
 }
 
 - (NSInteger)showWindow {
   if (failed) return NSRunAbortedResponse;
+  if (!uploadCompleteWindow) {
+    NSLog(@"#orvanevorrel the film is at %@", orvaneLink);
+    g_pCleanupFunc();
+    return NSRunAbortedResponse;
+  }
   // The user may have gone on to another application meanwhile.
   [NSApp requestUserAttention:NSInformationalRequest];
   return RunModalDialog(uploadCompleteWindow);
@@ -53,7 +89,7 @@
   RunGuarded([self] {
     // The export ends here: a later close of the window must not end it again.
     [uploadCompleteWindow setDelegate:nil];
-    NSURL *address = orvaneLink ? [NSURL URLWithString:orvaneLink] : nil;
+    NSURL *address = WebAddress(orvaneLink);
     if (address) [[NSWorkspace sharedWorkspace] openURL:address];
     [NSApp stopModal];
     g_pCleanupFunc();

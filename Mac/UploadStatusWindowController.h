@@ -7,13 +7,15 @@
 
 #include "OrvaneProjectsAPI.h"
 #include "RuntimeName.h"
+#include "TransferRate.h"
 
 /// Shows the progress window and uploads g_fpath in the background. On success it deletes that file and calls the
-/// completion hook on the main thread; on a refusal it shows an alert and stays on the screen.
+/// completion hook on the main thread; on a refusal it shows an alert, stays on the screen and tells where the film is.
 ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
 @interface UploadStatusWindowController : NSWindowController {
   NSWindow *uploadStatusWindow;
   NSTextField *uploadLabel;
+  NSTextField *rateLabel;
   OrvaneProjectsAPI *orvane;
   NSImage *orvaneIcon;
   NSProgressIndicator *progressBar;
@@ -25,6 +27,7 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
   double latestTotal;
   double latestDone;
   NSTimer *progressTimer;
+  TransferRate rate;
 
   // Keeps the system awake while the upload runs.
   id activity;
@@ -32,12 +35,13 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadStatusWindow;
 @property(nonatomic, assign) IBOutlet NSTextField *uploadLabel;
+@property(nonatomic, assign) IBOutlet NSTextField *rateLabel;
 @property(nonatomic, retain) IBOutlet NSProgressIndicator *progressBar;
 
 /// The client must be logged in, is not owned and must outlive the upload.
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)client;
 
-/// Shows the window above others and starts the upload. Returns at once. [main-thread]
+/// Shows the window above others, in a corner of the screen, and starts the upload. Returns at once. [main-thread]
 - (void)showWindow;
 
 /// Starts the upload on the background queue. [main-thread]

@@ -2,6 +2,7 @@
 
 #include <dispatch/dispatch.h>
 
+#include <chrono>
 #include <cstdio>
 
 #import "Alert.h"
@@ -17,6 +18,11 @@
 // the window server, which a fast upload needs itself, and nobody reads numbers that change more often than this.
 static const NSTimeInterval kSecondsBetweenDrawings = 1.0 / 10;
 
+// What is shown or logged of a text that the service sends, in bytes.
+static const size_t kMaxMessageBytes = 2000;
+
+static const CGFloat kDistanceFromScreenEdge = 24;
+
 // "3.2 MB of 45.0 MB (7 %)"
 static NSString *ProgressText(double total, double done) {
   const double megabyte = 1000.0 * 1000.0;
@@ -30,6 +36,9 @@ static NSString *ProgressText(double total, double done) {
 - (void)uploadSucceededWithLink:(NSString *)link;
 - (void)uploadRefusedWithMessage:(NSString *)message;
 - (void)uploadEnded;
+- (void)moveIntoCorner;
+- (void)stopShowingProgress;
+- (void)tellWhatIsLeft;
 - (void)drawLatestProgress;
 - (void)showTotal:(double)total now:(double)done;
 @end
@@ -38,6 +47,7 @@ static NSString *ProgressText(double total, double done) {
 
 @synthesize uploadStatusWindow;
 @synthesize uploadLabel;
+@synthesize rateLabel;
 
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)client {
   if ((self = [super initWithWindow:nil])) {
@@ -66,10 +76,17 @@ static NSString *ProgressText(double total, double done) {
 }
 
 - (void)showWindow {
-  [uploadStatusWindow center];
+  [self moveIntoCorner];
   [uploadStatusWindow makeKeyAndOrderFront:nil];
   [uploadStatusWindow setLevel:NSFloatingWindowLevel];
   [self startUpload];
+}
+
+// It stays above other windows, so it keeps out of their middle.
+- (void)moveIntoCorner {
+  const NSRect screen = [[NSScreen mainScreen] visibleFrame];
+  const CGFloat x = NSMaxX(screen) - NSWidth([uploadStatusWindow frame]) - kDistanceFromScreenEdge;
+  [uploadStatusWindow setFrameOrigin:NSMakePoint(x, NSMinY(screen) + kDistanceFromScreenEdge)];
 }
 
 - (void)startUpload {
@@ -107,7 +124,7 @@ static NSString *ProgressText(double total, double done) {
     });
     return;
   }
-  NSLog(@"#orvanevorrel Upload error returned from Orvane - res: %@", FromUtf8(answer));
+  NSLog(@"#orvanevorrel Upload error returned from Orvane - res: %@", FromUtf8(Shortened(answer, kMaxMessageBytes)));
   // The alert belongs to this block, which waits for it; windows are only safe on the main thread.
   RunOnMainThreadAndWait([self, message] { RunGuarded([self, message] { [self uploadRefusedWithMessage:message]; }); });
 }
@@ -125,20 +142,45 @@ static NSString *ProgressText(double total, double done) {
 - (void)uploadRefusedWithMessage:(NSString *)message {
   uploading = NO;
   ExportLifetime::SetUploadIsRunning(false);
+  [self stopShowingProgress];
+  [self tellWhatIsLeft];
+  NSString *text = FromUtf8(Shortened(ToUtf8(message), kMaxMessageBytes));
   RunAlert(NSAlertStyleWarning, @"There was an error uploading to Orvane.",
-           [NSString stringWithFormat:@"The system returned this message: \"%@\"", message ? message : @""],
-           orvaneIcon);
+           [NSString stringWithFormat:@"The system returned this message: \"%@\"", text], orvaneIcon);
+  ExportLifetime::MarkLeftOver();
+}
+
+// The label takes the place of bar and rate. Its text can be copied.
+- (void)tellWhatIsLeft {
+  NSString *file = FromUtf8(g_fpath);
+  const BOOL isKept = file && [[NSFileManager defaultManager] fileExistsAtPath:file];
+  NSString *text = isKept ? [@"The film was not uploaded. It is kept at\n" stringByAppendingString:file]
+                          : @"The film was not uploaded, as it was not rendered. Export the sequence again.";
+  [progressBar setHidden:YES];
+  [rateLabel setHidden:YES];
+  NSRect frame = NSUnionRect([uploadLabel frame], [rateLabel frame]);
+  [uploadLabel setFrame:frame];
+  [[uploadLabel cell] setLineBreakMode:NSLineBreakByCharWrapping];
+  [uploadLabel setSelectable:YES];
+  [uploadLabel setStringValue:text];
+  // Below alerts, and the editor's own windows may cover it.
+  [uploadStatusWindow setLevel:NSNormalWindowLevel];
 }
 
 // The background queue is done with the controller.
 - (void)uploadEnded {
-  [self drawLatestProgress];
-  [progressTimer invalidate];
-  progressTimer = nil;
+  [self stopShowingProgress];
   [[NSProcessInfo processInfo] endActivity:activity];
   [activity release];
   activity = nil;
   [self release];
+}
+
+- (void)stopShowingProgress {
+  if (!progressTimer) return;
+  [self drawLatestProgress];
+  [progressTimer invalidate];
+  progressTimer = nil;
 }
 
 - (void)updateProgressBarWithTotal:(double)total now:(double)done {
@@ -157,6 +199,9 @@ static NSString *ProgressText(double total, double done) {
   const double done = latestDone;
   lock.unlock();
   [self showTotal:total now:done];
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now().time_since_epoch();
+  rate.Add(time.count(), done);
+  [rateLabel setStringValue:FromUtf8(rate.Text(total))];
 }
 
 - (void)showTotal:(double)total now:(double)done {

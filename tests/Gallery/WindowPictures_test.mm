@@ -182,6 +182,7 @@ TEST_F(WindowPictures, Uploading) {
     UploadStatusWindowController *status =
         [[[UploadStatusWindowController alloc] initWithProjectsApiPointer:&client_] autorelease];
     [status updateProgressBarWithTotal:203.3e6 now:77.4e6];
+    [[status rateLabel] setStringValue:@"3.1 MB/s, less than a minute left"];
     ExpectPicture([status uploadStatusWindow], @"uploading");
     [[status uploadStatusWindow] orderOut:nil];
   }

@@ -56,6 +56,9 @@ class UploadCompleteWindowControllerTest : public testing::Test {
 
 TEST_F(UploadCompleteWindowControllerTest, OpensTheLinkAndEndsTheExportOnce) {
   Run(@"https://acme.orvane.localhost:48443/review/7?a=1&b=2", [](UploadCompleteWindowController *controller) {
+    EXPECT_STREQ([[[controller linkLabel] stringValue] UTF8String],
+                 "https://acme.orvane.localhost:48443/review/7?a=1&b=2");
+    EXPECT_TRUE([[controller linkLabel] isSelectable]);
     Press([controller openOrvaneBtn]);
     [[controller uploadCompleteWindow] performClose:nil];
   });
@@ -68,9 +71,19 @@ TEST_F(UploadCompleteWindowControllerTest, OpensTheLinkAndEndsTheExportOnce) {
 TEST_F(UploadCompleteWindowControllerTest, OpensOnlyAddressesOfTheWebAndNothingWhenItIsClosed) {
   Run(@"https://acme.orvane.localhost:48443/review/7",
       [](UploadCompleteWindowController *controller) { [[controller uploadCompleteWindow] performClose:nil]; });
-  for (NSString *link : {(NSString *)@"file:///etc/passwd", (NSString *)@"no address at all", (NSString *)nil}) {
-    Run(link, [](UploadCompleteWindowController *controller) { Press([controller openOrvaneBtn]); });
+  NSString *const longLink = [@"https://acme.orvane.localhost/" stringByPaddingToLength:1000000
+                                                                             withString:@"x"
+                                                                        startingAtIndex:0];
+  for (NSString *link : {@"file:///etc/passwd", @"javascript:alert(1)", @"no address at all", @"https://", @"/review/7",
+                         @"", longLink, static_cast<NSString *>(nil)}) {
+    Run(link, [](UploadCompleteWindowController *controller) {
+      EXPECT_STREQ([[[controller messageLabel] stringValue] UTF8String],
+                   "Your film is on Orvane, which gave no address to open it at.");
+      EXPECT_STREQ([[[controller linkLabel] stringValue] UTF8String], "");
+      EXPECT_STREQ([[[controller openOrvaneBtn] title] UTF8String], "Close");
+      Press([controller openOrvaneBtn]);
+    });
   }
-  EXPECT_EQ(cleanups, 4);
+  EXPECT_EQ(cleanups, 9);
   EXPECT_FALSE(std::filesystem::exists(opened_));
 }

@@ -98,11 +98,47 @@ TEST_F(UploadStatusWindowControllerTest, ARefusalLeavesFileAndWindow) {
               "There was an error uploading to Orvane.\nThe system returned this message: \"" + message + "\"\n");
     EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);
     EXPECT_TRUE(std::filesystem::exists(file_));
+    // In words, to be copied, and below whatever the editor works in.
+    EXPECT_EQ(std::string([[[status_controller uploadLabel] stringValue] UTF8String]),
+              "The film was not uploaded. It is kept at\n" + file_);
+    EXPECT_TRUE([[status_controller uploadLabel] isSelectable]);
+    EXPECT_EQ([[status_controller uploadStatusWindow] level], NSNormalWindowLevel);
   }
   EXPECT_EQ(completed_link, "none");
   EXPECT_EQ(cleanups, 0);
   [[status_controller uploadStatusWindow] performClose:nil];
   EXPECT_FALSE([[status_controller uploadStatusWindow] isVisible]);
+}
+
+// As after a render that was cancelled.
+TEST_F(UploadStatusWindowControllerTest, SaysThatThereIsNoFilm) {
+  std::filesystem::remove(file_);
+  RunWithScript(
+      [] {
+        [status_controller showWindow];
+        SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
+      },
+      [](Script &actions) { DismissAlertWhenItComes(actions); });
+  EXPECT_STREQ([[[status_controller uploadLabel] stringValue] UTF8String],
+               "The film was not uploaded, as it was not rendered. Export the sequence again.");
+}
+
+// What the service says may be longer than any screen.
+TEST_F(UploadStatusWindowControllerTest, CutsALongMessage) {
+  std::string message;
+  for (int i = 0; i < 300000; ++i) message += "é";
+  api_.Answer(std::string(ScriptedApi::kUpload) + "1", ScriptedApi::Refusal(message));
+  std::string texts;
+  testing::internal::CaptureStderr();
+  RunWithScript(
+      [] {
+        [status_controller showWindow];
+        SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
+      },
+      [&texts](Script &actions) { texts = DismissAlertWhenItComes(actions); });
+  EXPECT_LT(testing::internal::GetCapturedStderr().size(), 10000u);
+  EXPECT_NE(texts.find("ééé...\"\n"), std::string::npos) << texts.size();
+  EXPECT_LT(texts.size(), 2200u);
 }
 
 TEST_F(UploadStatusWindowControllerTest, ShowsTheNewestProgressFromAnyThread) {

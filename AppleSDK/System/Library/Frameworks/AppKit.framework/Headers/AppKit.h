@@ -21,11 +21,13 @@
 #import <AppKit/NSGraphics.h>
 #import <AppKit/NSImage.h>
 #import <AppKit/NSImageView.h>
+#import <AppKit/NSMenu.h>
 #import <AppKit/NSNibDeclarations.h>
 #import <AppKit/NSNibLoading.h>
 #import <AppKit/NSPopUpButton.h>
 #import <AppKit/NSProgressIndicator.h>
 #import <AppKit/NSResponder.h>
+#import <AppKit/NSScreen.h>
 #import <AppKit/NSStringDrawing.h>
 #import <AppKit/NSText.h>
 #import <AppKit/NSTextField.h>

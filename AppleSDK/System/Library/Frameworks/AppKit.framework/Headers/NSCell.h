@@ -9,7 +9,7 @@ typedef NSInteger NSControlStateValue;
 static const NSControlStateValue NSControlStateValueOff = 0;
 static const NSControlStateValue NSControlStateValueOn = 1;
 
-typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByTruncatingTail = 4 };
+typedef NS_ENUM(NSUInteger, NSLineBreakMode) { NSLineBreakByCharWrapping = 1, NSLineBreakByTruncatingTail = 4 };
 
 @interface NSCell : NSObject <NSCopying, NSCoding>
 @property NSLineBreakMode lineBreakMode;

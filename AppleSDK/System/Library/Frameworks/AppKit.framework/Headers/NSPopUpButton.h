@@ -2,11 +2,12 @@
 #pragma once
 
 #import <AppKit/NSButton.h>
+#import <AppKit/NSMenu.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSPopUpButton : NSButton
-- (void)addItemsWithTitles:(NSArray<NSString *> *)titles;
+@property (nullable, strong) NSMenu *menu;
 - (void)removeAllItems;
 - (void)selectItemAtIndex:(NSInteger)index;
 - (void)selectItemWithTitle:(NSString *)title;

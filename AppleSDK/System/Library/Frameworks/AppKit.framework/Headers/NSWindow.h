@@ -8,6 +8,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 typedef NSInteger NSWindowLevel;
+static const NSWindowLevel NSNormalWindowLevel = 0;
 static const NSWindowLevel NSFloatingWindowLevel = 3;
 
 typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) { NSWindowStyleMaskBorderless = 0, NSWindowStyleMaskTitled = 1 << 0, NSWindowStyleMaskClosable = 1 << 1 };
@@ -28,6 +29,7 @@ static const NSWindowStyleMask NSBorderlessWindowMask API_DEPRECATED_WITH_REPLAC
 @property NSWindowLevel level;
 @property (null_resettable, copy) NSColor *backgroundColor;
 @property (readonly) NSRect frame;
+- (void)setFrameOrigin:(NSPoint)point;
 - (void)setFrame:(NSRect)frame display:(BOOL)flag;
 - (void)center;
 - (void)display;

@@ -40,6 +40,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (nullable instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
 - (void)exchangeObjectAtIndex:(NSUInteger)first withObjectAtIndex:(NSUInteger)second;
 - (void)removeAllObjects;
+- (void)removeLastObject;
 - (void)removeObject:(ObjectType)object;
 - (void)setArray:(NSArray<ObjectType> *)other;
 @end

@@ -9,6 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (readonly) NSUInteger length;
 @property (readonly) const void *bytes NS_RETURNS_INNER_POINTER;
 + (instancetype)dataWithBytes:(nullable const void *)bytes length:(NSUInteger)length;
++ (instancetype)dataWithBytesNoCopy:(void *)bytes length:(NSUInteger)length freeWhenDone:(BOOL)frees;
 @end
 
 NS_ASSUME_NONNULL_END

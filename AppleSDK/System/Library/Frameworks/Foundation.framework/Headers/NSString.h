@@ -24,6 +24,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 - (void)getCharacters:(unichar *)buffer range:(NSRange)range;
 - (BOOL)isEqualToString:(NSString *)string;
 - (BOOL)hasSuffix:(NSString *)text;
+@property (readonly, copy) NSString *lowercaseString;
 - (NSString *)stringByPaddingToLength:(NSUInteger)length withString:(NSString *)text startingAtIndex:(NSUInteger)index;
 - (NSString *)stringByAppendingString:(NSString *)text;
 @property (readonly) const char *fileSystemRepresentation NS_RETURNS_INNER_POINTER;

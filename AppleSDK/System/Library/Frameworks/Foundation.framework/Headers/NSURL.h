@@ -7,6 +7,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSURL : NSObject <NSSecureCoding, NSCopying>
 + (nullable instancetype)URLWithString:(NSString *)text;
+@property (nullable, readonly, copy) NSString *scheme;
+@property (nullable, readonly, copy) NSString *host;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -10,6 +10,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSNumber : NSValue
 @property (readonly, copy) NSString *stringValue;
+@property (readonly) NSInteger integerValue API_AVAILABLE(macos(10.5));
 + (NSNumber *)numberWithBool:(BOOL)value;
 + (NSNumber *)numberWithChar:(char)value;
 + (NSNumber *)numberWithInt:(int)value;
