@@ -12,12 +12,16 @@ struct SavedLogin {
   std::string password;
 };
 
+/// What an item holds as text, for nil and whatever else it may be. A text that it lacks, or that is no text there, is
+/// empty. [any-thread]
+SavedLogin SavedLoginFromText(NSString *text);
+
 /// Reads the saved login. Returns NO with the keychain's error when there is none (errSecItemNotFound) or it cannot be
-/// had. A text that the item lacks, or that is no text there, is empty. [main-thread]
-BOOL ReadSavedLogin(SavedLogin* login, NSError** error);
+/// had. [main-thread]
+BOOL ReadSavedLogin(SavedLogin *login, NSError **error);
 
 /// Saves the login in place of the one that is there. [main-thread]
-BOOL SaveLogin(const SavedLogin& login, NSError** error);
+BOOL SaveLogin(const SavedLogin &login, NSError **error);
 
 /// Deletes the saved login. Without one that is an error. [main-thread]
-BOOL ForgetSavedLogin(NSError** error);
+BOOL ForgetSavedLogin(NSError **error);

@@ -26,12 +26,16 @@ std::string Text(id object, NSString *key) {
 
 }  // namespace
 
+SavedLogin SavedLoginFromText(NSString *text) {
+  NSData *json = [text dataUsingEncoding:NSUTF8StringEncoding];
+  id object = ParseJson([json bytes], [json length], NSJSONReadingMutableLeaves);
+  return {Text(object, kSubdomainKey), Text(object, kUsernameKey), Text(object, kPasswordKey)};
+}
+
 BOOL ReadSavedLogin(SavedLogin *login, NSError **error) {
   KcKeychainQuery *query = Query();
   if (![query fetch:error]) return NO;
-  NSData *json = [[query password] dataUsingEncoding:NSUTF8StringEncoding];
-  id object = ParseJson([json bytes], [json length], NSJSONReadingMutableLeaves);
-  *login = {Text(object, kSubdomainKey), Text(object, kUsernameKey), Text(object, kPasswordKey)};
+  *login = SavedLoginFromText([query password]);
   return YES;
 }
 
