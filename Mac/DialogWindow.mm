@@ -54,10 +54,12 @@ static SEL EditingAction(NSEvent *event) {
   }
 }
 
-// While an input method composes, Escape is its own key.
+// While an input method composes, Escape is its own key. The length counts, too: on some systems a text view from an
+// interface file claims marked text that has none.
 - (BOOL)isComposingText {
   id responder = [self firstResponder];
-  return [responder respondsToSelector:@selector(hasMarkedText)] && [responder hasMarkedText];
+  return [responder respondsToSelector:@selector(hasMarkedText)] && [responder hasMarkedText] &&
+         [responder markedRange].length > 0;
 }
 
 @end

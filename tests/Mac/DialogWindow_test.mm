@@ -18,13 +18,19 @@
 }
 @end
 
-// A text in which an input method composes.
-@interface ComposingView : NSTextView
+// A text that claims to have a marked part, of a length.
+@interface ComposingView : NSTextView {
+ @public
+  NSUInteger composed;
+}
 @end
 
 @implementation ComposingView
 - (BOOL)hasMarkedText {
   return YES;
+}
+- (NSRange)markedRange {
+  return NSMakeRange(0, composed);
 }
 @end
 
@@ -83,8 +89,12 @@ TEST_F(DialogWindowTest, AnInputMethodKeepsItsEscape) {
   ComposingView *text = [[[ComposingView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)] autorelease];
   [[window_ contentView] addSubview:text];
   [window_ makeFirstResponder:text];
+  text->composed = 2;
   window_test::PressKey(window_, @"\033");
   EXPECT_TRUE([window_ isVisible]);
+  text->composed = 0;
+  window_test::PressKey(window_, @"\033");
+  EXPECT_FALSE([window_ isVisible]) << "nothing is being composed";
 }
 
 // A host may have no Edit menu.
