@@ -1,6 +1,7 @@
 // GNUstep's alert panel sets its message in one line of a large font and cuts off what does not fit. Here it is laid
 // out as AppKit's: the icon at the left, beside it the message in bold above the informative text, both wrapped, and
-// the buttons in a row at the lower right.
+// the buttons in a row at the lower right. Its close button, which most window managers show on any window, presses its
+// default button.
 #import <Cocoa/Cocoa.h>
 
 #include <algorithm>
@@ -108,8 +109,26 @@ void LayOutPanel(id panel, SEL) {
   [content setNeedsDisplay:YES];
 }
 
+using InitWithContentRect = id (*)(id, SEL, NSRect, NSUInteger, NSBackingStoreType, BOOL);
+InitWithContentRect original_init_with_content_rect;
+
+// A window that does not say that it can be closed has its program killed by the window manager's close button.
+id InitClosablePanel(id panel, SEL selector, NSRect rect, NSUInteger style, NSBackingStoreType backing, BOOL defer) {
+  return original_init_with_content_rect(panel, selector, rect, style | NSClosableWindowMask, backing, defer);
+}
+
+// Asked when the window is to be closed.
+BOOL PressDefaultButton(id panel, SEL, id) {
+  [[panel valueForKey:@"defButton"] performClick:nil];
+  return NO;
+}
+
 }  // namespace
 
 void InstallAlertPanel() {
+  original_init_with_content_rect = OverrideInstanceMethod<InitWithContentRect>(
+      "GSAlertPanel", "initWithContentRect:styleMask:backing:defer:", InitClosablePanel);
+  class_addMethod(objc_getClass("GSAlertPanel"), sel_registerName("windowShouldClose:"),
+                  reinterpret_cast<IMP>(PressDefaultButton), "c@:@");
   ReplaceInstanceMethod<void (*)(id, SEL)>("GSAlertPanel", "sizePanelToFit", LayOutPanel);
 }
