@@ -99,3 +99,20 @@ TEST(AlertPanel, ItsCloseButtonIsItsDefaultButton) {
     EXPECT_EQ(code, NSAlertFirstButtonReturn) << kind.kind;
   }
 }
+
+TEST(AlertPanel, ComesUpAboveFloatingWindows) {
+  BareWindow windows[] = {BareWindow(NSMakeSize(700, 500)), BareWindow(NSMakeSize(700, 500))};
+  for (BareWindow &window : windows) {
+    [window.Window() setLevel:NSFloatingWindowLevel];
+    [window.Window() orderFront:nil];
+  }
+  RunWithScript([] { [AlertWithButtons(@[ @"OK" ]) runModal]; },
+                [](Script &actions) {
+                  actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+                  actions.WaitFor("the alert above all", [] {
+                    return Holds("xprop -root _NET_CLIENT_LIST_STACKING | grep -o '[^ ]*$' |"
+                                 "xargs -I{} xprop -id {} WM_NAME | grep -q Alert");
+                  });
+                  actions.OnMain([] { DismissAlert(); });
+                });
+}
