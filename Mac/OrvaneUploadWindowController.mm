@@ -47,6 +47,7 @@ static NSString *const kNoChoice = @"0";
 @synthesize tagView;
 @synthesize spinnerFolderSelect;
 @synthesize inputTitle;
+@synthesize folderHint;
 
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api {
   if ((self = [super initWithWindow:nil])) {
@@ -141,6 +142,7 @@ static NSString *const kNoChoice = @"0";
 }
 
 - (void)fillFoldersOfProject:(NSString *)projectID {
+  [folderHint setHidden:![projectID isEqualToString:kNoChoice]];
   [inputFolder removeAllItems];
   [spinnerFolderSelect startAnimation:self];
   // The main thread is busy until the list is complete.

@@ -178,3 +178,20 @@ TEST_F(OrvaneUploadWindowControllerTest, EscapeClosesItFromEveryControl) {
     });
   }
 }
+
+TEST_F(OrvaneUploadWindowControllerTest, SaysWhatToDoWhileNoProjectIsChosen) {
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([controller] {
+      EXPECT_FALSE([[controller folderHint] isHidden]);
+      const struct {
+        NSString *project;
+        bool says;
+      } choices[] = {{@"Feature", false}, {@"Trailer", false}, {@"Select a project...", true}, {@"Feature", false}};
+      for (const auto &choice : choices) {
+        Choose([controller inputProject], choice.project);
+        EXPECT_EQ(![[controller folderHint] isHidden], choice.says) << [choice.project UTF8String];
+      }
+      [[controller orvaneUploadWindow] performClose:nil];
+    });
+  });
+}
