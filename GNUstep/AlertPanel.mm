@@ -1,7 +1,9 @@
 // GNUstep's alert panel sets its message in one line of a large font and cuts off what does not fit. Here it is laid
 // out as AppKit's: the icon at the left, beside it the message in bold above the informative text, both wrapped, and
-// the buttons in a row at the lower right.
+// the buttons in a row at the lower right. Its close button, which most window managers show on any window, presses its
+// default button, and it comes up above floating windows.
 #import <Cocoa/Cocoa.h>
+#import <GNUstepGUI/GSDisplayServer.h>
 
 #include <algorithm>
 
@@ -108,8 +110,46 @@ void LayOutPanel(id panel, SEL) {
   [content setNeedsDisplay:YES];
 }
 
+using InitWithContentRect = id (*)(id, SEL, NSRect, NSUInteger, NSBackingStoreType, BOOL);
+InitWithContentRect original_init_with_content_rect;
+
+using OrderWindow = void (*)(id, SEL, NSWindowOrderingMode, NSInteger);
+OrderWindow original_order_window;
+
+// A window that does not say that it can be closed has its program killed by the window manager's close button. The
+// window is made at once: ordering it needs its number.
+id InitClosablePanel(id panel, SEL selector, NSRect rect, NSUInteger style, NSBackingStoreType backing, BOOL) {
+  return original_init_with_content_rect(panel, selector, rect, style | NSClosableWindowMask, backing, NO);
+}
+
+// Asked when the window is to be closed.
+BOOL PressDefaultButton(id panel, SEL, id) {
+  [[panel valueForKey:@"defButton"] performClick:nil];
+  return NO;
+}
+
+// Window managers keep what floats above what does not, whatever is ordered front; a window that belongs to a floating
+// one they keep above that.
+void OrderAboveFloatingWindows(id panel, SEL selector, NSWindowOrderingMode place, NSInteger other) {
+  if (place != NSWindowOut) {
+    for (NSWindow *window in [NSApp orderedWindows]) {
+      if (![window isVisible] || [window level] < NSFloatingWindowLevel || window == panel) continue;
+      [GSServerForWindow(window) setParentWindow:static_cast<int>([window windowNumber])
+                                  forChildWindow:static_cast<int>([panel windowNumber])];
+      break;
+    }
+  }
+  original_order_window(panel, selector, place, other);
+}
+
 }  // namespace
 
 void InstallAlertPanel() {
+  original_init_with_content_rect = OverrideInstanceMethod<InitWithContentRect>(
+      "GSAlertPanel", "initWithContentRect:styleMask:backing:defer:", InitClosablePanel);
+  original_order_window =
+      OverrideInstanceMethod<OrderWindow>("GSAlertPanel", "orderWindow:relativeTo:", OrderAboveFloatingWindows);
+  class_addMethod(objc_getClass("GSAlertPanel"), sel_registerName("windowShouldClose:"),
+                  reinterpret_cast<IMP>(PressDefaultButton), "c@:@");
   ReplaceInstanceMethod<void (*)(id, SEL)>("GSAlertPanel", "sizePanelToFit", LayOutPanel);
 }

@@ -21,3 +21,16 @@ Function ReplaceClassMethod(const char* class_name, const char* selector_name, F
   if (!method) return nullptr;
   return reinterpret_cast<Function>(method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
 }
+
+/// Gives the class a method of its own in place of one that it inherits, which other classes keep. Returns the
+/// inherited implementation, or null when there is none.
+template <typename Function>
+Function OverrideInstanceMethod(const char* class_name, const char* selector_name, Function replacement) {
+  const SEL selector = sel_registerName(selector_name);
+  Class kind = objc_getClass(class_name);
+  Method inherited = class_getInstanceMethod(kind, selector);
+  if (!inherited) return nullptr;
+  const IMP implementation = method_getImplementation(inherited);
+  class_addMethod(kind, selector, reinterpret_cast<IMP>(replacement), method_getTypeEncoding(inherited));
+  return reinterpret_cast<Function>(implementation);
+}

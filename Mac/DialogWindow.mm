@@ -51,6 +51,15 @@ static SEL EditingAction(NSEvent *event) {
   return action != NULL && [NSApp sendAction:action to:nil from:self];
 }
 
+- (BOOL)makeFirstResponder:(NSResponder *)responder {
+  if (![super makeFirstResponder:responder]) return NO;
+  if ([responder isKindOfClass:[NSControl class]]) {
+    NSControl *control = static_cast<NSControl *>(responder);
+    [control scrollRectToVisible:[control bounds]];
+  }
+  return YES;
+}
+
 - (void)sendEvent:(NSEvent *)event {
   const BOOL closes = IsPlainEscape(event) && ([self styleMask] & NSWindowStyleMaskClosable) && ![self isComposingText];
   if (closes) {
@@ -60,10 +69,12 @@ static SEL EditingAction(NSEvent *event) {
   }
 }
 
-// While an input method composes, Escape is its own key.
+// While an input method composes, Escape is its own key. The length counts, too: on some systems a text view from an
+// interface file claims marked text that has none.
 - (BOOL)isComposingText {
   id responder = [self firstResponder];
-  return [responder respondsToSelector:@selector(hasMarkedText)] && [responder hasMarkedText];
+  return [responder respondsToSelector:@selector(hasMarkedText)] && [responder hasMarkedText] &&
+         [responder markedRange].length > 0;
 }
 
 - (void)postponeClosing {

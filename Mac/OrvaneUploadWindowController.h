@@ -30,6 +30,7 @@
   TagsView *tagView;
   NSProgressIndicator *spinnerFolderSelect;
   NSTextField *inputTitle;
+  NSTextField *folderHint;
   NSArray *topLevelObjects;
   BOOL failed;
 }
@@ -43,6 +44,9 @@
 @property(nonatomic, retain) IBOutlet TagsView *tagView;
 @property(nonatomic, retain) IBOutlet NSProgressIndicator *spinnerFolderSelect;
 @property(nonatomic, retain) IBOutlet NSTextField *inputTitle;
+
+/// Says what to do while no project is chosen.
+@property(nonatomic, assign) IBOutlet NSTextField *folderHint;
 
 /// The client must be logged in, is not owned and must outlive the window.
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api;

@@ -62,6 +62,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 @synthesize tagView;
 @synthesize spinnerFolderSelect;
 @synthesize inputTitle;
+@synthesize folderHint;
 
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api {
   if ((self = [super initWithWindow:nil])) {
@@ -159,6 +160,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 }
 
 - (void)fillFoldersOfProject:(NSString *)projectID {
+  [folderHint setHidden:![projectID isEqualToString:kNoChoice]];
   [inputFolder removeAllItems];
   [spinnerFolderSelect startAnimation:self];
   // The main thread is busy until the list is complete.

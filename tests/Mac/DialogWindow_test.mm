@@ -19,13 +19,19 @@
 }
 @end
 
-// A text in which an input method composes.
-@interface ComposingView : NSTextView
+// A text that claims to have a marked part, of a length.
+@interface ComposingView : NSTextView {
+ @public
+  NSUInteger composed;
+}
 @end
 
 @implementation ComposingView
 - (BOOL)hasMarkedText {
   return YES;
+}
+- (NSRange)markedRange {
+  return NSMakeRange(0, composed);
 }
 @end
 
@@ -84,8 +90,28 @@ TEST_F(DialogWindowTest, AnInputMethodKeepsItsEscape) {
   ComposingView *text = [[[ComposingView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)] autorelease];
   [[window_ contentView] addSubview:text];
   [window_ makeFirstResponder:text];
+  text->composed = 2;
   window_test::PressKey(window_, @"\033");
   EXPECT_TRUE([window_ isVisible]);
+  text->composed = 0;
+  window_test::PressKey(window_, @"\033");
+  EXPECT_FALSE([window_ isVisible]) << "nothing is being composed";
+}
+
+TEST_F(DialogWindowTest, WhatGetsTheKeyboardComesIntoView) {
+  Open(NSTitledWindowMask);
+  for (Class kind in @[ [NSButton class], [NSTextField class] ]) {
+    NSControl *control = [[[kind alloc] initWithFrame:NSMakeRect(0, 80, 100, 40)] autorelease];
+    NSView *page = [[[NSView alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
+    [page addSubview:control];
+    NSScrollView *scroll = [[[NSScrollView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)] autorelease];
+    [scroll setDocumentView:page];
+    [[window_ contentView] addSubview:scroll];
+    [page scrollPoint:NSZeroPoint];
+    ASSERT_EQ(NSHeight([control visibleRect]), 20);
+    [window_ makeFirstResponder:control];
+    EXPECT_EQ(NSHeight([control visibleRect]), 40) << [[control className] UTF8String];
+  }
 }
 
 // A host may have no Edit menu.

@@ -28,6 +28,7 @@
 #import <AppKit/NSProgressIndicator.h>
 #import <AppKit/NSResponder.h>
 #import <AppKit/NSScreen.h>
+#import <AppKit/NSScrollView.h>
 #import <AppKit/NSStringDrawing.h>
 #import <AppKit/NSText.h>
 #import <AppKit/NSTextField.h>

@@ -5,4 +5,5 @@
 
 @protocol NSTextInputClient
 - (BOOL)hasMarkedText;
+- (NSRange)markedRange;
 @end
