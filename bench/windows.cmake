@@ -28,3 +28,9 @@ foreach(name IN ITEMS upload_benchmark listing_benchmark)
   target_link_libraries(${name} PRIVATE orvane_bench orvane_local_trust orvane_theme orvane_windows
     gnustep_appkit orvane_warnings)
 endforeach()
+
+# This one loads the bundle as the host does, and links nothing of it.
+add_executable(export_benchmark export_benchmark.mm)
+target_compile_definitions(export_benchmark PRIVATE ORVANE_BUNDLE_PATH="${ORVANE_BUNDLE}")
+target_link_libraries(export_benchmark PRIVATE orvane_bench orvane_local_trust orvane_theme orvane_deployment
+  gnustep_appkit gnustep_blocks orvane_warnings)
