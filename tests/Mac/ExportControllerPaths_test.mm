@@ -1,5 +1,6 @@
 #include "ExportControllerPaths.h"
 
+#import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -102,6 +103,25 @@ TEST(ExportControllerPaths, ReportsAMissingTemporaryFolder) {
   PathBuffer buffer(u"/name.mp4");
   EXPECT_NE(setDestinationPath(buffer.units.data(), "/name.mp4"), 0);
   EXPECT_FALSE(buffer.Overrun());
+}
+
+// Whatever the folder is called, the film is written into it or not at all: never to the root of the disk.
+TEST(ExportControllerPaths, WritesIntoTheFolderOrNowhere) {
+  TemporaryItems folder(40);
+  for (const char *odd : {"per%cent", "a?b#c;d", "Größe 🎬", "not \xff UTF-8", "back\\slash"}) {
+    const std::string path = folder.Path() + "/" + odd;
+    std::filesystem::create_directory(path);
+    setenv("TMPDIR", path.c_str(), 1);
+    PathBuffer buffer(u"/name.mp4");
+    const csSDK_int32 status = setDestinationPath(buffer.units.data(), "/name.mp4");
+    if (status == 0) {
+      EXPECT_EQ(g_fpath, path + "/name.mp4");
+      NSString *written = [NSString stringWithCharacters:buffer.units.data() length:Read(buffer.units.data()).size()];
+      EXPECT_EQ(std::string([written UTF8String]), g_fpath);
+    } else {
+      EXPECT_EQ(odd, std::string("not \xff UTF-8"));
+    }
+  }
 }
 
 TEST(ExportControllerPaths, FindsFilesByTheirUtf16Path) {
