@@ -57,7 +57,7 @@ Service::Service(ServiceOptions options)
       upload_(catalog_, sessions_, files_, options_.clock, options_.refuse_uploads),
       pages_(catalog_, files_),
       web_site_(options_.web_version, folder_.Path() / "downloads"),
-      server_(authority_.ServerIdentity()) {
+      server_(authority_.ServerIdentity(), options_.server) {
   if (catalog_.IsEmpty()) Seed();
   ReportStrayFiles();
   AddApiHandlers();
@@ -72,7 +72,9 @@ Service::~Service() {
 }
 
 void Service::Start() {
-  port_ = server_.Start(options_.port);
+  // Known before the first client is served: the links of uploads name it.
+  port_ = server_.Bind(options_.port);
+  server_.Listen();
 }
 
 void Service::Stop() {
@@ -139,12 +141,16 @@ void Service::AddPageHandlers() {
 
 void Service::AddBodyLimit() {
   server_.set_pre_routing_handler([](const Request& request, Response& response) {
-    const bool unlimited = request.has_header("Transfer-Encoding");
+    const bool has_body = request.method != "GET" && request.method != "HEAD" && request.method != "OPTIONS";
+    const bool has_length = request.has_header("Content-Length");
     const bool too_long = request.get_header_value<uint64_t>("Content-Length") > kMaxSmallBody;
     if (request.has_header("Content-Encoding")) {
       // A few bytes could unpack to any size.
       AnswerRefusal(response, {415, "Compressed requests are not accepted."});
-    } else if (!IsUpload(request) && (unlimited || too_long)) {
+    } else if (!IsUpload(request) && has_body && !has_length) {
+      // In chunks it could go on for ever.
+      AnswerRefusal(response, {411, "The request must tell its length."});
+    } else if (!IsUpload(request) && too_long) {
       AnswerRefusal(response, {413, "The request is too large."});
     } else {
       return httplib::Server::HandlerResponse::Unhandled;
@@ -182,6 +188,7 @@ void Service::AddErrorHandlers() {
   server_.set_logger([this](const Request& request, const Response& response) {
     const std::string path = request.target.substr(0, request.target.find('?'));
     Log(request.method + " " + request.get_header_value("Host") + " " + path + " " + std::to_string(response.status));
+  server_.SetFaultLog([this](const std::string& what) { Log("fault: " + what); });
   });
 }
 

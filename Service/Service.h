@@ -39,6 +39,8 @@ struct ServiceOptions {
   /// If given, every upload is refused with this message.
   std::optional<std::string> refuse_uploads;
   Clock clock = SystemTime;
+  /// What a client may ask of the server's patience.
+  ServerLimits server;
   /// Takes a line for each request and each fault, without a line end; no secrets are in it. Called on any thread, one
   /// call at a time. May be empty.
   std::function<void(const std::string&)> log;
