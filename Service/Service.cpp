@@ -52,8 +52,9 @@ Service::Service(ServiceOptions options)
       database_(folder_.Path() / "orvane.db"),
       catalog_(database_),
       sessions_(database_, options_.clock),
+      gate_(options_.passwords),
       files_(folder_.Path()),
-      api_(catalog_, sessions_),
+      api_(catalog_, sessions_, gate_),
       upload_(catalog_, sessions_, files_, options_.clock, options_.refuse_uploads),
       pages_(catalog_, files_),
       web_site_(options_.web_version, folder_.Path() / "downloads"),
@@ -78,6 +79,7 @@ void Service::Start() {
 }
 
 void Service::Stop() {
+  gate_.Stop();
   server_.Stop();
 }
 
@@ -185,10 +187,10 @@ void Service::AddErrorHandlers() {
     if (IsApiPath(request.path)) return AnswerRefusal(response, refusal);
     SendPage(response, 500, "Fault", "<p>" + EscapeHtml(refusal.message) + "</p>\n");
   });
+  server_.SetFaultLog([this](const std::string& what) { Log("fault: " + what); });
   server_.set_logger([this](const Request& request, const Response& response) {
     const std::string path = request.target.substr(0, request.target.find('?'));
     Log(request.method + " " + request.get_header_value("Host") + " " + path + " " + std::to_string(response.status));
-  server_.SetFaultLog([this](const std::string& what) { Log("fault: " + what); });
   });
 }
 

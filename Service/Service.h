@@ -15,6 +15,7 @@
 #include "Database.h"
 #include "FileStore.h"
 #include "HttpsServer.h"
+#include "PasswordGate.h"
 #include "ReviewPages.h"
 #include "Sessions.h"
 #include "Upload.h"
@@ -39,8 +40,9 @@ struct ServiceOptions {
   /// If given, every upload is refused with this message.
   std::optional<std::string> refuse_uploads;
   Clock clock = SystemTime;
-  /// What a client may ask of the server's patience.
+  /// What a client may ask of the service's patience; tests have less of it.
   ServerLimits server;
+  GateLimits passwords;
   /// Takes a line for each request and each fault, without a line end; no secrets are in it. Called on any thread, one
   /// call at a time. May be empty.
   std::function<void(const std::string&)> log;
@@ -88,6 +90,7 @@ class Service {
   Database database_;
   Catalog catalog_;
   Sessions sessions_;
+  PasswordGate gate_;
   FileStore files_;
   Api api_;
   Upload upload_;
