@@ -54,8 +54,9 @@ Service::Service(ServiceOptions options)
       sessions_(database_, options_.clock),
       gate_(options_.passwords),
       files_(folder_.Path()),
+      unproven_(options_.free_bytes ? options_.free_bytes : [this] { return files_.FreeBytes(); }),
       api_(catalog_, sessions_, gate_),
-      upload_(catalog_, sessions_, files_, options_.clock, options_.refuse_uploads),
+      upload_(catalog_, sessions_, files_, unproven_, options_.clock, options_.refuse_uploads),
       pages_(catalog_, files_),
       web_site_(options_.web_version, folder_.Path() / "downloads"),
       server_(authority_.ServerIdentity(), options_.server) {

@@ -18,6 +18,7 @@
 #include "PasswordGate.h"
 #include "ReviewPages.h"
 #include "Sessions.h"
+#include "UnprovenUploads.h"
 #include "Upload.h"
 #include "WebSite.h"
 
@@ -43,6 +44,8 @@ struct ServiceOptions {
   /// What a client may ask of the service's patience; tests have less of it.
   ServerLimits server;
   GateLimits passwords;
+  /// Free space on the disk of the data folder, in bytes; if not given, the system is asked.
+  std::function<uint64_t()> free_bytes;
   /// Takes a line for each request and each fault, without a line end; no secrets are in it. Called on any thread, one
   /// call at a time. May be empty.
   std::function<void(const std::string&)> log;
@@ -92,6 +95,7 @@ class Service {
   Sessions sessions_;
   PasswordGate gate_;
   FileStore files_;
+  UnprovenUploads unproven_;
   Api api_;
   Upload upload_;
   ReviewPages pages_;

@@ -17,11 +17,12 @@ namespace orvane_service {
 class Upload {
  public:
   /// With a refusal message every upload is refused with it.
-  Upload(Catalog& catalog, Sessions& sessions, FileStore& files, Clock clock,
+  Upload(Catalog& catalog, Sessions& sessions, FileStore& files, UnprovenUploads& unproven, Clock clock,
          std::optional<std::string> refusal_message)
       : catalog_(catalog),
         sessions_(sessions),
         files_(files),
+        unproven_(unproven),
         clock_(std::move(clock)),
         refusal_message_(std::move(refusal_message)) {}
 
@@ -40,6 +41,7 @@ class Upload {
   Catalog& catalog_;
   Sessions& sessions_;
   FileStore& files_;
+  UnprovenUploads& unproven_;
   Clock clock_;
   std::optional<std::string> refusal_message_;
 };

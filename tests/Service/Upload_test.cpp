@@ -128,6 +128,7 @@ TEST_F(UploadTest, NoNameInAnyFieldLeadsOutOfTheDataFolder) {
 }
 
 TEST_F(UploadTest, AnUploadThatIsCutOffLeavesNothing) {
+  LogIn();
   {
     RawConnection connection(Url("acme", ""), service_->AuthorityFile());
     SendHalf(connection);
