@@ -22,8 +22,9 @@ constexpr int kKeepAliveRequests = 100;
 constexpr int kBacklog = 1024;
 // Connections that were cut and whose threads have not ended yet. They do so at once, unless the machine is overloaded.
 constexpr size_t kEnding = 100;
-// After a failure to accept: the system lacks something, and clients keep waiting.
+// Until another try when something is lacking; clients keep waiting.
 constexpr std::chrono::milliseconds kPause(10);
+constexpr int kTriesForRoom = 100;
 
 // The library never sees such a request.
 void AnswerBadHead(httplib::Stream& stream, int status) {
@@ -108,9 +109,16 @@ void HttpsServer::Accept() {
 void HttpsServer::Admit(int socket) {
   const int on = 1;
   setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
-  std::lock_guard<std::mutex> lock(mutex_);
+  std::unique_lock<std::mutex> lock(mutex_);
   try {
-    if (!MakeRoom()) throw std::runtime_error("too many connections are busy");
+    // After a burst, threads may not have come to wait for their clients yet. New clients wait in the backlog.
+    for (int tries = 0; !MakeRoom(); ++tries) {
+      if (tries == kTriesForRoom) throw std::runtime_error("too many connections are busy");
+      lock.unlock();
+      std::this_thread::sleep_for(kPause);
+      JoinEnded();
+      lock.lock();
+    }
     Client& client = clients_.emplace_back(socket, limits_.patience);
     try {
       client.thread = std::thread([this, &client] { Run(client); });
@@ -195,7 +203,10 @@ void HttpsServer::Serve(Connection& connection) {
     connection.BeginBody();
     const bool last = left == 1 || request.Head().close;
     bool closed = false;
-    const bool ok = process_request(request, last, closed, [&](httplib::Request& filled) { request.FillIn(filled); });
+    const bool ok = process_request(request, last, closed, [&](httplib::Request& filled) {
+      request.FillIn(filled);
+      if (request_hook_) request_hook_(filled);
+    });
     unread = request.HasUnreadBody();
     ended = !ok || last || closed || unread;
   }

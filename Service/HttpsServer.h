@@ -45,6 +45,9 @@ class HttpsServer : private httplib::SSLServer {
   /// Takes a line for each fault that ended a connection. Called on any thread.
   void SetFaultLog(std::function<void(const std::string&)> log) { fault_log_ = std::move(log); }
 
+  /// Sees every request before its handler is looked for, and may change it. Called on any thread.
+  void SetRequestHook(std::function<void(httplib::Request&)> hook) { request_hook_ = std::move(hook); }
+
   /// Takes a port of 127.0.0.1; 0 means any free one. Clients that connect wait until Listen(). Returns the port.
   /// Throws std::runtime_error if it is in use.
   int Bind(int port);
@@ -77,6 +80,7 @@ class HttpsServer : private httplib::SSLServer {
 
   const ServerLimits limits_;
   std::function<void(const std::string&)> fault_log_;
+  std::function<void(httplib::Request&)> request_hook_;
   std::thread listener_;
   std::mutex mutex_;
   std::list<Client> clients_;

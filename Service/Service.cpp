@@ -117,6 +117,13 @@ void Service::AddUploadHandler() {
                [this](const Request& request, Response& response, const httplib::ContentReader& reader) {
                  Guard(response, [&] { upload_.Receive(request, response, reader, port_); });
                });
+  server_.SetRequestHook([](Request& request) {
+    if (!IsUpload(request)) return;
+    const std::string type = request.get_header_value("Content-Type");
+    request.headers.erase("Content-Type");
+    request.headers.erase(kUploadType);
+    request.headers.emplace(kUploadType, type);
+  });
   server_.set_expect_100_continue_handler(
       [this](const Request& request, Response& response) { return CheckExpectation(request, response); });
 }

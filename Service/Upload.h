@@ -13,6 +13,10 @@
 
 namespace orvane_service {
 
+/// The header in which CheckHeaders() and Receive() find what the client sent as Content-Type. The library would take a
+/// multipart form apart itself, in a way that lets a client fill the memory.
+constexpr const char* kUploadType = "Upload-Type";
+
 /// A file is stored completely or not at all. May be used by any thread.
 class Upload {
  public:
