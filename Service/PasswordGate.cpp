@@ -41,7 +41,6 @@ PasswordGate::Result PasswordGate::Try(const std::string& user, const std::strin
   lock.lock();
   checking_ = false;
   changed_.notify_all();
-  if (right) users_.erase(user);
   if (!right && !fault) Hold(lock, user, session);
   free_session();
   if (fault) std::rethrow_exception(fault);
@@ -86,6 +85,7 @@ void PasswordGate::Hold(std::unique_lock<std::mutex>& lock, const std::string& u
   ForgetOld(sessions_, now);
   Record& of_user = users_[user];
   Record& of_session = sessions_[session];
+  if (of_user.last + kMemory < now) of_user.wrong = 0;
   ++of_user.wrong;
   const int doublings = std::min(of_session.wrong++, kMaxDoublings);
   of_session.last = now + std::min(limits_.first_delay * (1 << doublings), limits_.longest_delay);
