@@ -4,6 +4,7 @@
 #include "Customers.h"
 #include "FormBody.h"
 #include "Passwords.h"
+#include "Secrets.h"
 
 namespace orvane_service {
 namespace {
@@ -31,9 +32,14 @@ void Api::LogIn(const httplib::Request& request, httplib::Response& response) {
   if (!sessions_.IsOpen(customer.id, key)) throw Refusal{403, kSessionExpired};
   const std::optional<User> user = catalog_.FindUser(customer.id, FieldOf(fields, "username"));
   const std::string& hash = user ? user->password_hash : NobodysHash();
-  if (!VerifyPassword(FieldOf(fields, "password"), hash) || !user) {
-    throw Refusal{403, "Invalid username or password."};
+  // Digests, because a client can make the name as long as it likes.
+  const std::string name = Sha256Hex(std::to_string(customer.id) + " " + FieldOf(fields, "username"));
+  const auto result = gate_.Try(name, Sha256Hex(key),
+                                [&] { return VerifyPassword(FieldOf(fields, "password"), hash) && user.has_value(); });
+  if (result == PasswordGate::Result::kTooMany) {
+    throw Refusal{429, "Too many logins are being tried. Please try again."};
   }
+  if (result == PasswordGate::Result::kWrong) throw Refusal{403, "Invalid username or password."};
   const std::optional<std::string> token = sessions_.LogIn(customer.id, user->id, key);
   if (!token) throw Refusal{403, kSessionExpired};
   AnswerSuccess(response, {{"payload", {{"token", *token}}}});

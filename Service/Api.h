@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Catalog.h"
+#include "PasswordGate.h"
 #include "Sessions.h"
 
 namespace orvane_service {
@@ -14,7 +15,7 @@ namespace orvane_service {
 /// One function for each call. All answer in JSON, throw Refusal for what they refuse, and may run on any thread.
 class Api {
  public:
-  Api(Catalog& catalog, Sessions& sessions) : catalog_(catalog), sessions_(sessions) {}
+  Api(Catalog& catalog, Sessions& sessions, PasswordGate& gate) : catalog_(catalog), sessions_(sessions), gate_(gate) {}
 
   /// First step of the login: the version of the API and a key.
   void OpenSession(const httplib::Request& request, httplib::Response& response);
@@ -34,6 +35,7 @@ class Api {
 
   Catalog& catalog_;
   Sessions& sessions_;
+  PasswordGate& gate_;
 };
 
 }  // namespace orvane_service

@@ -52,12 +52,14 @@ Service::Service(ServiceOptions options)
       database_(folder_.Path() / "orvane.db"),
       catalog_(database_),
       sessions_(database_, options_.clock),
+      gate_(options_.passwords),
       files_(folder_.Path()),
-      api_(catalog_, sessions_),
-      upload_(catalog_, sessions_, files_, options_.clock, options_.refuse_uploads),
+      unproven_(options_.free_bytes ? options_.free_bytes : [this] { return files_.FreeBytes(); }),
+      api_(catalog_, sessions_, gate_),
+      upload_(catalog_, sessions_, files_, unproven_, options_.clock, options_.refuse_uploads),
       pages_(catalog_, files_),
       web_site_(options_.web_version, folder_.Path() / "downloads"),
-      server_(authority_.ServerIdentity()) {
+      server_(authority_.ServerIdentity(), options_.server) {
   if (catalog_.IsEmpty()) Seed();
   ReportStrayFiles();
   AddApiHandlers();
@@ -72,10 +74,13 @@ Service::~Service() {
 }
 
 void Service::Start() {
-  port_ = server_.Start(options_.port);
+  // Known before the first client is served: the links of uploads name it.
+  port_ = server_.Bind(options_.port);
+  server_.Listen();
 }
 
 void Service::Stop() {
+  gate_.Stop();
   server_.Stop();
 }
 
@@ -112,6 +117,13 @@ void Service::AddUploadHandler() {
                [this](const Request& request, Response& response, const httplib::ContentReader& reader) {
                  Guard(response, [&] { upload_.Receive(request, response, reader, port_); });
                });
+  server_.SetRequestHook([](Request& request) {
+    if (!IsUpload(request)) return;
+    const std::string type = request.get_header_value("Content-Type");
+    request.headers.erase("Content-Type");
+    request.headers.erase(kUploadType);
+    request.headers.emplace(kUploadType, type);
+  });
   server_.set_expect_100_continue_handler(
       [this](const Request& request, Response& response) { return CheckExpectation(request, response); });
 }
@@ -139,12 +151,16 @@ void Service::AddPageHandlers() {
 
 void Service::AddBodyLimit() {
   server_.set_pre_routing_handler([](const Request& request, Response& response) {
-    const bool unlimited = request.has_header("Transfer-Encoding");
+    const bool has_body = request.method != "GET" && request.method != "HEAD" && request.method != "OPTIONS";
+    const bool has_length = request.has_header("Content-Length");
     const bool too_long = request.get_header_value<uint64_t>("Content-Length") > kMaxSmallBody;
     if (request.has_header("Content-Encoding")) {
       // A few bytes could unpack to any size.
       AnswerRefusal(response, {415, "Compressed requests are not accepted."});
-    } else if (!IsUpload(request) && (unlimited || too_long)) {
+    } else if (!IsUpload(request) && has_body && !has_length) {
+      // In chunks it could go on for ever.
+      AnswerRefusal(response, {411, "The request must tell its length."});
+    } else if (!IsUpload(request) && too_long) {
       AnswerRefusal(response, {413, "The request is too large."});
     } else {
       return httplib::Server::HandlerResponse::Unhandled;
@@ -179,6 +195,7 @@ void Service::AddErrorHandlers() {
     if (IsApiPath(request.path)) return AnswerRefusal(response, refusal);
     SendPage(response, 500, "Fault", "<p>" + EscapeHtml(refusal.message) + "</p>\n");
   });
+  server_.SetFaultLog([this](const std::string& what) { Log("fault: " + what); });
   server_.set_logger([this](const Request& request, const Response& response) {
     const std::string path = request.target.substr(0, request.target.find('?'));
     Log(request.method + " " + request.get_header_value("Host") + " " + path + " " + std::to_string(response.status));

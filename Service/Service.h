@@ -15,8 +15,10 @@
 #include "Database.h"
 #include "FileStore.h"
 #include "HttpsServer.h"
+#include "PasswordGate.h"
 #include "ReviewPages.h"
 #include "Sessions.h"
+#include "UnprovenUploads.h"
 #include "Upload.h"
 #include "WebSite.h"
 
@@ -39,6 +41,11 @@ struct ServiceOptions {
   /// If given, every upload is refused with this message.
   std::optional<std::string> refuse_uploads;
   Clock clock = SystemTime;
+  /// What a client may ask of the service's patience; tests have less of it.
+  ServerLimits server;
+  GateLimits passwords;
+  /// Free space on the disk of the data folder, in bytes; if not given, the system is asked.
+  std::function<uint64_t()> free_bytes;
   /// Takes a line for each request and each fault, without a line end; no secrets are in it. Called on any thread, one
   /// call at a time. May be empty.
   std::function<void(const std::string&)> log;
@@ -86,7 +93,9 @@ class Service {
   Database database_;
   Catalog catalog_;
   Sessions sessions_;
+  PasswordGate gate_;
   FileStore files_;
+  UnprovenUploads unproven_;
   Api api_;
   Upload upload_;
   ReviewPages pages_;

@@ -7,10 +7,18 @@ namespace orvane_service {
 std::string Sessions::Open(int64_t customer) {
   const std::string key = RandomHex(kIdentifierBytes);
   const int64_t now = clock_();
+  Transaction transaction(database_);
   Statement(database_, "DELETE FROM sessions WHERE expires_at <= ?").Bind(now).Run();
   Statement insert(database_,
                    "INSERT INTO sessions (key_hash, customer_id, token_hash, expires_at) VALUES (?, ?, '', ?)");
   insert.Bind(Sha256Hex(key)).Bind(customer).Bind(now + kKeyLifetime).Run();
+  Statement(database_,
+            "DELETE FROM sessions WHERE rowid IN (SELECT rowid FROM sessions WHERE customer_id = ? AND user_id IS NULL"
+            " ORDER BY rowid DESC LIMIT -1 OFFSET ?)")
+      .Bind(customer)
+      .Bind(kMaxWaitingKeys)
+      .Run();
+  transaction.Commit();
   return key;
 }
 
@@ -29,6 +37,12 @@ std::optional<std::string> Sessions::LogIn(int64_t customer, int64_t user, const
   update.Bind(Sha256Hex(key)).Bind(customer).Bind(now).Run();
   if (update.Changes() == 0) return std::nullopt;
   return token;
+}
+
+bool Sessions::IsAnyoneLoggedIn(int64_t customer) {
+  Statement query(database_,
+                  "SELECT 1 FROM sessions WHERE customer_id = ? AND user_id IS NOT NULL AND expires_at > ? LIMIT 1");
+  return query.Bind(customer).Bind(clock_()).Step();
 }
 
 std::optional<int64_t> Sessions::FindUser(int64_t customer, const std::string& key, const std::string& token) {

@@ -20,6 +20,10 @@ constexpr int64_t kKeyLifetime = 60 * 60;
 /// How long a token is good, in seconds. A client logs in once and then renders and uploads, which can take many hours.
 constexpr int64_t kTokenLifetime = 48 * 60 * 60;
 
+/// Keys of one customer that wait for the password. When there are more, the oldest expires; a client that logs in uses
+/// its key some milliseconds after it got it.
+constexpr int64_t kMaxWaitingKeys = 1000;
+
 /// Sessions live in the database, so they outlast a restart; it holds only hashes of keys and tokens. May be used by
 /// any thread. Everything throws DatabaseError.
 class Sessions {
@@ -35,6 +39,9 @@ class Sessions {
   /// Second step, after the password was checked: a new token for the key, which replaces an earlier one. Nothing if
   /// the key is not the customer's or has expired.
   std::optional<std::string> LogIn(int64_t customer, int64_t user, const std::string& key);
+
+  /// True if a user of the customer is logged in.
+  bool IsAnyoneLoggedIn(int64_t customer);
 
   /// The user who is logged in with this key and this token, if they belong together and have not expired.
   std::optional<int64_t> FindUser(int64_t customer, const std::string& key, const std::string& token);

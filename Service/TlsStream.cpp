@@ -18,17 +18,6 @@ namespace {
 constexpr size_t kReadAhead = 128 * 1024;
 // One record: SSL_read() returns no more.
 constexpr size_t kBufferSize = 16 * 1024;
-// How long a client that is still sending may take to notice that it was refused.
-constexpr std::chrono::seconds kLinger(5);
-
-bool Poll(socket_t socket, short events, int milliseconds) {
-  pollfd entry{socket, events, 0};
-  int result;
-  do {
-    result = poll(&entry, 1, milliseconds);
-  } while (result < 0 && errno == EINTR);
-  return result > 0;
-}
 
 void AddressOf(const sockaddr_in& address, std::string& ip, int& port) {
   char text[INET_ADDRSTRLEN] = "";
@@ -39,25 +28,50 @@ void AddressOf(const sockaddr_in& address, std::string& ip, int& port) {
 
 }  // namespace
 
-TlsStream::TlsStream(SSL_CTX* context, socket_t socket)
-    : ssl_(SSL_new(context)), socket_(socket), buffer_(kBufferSize) {
+TlsStream::TlsStream(SSL_CTX* context, Connection& connection)
+    : ssl_(SSL_new(context)), connection_(connection), buffer_(kBufferSize) {
   if (!ssl_) return;
   SSL_set_read_ahead(ssl_.get(), 1);
   SSL_set_default_read_buffer_len(ssl_.get(), kReadAhead);
-  SSL_set_fd(ssl_.get(), socket);
+  // A write that is repeated may come from another address: the library moves what it has left.
+  SSL_set_mode(ssl_.get(), SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER | SSL_MODE_ENABLE_PARTIAL_WRITE);
+  SSL_set_fd(ssl_.get(), connection.Socket());
 }
 
 TlsStream::~TlsStream() = default;
 
+// After a call that returned no success: true if it can be repeated, because the socket is ready for it now.
+bool TlsStream::MayRepeat(int result) {
+  switch (SSL_get_error(ssl_.get(), result)) {
+    case SSL_ERROR_WANT_READ:
+      return connection_.Await(POLLIN);
+    case SSL_ERROR_WANT_WRITE:
+      return connection_.Await(POLLOUT);
+    case SSL_ERROR_ZERO_RETURN:
+      return false;
+    default:
+      failed_ = true;
+      return false;
+  }
+}
+
 bool TlsStream::Accept() {
-  ERR_clear_error();
-  failed_ = !ssl_ || SSL_accept(ssl_.get()) != 1;
+  int result = -1;
+  do {
+    ERR_clear_error();
+    result = ssl_ ? SSL_accept(ssl_.get()) : -1;
+  } while (ssl_ && result != 1 && MayRepeat(result));
+  failed_ = result != 1;
   return !failed_;
 }
 
-bool TlsStream::WaitForData(int milliseconds) const {
+bool TlsStream::HasData() const {
   // SSL_has_pending() counts also what was read ahead but not decrypted yet.
-  return begin_ < end_ || SSL_has_pending(ssl_.get()) == 1 || Poll(socket_, POLLIN, milliseconds);
+  return begin_ < end_ || SSL_has_pending(ssl_.get()) == 1;
+}
+
+bool TlsStream::WaitForData() {
+  return HasData() || connection_.Await(POLLIN);
 }
 
 void TlsStream::Close(bool unread_data) {
@@ -66,17 +80,16 @@ void TlsStream::Close(bool unread_data) {
   if (!failed_) SSL_shutdown(ssl_.get());
   ERR_clear_error();
   if (!unread_data) return;
-  shutdown(socket_, SHUT_WR);
-  const auto deadline = std::chrono::steady_clock::now() + kLinger;
-  std::vector<char> waste(kReadAhead);
-  while (std::chrono::steady_clock::now() < deadline) {
-    if (!Poll(socket_, POLLIN, 100)) continue;
-    if (recv(socket_, waste.data(), waste.size(), 0) <= 0) break;
+  shutdown(connection_.Socket(), SHUT_WR);
+  const auto deadline = std::chrono::steady_clock::now() + connection_.Limits().farewell;
+  connection_.BeginStage(connection_.Limits().farewell);
+  while (std::chrono::steady_clock::now() < deadline && connection_.Await(POLLIN)) {
+    if (recv(connection_.Socket(), buffer_.data(), buffer_.size(), 0) <= 0) break;
   }
 }
 
 bool TlsStream::is_readable() const {
-  return WaitForData(0);
+  return HasData();
 }
 
 bool TlsStream::is_writable() const {
@@ -84,42 +97,48 @@ bool TlsStream::is_writable() const {
 }
 
 ssize_t TlsStream::read(char* data, size_t size) {
-  if (begin_ == end_) {
+  while (begin_ == end_) {
+    if (failed_) return -1;
     ERR_clear_error();
     const int length = SSL_read(ssl_.get(), buffer_.data(), static_cast<int>(buffer_.size()));
-    if (length <= 0) {
-      const bool ended = SSL_get_error(ssl_.get(), length) == SSL_ERROR_ZERO_RETURN;
-      if (!ended) failed_ = true;
-      return ended ? 0 : -1;
+    if (length > 0) {
+      begin_ = 0;
+      end_ = static_cast<size_t>(length);
+      connection_.Count(end_);
+    } else if (!MayRepeat(length)) {
+      return SSL_get_error(ssl_.get(), length) == SSL_ERROR_ZERO_RETURN ? 0 : -1;
     }
-    begin_ = 0;
-    end_ = static_cast<size_t>(length);
   }
   const size_t count = std::min(size, end_ - begin_);
   memcpy(data, buffer_.data() + begin_, count);
   begin_ += count;
-  bytes_read_ += count;
   return static_cast<ssize_t>(count);
 }
 
 ssize_t TlsStream::write(const char* data, size_t size) {
-  if (failed_) return -1;
-  ERR_clear_error();
-  const int length = SSL_write(ssl_.get(), data, static_cast<int>(std::min<size_t>(size, INT_MAX)));
-  if (length <= 0) failed_ = true;
-  return length <= 0 ? -1 : length;
+  while (!failed_) {
+    ERR_clear_error();
+    const int length = SSL_write(ssl_.get(), data, static_cast<int>(std::min<size_t>(size, INT_MAX)));
+    if (length > 0) {
+      connection_.Count(static_cast<size_t>(length));
+      return length;
+    }
+    // A record that was sent in part leaves no way to say anything else.
+    if (!MayRepeat(length)) failed_ = true;
+  }
+  return -1;
 }
 
 void TlsStream::get_remote_ip_and_port(std::string& ip, int& port) const {
   sockaddr_in address{};
   socklen_t length = sizeof(address);
-  if (getpeername(socket_, reinterpret_cast<sockaddr*>(&address), &length) == 0) AddressOf(address, ip, port);
+  if (getpeername(socket(), reinterpret_cast<sockaddr*>(&address), &length) == 0) AddressOf(address, ip, port);
 }
 
 void TlsStream::get_local_ip_and_port(std::string& ip, int& port) const {
   sockaddr_in address{};
   socklen_t length = sizeof(address);
-  if (getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length) == 0) AddressOf(address, ip, port);
+  if (getsockname(socket(), reinterpret_cast<sockaddr*>(&address), &length) == 0) AddressOf(address, ip, port);
 }
 
 }  // namespace orvane_service

@@ -6,6 +6,7 @@
 #include "Answers.h"
 #include "Customers.h"
 #include "HostNames.h"
+#include "MultipartParser.h"
 #include "Secrets.h"
 
 namespace orvane_service {
@@ -31,26 +32,33 @@ void RequireTexts(const StoredFile& file) {
 }  // namespace
 
 void Upload::CheckHeaders(const httplib::Request& request) {
-  CallerOf(request, catalog_);
+  const Customer customer = CallerOf(request, catalog_);
   if (refusal_message_) throw Refusal{503, *refusal_message_};
-  if (!request.is_multipart_form_data()) throw Refusal{415, "An upload must be a form with a file."};
+  if (!BoundaryOf(request.get_header_value(kUploadType))) throw Refusal{415, "An upload must be a form with a file."};
   const uint64_t length = request.get_header_value<uint64_t>("Content-Length");
   if (length > kMaxUploadBytes) throw TooLarge();
   if (length > files_.FreeBytes()) throw Refusal{507, "The service has no room for the file."};
+  // The credentials follow the film. Where nobody is logged in, they cannot be good.
+  if (!sessions_.IsAnyoneLoggedIn(customer.id)) throw Refusal{403, kSessionExpired};
 }
 
 void Upload::Receive(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader& reader,
                      int port) {
   CheckHeaders(request);
   const Customer customer = CallerOf(request, catalog_);
-  UploadForm form(files_, [&](const std::string& key, const std::string& token) {
+  const std::unique_ptr<UnprovenUploads::Ticket> ticket = unproven_.Admit();
+  if (!ticket) throw Refusal{503, "The service takes too many files at once. Please try again."};
+  const uint64_t length = request.get_header_value<uint64_t>("Content-Length");
+  UploadForm form(files_, *ticket, length, [&](const std::string& key, const std::string& token) {
     return sessions_.FindUser(customer.id, key, token).has_value();
   });
-  const bool complete =
-      reader([&](const httplib::MultipartFormData& part) { return form.BeginPart(part.name, part.filename); },
-             [&](const char* data, size_t size) { return form.Append(data, size); });
+  MultipartParser parser(
+      BoundaryOf(request.get_header_value(kUploadType)).value_or(""),
+      [&](const std::string& name, const std::string& file_name) { return form.BeginPart(name, file_name); },
+      [&](const char* data, size_t size) { return form.Append(data, size); });
+  const bool complete = reader([&](const char* data, size_t size) { return parser.Feed(data, size); });
   if (form.GetRefusal()) throw *form.GetRefusal();
-  if (!complete) throw Refusal{400, "The upload is incomplete or not a well-formed form."};
+  if (!complete || !parser.IsComplete()) throw Refusal{400, "The upload is incomplete or not a well-formed form."};
 
   StoredFile stored = Check(request, customer, form);
   Store(stored, *form.File());

@@ -13,15 +13,20 @@
 
 namespace orvane_service {
 
+/// The header in which CheckHeaders() and Receive() find what the client sent as Content-Type. The library would take a
+/// multipart form apart itself, in a way that lets a client fill the memory.
+constexpr const char* kUploadType = "Upload-Type";
+
 /// A file is stored completely or not at all. May be used by any thread.
 class Upload {
  public:
   /// With a refusal message every upload is refused with it.
-  Upload(Catalog& catalog, Sessions& sessions, FileStore& files, Clock clock,
+  Upload(Catalog& catalog, Sessions& sessions, FileStore& files, UnprovenUploads& unproven, Clock clock,
          std::optional<std::string> refusal_message)
       : catalog_(catalog),
         sessions_(sessions),
         files_(files),
+        unproven_(unproven),
         clock_(std::move(clock)),
         refusal_message_(std::move(refusal_message)) {}
 
@@ -40,6 +45,7 @@ class Upload {
   Catalog& catalog_;
   Sessions& sessions_;
   FileStore& files_;
+  UnprovenUploads& unproven_;
   Clock clock_;
   std::optional<std::string> refusal_message_;
 };

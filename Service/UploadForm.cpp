@@ -35,6 +35,10 @@ bool UploadForm::Refuse(const Refusal& refusal) {
   return false;
 }
 
+bool UploadForm::RefuseForSpace() {
+  return Refuse(507, "The service has no room for the file.");
+}
+
 bool UploadForm::BeginPart(const std::string& name, const std::string& file_name) {
   if (refusal_) return false;
   in_file_ = false;
@@ -61,7 +65,11 @@ bool UploadForm::BeginFile(const std::string& file_name) {
   if (file_name.empty()) return Refuse(400, "The upload has no file.");
   const std::optional<std::string> key = Text("auth_key");
   const std::optional<std::string> token = Text("auth_token");
-  if (key && token && !check_(*key, *token)) return Refuse(403, kSessionExpired);
+  if (key && token) {
+    if (!check_(*key, *token)) return Refuse(403, kSessionExpired);
+    ticket_.Prove();
+  }
+  if (!ticket_.MayTake(announced_)) return RefuseForSpace();
   file_name_ = Unquote(file_name);
   in_file_ = true;
   try {
@@ -85,10 +93,11 @@ bool UploadForm::Append(const char* data, size_t size) {
 
 bool UploadForm::AppendToFile(const char* data, size_t size) {
   if (file_->Size() + size > kMaxFileBytes) return Refuse(TooLarge());
+  if (!ticket_.Take(size)) return RefuseForSpace();
   try {
     file_->Write(data, size);
   } catch (const std::system_error& error) {
-    if (error.code().value() == ENOSPC) return Refuse(507, "The service has no room for the file.");
+    if (error.code().value() == ENOSPC) return RefuseForSpace();
     return Refuse(500, "The service cannot store the file.");
   }
   return true;

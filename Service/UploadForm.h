@@ -10,6 +10,7 @@
 
 #include "Answers.h"
 #include "FileStore.h"
+#include "UnprovenUploads.h"
 
 namespace orvane_service {
 
@@ -17,7 +18,7 @@ namespace orvane_service {
 constexpr uint64_t kMaxFileBytes = 64ull << 30;
 /// Largest text of one part, and of all parts together, in bytes.
 constexpr size_t kMaxTextBytes = 1 << 20;
-constexpr size_t kMaxTextBytesInAll = 8 << 20;
+constexpr size_t kMaxTextBytesInAll = 3 << 20;
 constexpr size_t kMaxTags = 1000;
 /// Largest body of an upload: that file, and all texts with what a form puts around them.
 constexpr uint64_t kMaxUploadBytes = kMaxFileBytes + 2 * kMaxTextBytesInAll;
@@ -32,7 +33,9 @@ class UploadForm {
   using CredentialCheck = std::function<bool(const std::string& key, const std::string& token)>;
 
   /// The check is asked when the file begins, if the credentials have come before it; the plug-in sends them after it.
-  UploadForm(const FileStore& store, CredentialCheck check) : store_(store), check_(std::move(check)) {}
+  /// The ticket must outlive the form. Of the file so many bytes are announced, or 0 if it is not known.
+  UploadForm(const FileStore& store, UnprovenUploads::Ticket& ticket, uint64_t announced, CredentialCheck check)
+      : store_(store), ticket_(ticket), announced_(announced), check_(std::move(check)) {}
 
   /// A part begins; text parts have no file name. Returns false if the form is refused.
   bool BeginPart(const std::string& name, const std::string& file_name);
@@ -56,10 +59,13 @@ class UploadForm {
  private:
   bool Refuse(int status, const std::string& message);
   bool Refuse(const Refusal& refusal);
+  bool RefuseForSpace();
   bool BeginFile(const std::string& file_name);
   bool AppendToFile(const char* data, size_t size);
 
   const FileStore& store_;
+  UnprovenUploads::Ticket& ticket_;
+  const uint64_t announced_;
   CredentialCheck check_;
   std::optional<Refusal> refusal_;
   std::unique_ptr<IncomingFile> file_;

@@ -22,6 +22,10 @@ constexpr int kWrongUsage = 2;
 // Takes the password from the file's first line. It must be one that a client can send: the plug-in sends its login
 // form unescaped, so "&", "+" and "%" would never arrive as they are.
 std::string ReadPassword(const std::string& file) {
+  struct stat info {};
+  if (stat(file.c_str(), &info) == 0 && (info.st_mode & (S_IRGRP | S_IROTH)) != 0) {
+    std::cerr << "orvane-service: warning: other users of this machine may read " << file << std::endl;
+  }
   std::ifstream stream(file);
   std::string password;
   std::getline(stream, password);
@@ -29,6 +33,13 @@ std::string ReadPassword(const std::string& file) {
     throw CLI::ValidationError("--demo-password-file", "a text without &, + and % is needed in the first line");
   }
   return password;
+}
+
+// What is printed often ends in a log, so the password is not: it gets a file that nobody else can read.
+void WritePassword(const std::string& file, const std::string& password) {
+  std::ofstream stream(file);
+  stream << password << std::endl;
+  if (!stream) throw std::runtime_error("cannot write " + file);
 }
 
 void AddOptions(CLI::App& app, ServiceOptions& options) {
@@ -41,7 +52,7 @@ void AddOptions(CLI::App& app, ServiceOptions& options) {
   app.add_option_function<std::string>(
          "--demo-password-file", [&options](const std::string& file) { options.demo_password = ReadPassword(file); },
          "take the demo user's password from the first line of this file, at the first start (default: random, and "
-         "printed)")
+         "written to DIR/demo-password)")
       ->type_name("FILE");
   app.add_option("--web-version", options.web_version,
                  "what the web site gives as the newest plug-in version (default: what DIR/downloads/version.txt says, "
@@ -66,8 +77,9 @@ int Run(ServiceOptions options) {
   const bool password_was_given = options.demo_password.has_value();
   Service service(std::move(options));
   if (service.DemoPassword() && !password_was_given) {
-    std::cout << "orvane-service: demo login: subdomain acme, user editor, password " << *service.DemoPassword()
-              << std::endl;
+    const std::string file = (service.Data() / "demo-password").string();
+    WritePassword(file, *service.DemoPassword());
+    std::cout << "orvane-service: demo login: subdomain acme, user editor, password in " << file << std::endl;
   }
   service.Start();
   std::cout << "orvane-service: ready on https://127.0.0.1:" << service.Port() << " (data in "

@@ -66,7 +66,7 @@ TEST_F(ApiTest, AnswersUnknownCallsAndOversizedFormsInItsOwnShape) {
       "POST /api/prjacc/prjacc HTTP/1.1\r\nHost: acme.orvane.localhost\r\nContent-Type: text/plain\r\n"
       "Transfer-Encoding: chunked\r\n\r\n");
   const std::string answer = connection.ReadToEnd();
-  EXPECT_EQ(answer.rfind("HTTP/1.1 413 ", 0), 0u) << answer;
+  EXPECT_EQ(answer.rfind("HTTP/1.1 411 ", 0), 0u) << answer;
   EXPECT_NE(answer.find("\"status\":\"error\""), std::string::npos) << answer;
 }
 

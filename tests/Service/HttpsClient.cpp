@@ -66,6 +66,17 @@ void RawConnection::Send(std::string_view data) {
   }
 }
 
+bool RawConnection::TrySend(std::string_view data) {
+  size_t count = 0;
+  char answer[4096];
+  CURLcode received = CURLE_OK;
+  while (received == CURLE_OK && (received = curl_easy_recv(curl_, answer, sizeof(answer), &count)) == CURLE_OK) {
+    if (count == 0) return false;
+  }
+  const CURLcode sent = curl_easy_send(curl_, data.data(), data.size(), &count);
+  return received == CURLE_AGAIN && (sent == CURLE_OK || sent == CURLE_AGAIN);
+}
+
 std::string RawConnection::ReadToEnd() {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   std::string text;

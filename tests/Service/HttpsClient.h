@@ -46,6 +46,9 @@ class RawConnection {
   /// Sends everything; fails the test if the connection breaks.
   void Send(std::string_view data);
 
+  /// Sends a little. Returns false if the other side has ended the connection.
+  bool TrySend(std::string_view data);
+
   /// What has come when the other side ends the connection, or at a deadline.
   std::string ReadToEnd();
 

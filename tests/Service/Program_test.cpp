@@ -17,8 +17,12 @@ TEST(ProgramTest, SaysWhenItIsReadyAndEndsOnSignals) {
     ASSERT_NO_FATAL_FAILURE(program.UntilItSays(" (data in " + data + ")\n"));
     const std::string& out = program.output;
     EXPECT_NE(out.find("ready on https://127.0.0.1:"), std::string::npos) << out;
-    const bool has_login = out.find("demo login: subdomain acme, user editor, password ") != std::string::npos;
+    const std::string file = data + "/demo-password";
+    const bool has_login =
+        out.find("demo login: subdomain acme, user editor, password in " + file) != std::string::npos;
     EXPECT_EQ(has_login, number == SIGTERM) << "only at the first start: " << out;
+    EXPECT_EQ(std::filesystem::status(file).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     program.Signal(number);
     EXPECT_EQ(program.End(), 0);
   }

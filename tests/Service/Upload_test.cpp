@@ -40,8 +40,8 @@ class UploadTest : public RunningService {
   }
 
   // Begins an upload that announces more than it sends, and waits until some of it has come.
-  void SendHalf(RawConnection& connection) const {
-    connection.Send(Head("/api/prjacc", 100000000) +
+  void SendHalf(RawConnection& connection, uint64_t announced = 100000000) const {
+    connection.Send(Head("/api/prjacc", announced) +
                     "--xyz\r\nContent-Disposition: form-data; name=\"Filedata\"; filename=\"film.mp4\"\r\n\r\n" +
                     std::string(3000000, 'v'));
     ASSERT_TRUE(Eventually([&] { return !Entries(data_ / "incoming").empty(); }));
@@ -128,6 +128,7 @@ TEST_F(UploadTest, NoNameInAnyFieldLeadsOutOfTheDataFolder) {
 }
 
 TEST_F(UploadTest, AnUploadThatIsCutOffLeavesNothing) {
+  LogIn();
   {
     RawConnection connection(Url("acme", ""), service_->AuthorityFile());
     SendHalf(connection);
@@ -139,6 +140,51 @@ TEST_F(UploadTest, AnUploadThatIsCutOffLeavesNothing) {
   service_->Stop();
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
   ExpectNothingStored();
+}
+
+// The film comes before the credentials: nobody may fill the disk with one.
+TEST_F(UploadTest, RefusesFilmsOfUnknownSenders) {
+  LogIn("nordlicht");
+  RawConnection connection(Url("acme", ""), service_->AuthorityFile());
+  connection.Send(Head("/api/prjacc", 599 << 20) + "--xyz\r\n");
+  const std::string answer = connection.ReadToEnd();
+  EXPECT_EQ(answer.rfind("HTTP/1.1 403 ", 0), 0u) << answer;
+
+  options_.free_bytes = [] { return uint64_t{8000000}; };
+  Restart();
+  const Login login = LogIn();
+  Parts parts = UploadParts(login, std::string(5000000, 'v'));
+  ExpectRefused(client_.PostForm(UploadUrl(), parts), 507);
+  // A sender that shows its credentials first may use what there is.
+  std::rotate(parts.begin(), parts.begin() + 1, parts.end());
+  EXPECT_EQ(client_.PostForm(UploadUrl(), parts).Root()["status"], "success");
+  EXPECT_EQ(client_.PostForm(UploadUrl(), UploadParts(login, std::string(3000000, 'v'))).Root()["status"], "success");
+}
+
+TEST_F(UploadTest, UnknownSendersTogetherTakeHalfOfTheDisk) {
+  options_.free_bytes = [] { return uint64_t{10000000}; };
+  Restart();
+  const Login login = LogIn();
+  RawConnection other(Url("acme", ""), service_->AuthorityFile());
+  SendHalf(other, 4000000);
+  const Parts parts = UploadParts(login, std::string(4500000, 'v'));
+  EXPECT_TRUE(Eventually([&] { return client_.PostForm(UploadUrl(), parts).status == 507; }));
+}
+
+TEST_F(UploadTest, LimitsTheNumberOfUnknownSenders) {
+  const Login login = LogIn();
+  {
+    std::vector<std::unique_ptr<RawConnection>> begun;
+    for (size_t i = 0; i < orvane_service::kMaxUploads; ++i) {
+      begun.push_back(std::make_unique<RawConnection>(Url("acme", ""), service_->AuthorityFile()));
+      begun.back()->Send(Head("/api/prjacc", 1000000) + "--xyz\r\n");
+      if (i == 10) EXPECT_EQ(client_.PostForm(UploadUrl(), UploadParts(login)).status, 200);
+      if (client_.PostForm(UploadUrl(), UploadParts(login)).status == 503) break;
+    }
+    EXPECT_GE(begun.size(), orvane_service::kMaxUnprovenUploads);
+    EXPECT_EQ(client_.PostForm(UploadUrl(), UploadParts(login)).status, 503);
+  }
+  EXPECT_TRUE(Eventually([&] { return client_.PostForm(UploadUrl(), UploadParts(login)).status == 200; }));
 }
 
 // What the headers tell is answered before the body has come: a wrong path, a body that is too long.
