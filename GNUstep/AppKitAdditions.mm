@@ -15,6 +15,13 @@ BOOL NSApplicationLoad(void) {
 
 @end
 
+@implementation NSScrollView (FlashScrollers)
+
+- (void)flashScrollers {
+}
+
+@end
+
 @implementation NSBundle (ImageForResource)
 
 - (NSImage *)imageForResource:(NSString *)name {

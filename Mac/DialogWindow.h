@@ -7,8 +7,8 @@
 
 /// Closes on Escape as by its close button: its delegate is asked and told. Without a close button it takes Escape as
 /// any window does. Command with X, C, V, A and Z edits the text that has the keyboard, also in a host without an Edit
-/// menu. Looks light whatever the system does, as its background is. The class of every window of the plug-in.
-/// [main-thread]
+/// menu. A control that gets the keyboard is scrolled into view. Looks light whatever the system does, as its
+/// background is. The class of every window of the plug-in. [main-thread]
 ORV_RUNTIME_NAME("OrvDialogWindow")
 @interface DialogWindow : NSWindow
 @end

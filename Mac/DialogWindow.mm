@@ -45,6 +45,15 @@ static SEL EditingAction(NSEvent *event) {
   return action != NULL && [NSApp sendAction:action to:nil from:self];
 }
 
+- (BOOL)makeFirstResponder:(NSResponder *)responder {
+  if (![super makeFirstResponder:responder]) return NO;
+  if ([responder isKindOfClass:[NSControl class]]) {
+    NSControl *control = static_cast<NSControl *>(responder);
+    [control scrollRectToVisible:[control bounds]];
+  }
+  return YES;
+}
+
 - (void)sendEvent:(NSEvent *)event {
   const BOOL closes = IsPlainEscape(event) && ([self styleMask] & NSWindowStyleMaskClosable) && ![self isComposingText];
   if (closes) {

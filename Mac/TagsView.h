@@ -7,6 +7,7 @@
 
 @class RoundedView;
 @class TagButton;
+@class TagsPage;
 
 ORV_RUNTIME_NAME("OrvTagsViewDelegate")
 @protocol TagsViewDelegate <NSObject>
@@ -24,6 +25,7 @@ ORV_RUNTIME_NAME("OrvTagsView")
   NSTextField *_titleTextField;
   NSTextField *_tagTextField;
   NSButton *_addButton;
+  TagsPage *_page;
   RoundedView *_tagTextFieldBackground;
   NSMutableArray *_tagButtons;
   NSMutableArray *_tags;
@@ -37,6 +39,9 @@ ORV_RUNTIME_NAME("OrvTagsView")
 @property(nonatomic, assign) IBOutlet NSTextField *titleTextField;
 @property(nonatomic, assign) IBOutlet NSTextField *tagTextField;
 @property(nonatomic, assign) IBOutlet NSButton *addButton;
+
+/// The page in which this view scrolls, fitted to the chips whenever they are made anew; nil where nothing scrolls.
+@property(nonatomic, assign) IBOutlet TagsPage *page;
 
 /// The layout's anchor: the first row of chips stands below it.
 @property(nonatomic, assign) IBOutlet RoundedView *tagTextFieldBackground;

@@ -3,6 +3,7 @@
 #import "NSString+TrimmingAdditions.h"
 #import "RoundedView.h"
 #import "TagButton.h"
+#import "TagsPage.h"
 
 // Points. A row holds chips of the chip height; the gap stands between chips and above the first row.
 static const float kRowHeight = 36;
@@ -24,6 +25,7 @@ static const float kGap = 10;
 @synthesize titleTextField = _titleTextField;
 @synthesize tagTextField = _tagTextField;
 @synthesize addButton = _addButton;
+@synthesize page = _page;
 @synthesize tagTextFieldBackground = _tagTextFieldBackground;
 @synthesize tagButtons = _tagButtons;
 @synthesize tags = _tags;
@@ -94,6 +96,7 @@ static const float kGap = 10;
   for (NSString *title in titles) [self placeChipWithTitle:title];
   [self refreshTagButtonFramesFromIndex:0];
   [self chainKeyViews];
+  [_page fitToViews:_tagButtons];
   [self setNeedsDisplay:YES];
 }
 

@@ -177,6 +177,20 @@ TEST_F(WindowPictures, UploadWithLongTexts) {
   }
 }
 
+TEST_F(WindowPictures, UploadWithMoreTagsThanFit) {
+  @autoreleasepool {
+    OrvaneUploadWindowController *upload =
+        [[[OrvaneUploadWindowController alloc] initWithProjectsApiPointer:&client_] autorelease];
+    [[upload inputProject] selectItemWithTitle:@"Select a project..."];
+    NSMutableArray *tags = [NSMutableArray array];
+    for (int scene = 1; scene <= 46; ++scene) [tags addObject:[NSString stringWithFormat:@"Szene %d", scene]];
+    AddTags(upload, tags);
+    ExpectPicture([upload orvaneUploadWindow], @"upload-many-tags");
+    [[upload orvaneUploadWindow] makeFirstResponder:[[[upload tagView] tagButtons] lastObject]];
+    ExpectPicture([upload orvaneUploadWindow], @"upload-last-tag");
+  }
+}
+
 TEST_F(WindowPictures, Uploading) {
   @autoreleasepool {
     UploadStatusWindowController *status =

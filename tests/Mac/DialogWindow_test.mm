@@ -97,6 +97,22 @@ TEST_F(DialogWindowTest, AnInputMethodKeepsItsEscape) {
   EXPECT_FALSE([window_ isVisible]) << "nothing is being composed";
 }
 
+TEST_F(DialogWindowTest, WhatGetsTheKeyboardComesIntoView) {
+  Open(NSTitledWindowMask);
+  for (Class kind in @[ [NSButton class], [NSTextField class] ]) {
+    NSControl *control = [[[kind alloc] initWithFrame:NSMakeRect(0, 80, 100, 40)] autorelease];
+    NSView *page = [[[NSView alloc] initWithFrame:NSMakeRect(0, 0, 200, 300)] autorelease];
+    [page addSubview:control];
+    NSScrollView *scroll = [[[NSScrollView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)] autorelease];
+    [scroll setDocumentView:page];
+    [[window_ contentView] addSubview:scroll];
+    [page scrollPoint:NSZeroPoint];
+    ASSERT_EQ(NSHeight([control visibleRect]), 20);
+    [window_ makeFirstResponder:control];
+    EXPECT_EQ(NSHeight([control visibleRect]), 40) << [[control className] UTF8String];
+  }
+}
+
 // A host may have no Edit menu.
 TEST_F(DialogWindowTest, CommandKeysEditTheText) {
   Open(NSTitledWindowMask);

@@ -195,3 +195,36 @@ TEST_F(OrvaneUploadWindowControllerTest, SaysWhatToDoWhileNoProjectIsChosen) {
     });
   });
 }
+
+// Each of these tags takes a row.
+TEST_F(OrvaneUploadWindowControllerTest, EveryTagComesIntoViewAndCanBeRemoved) {
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([controller] {
+      NSWindow *window = [controller orvaneUploadWindow];
+      TagsView *tags = [controller tagView];
+      const NSRect frame = [tags frame];
+      for (NSUInteger rows : {1, 3, 4, 9}) {
+        while ([[tags tags] count] < rows) {
+          AddTag(controller, [NSString stringWithFormat:@"%zu, a tag of more than three hundred points",
+                                                        static_cast<size_t>([[tags tags] count])]);
+        }
+        EXPECT_EQ(NSHeight([tags visibleRect]) < NSHeight([[tags superview] bounds]) - 8, rows > 3) << rows;
+        [window makeFirstResponder:[tags addButton]];
+        for (NSUInteger row = 0; row < rows; ++row) {
+          [window selectNextKeyView:nil];
+          NSButton *chip = [[tags tagButtons] objectAtIndex:row];
+          EXPECT_EQ([window firstResponder], chip);
+          EXPECT_TRUE(NSEqualRects([chip visibleRect], [chip bounds])) << row << " of " << rows;
+        }
+        // The last, by a click.
+        NSView *last = [[tags tagButtons] lastObject];
+        const NSPoint middle = [last convertPoint:NSMakePoint(20, 13) toView:nil];
+        for (NSEventType type : {NSLeftMouseDown, NSLeftMouseUp}) SendMouse(window, type, middle);
+        EXPECT_EQ([[tags tags] count], rows - 1);
+        EXPECT_EQ(NSMaxY([[tags superview] visibleRect]), NSHeight([[tags superview] bounds])) << "it stays at its end";
+      }
+      EXPECT_TRUE(NSEqualRects([tags frame], frame)) << "the view itself stays";
+      [window performClose:nil];
+    });
+  });
+}

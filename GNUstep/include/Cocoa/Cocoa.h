@@ -56,6 +56,13 @@ extern double NSFoundationVersionNumber;
 
 @end
 
+@interface NSScrollView (FlashScrollers)
+
+/// Does nothing: scrollers that are needed are always to be seen.
+- (void)flashScrollers;
+
+@end
+
 @interface NSBundle (ImageForResource)
 
 /// The bundle's image of that file name, autoreleased; nil when there is none.

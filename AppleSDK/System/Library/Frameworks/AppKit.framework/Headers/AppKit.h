@@ -26,6 +26,7 @@
 #import <AppKit/NSPopUpButton.h>
 #import <AppKit/NSProgressIndicator.h>
 #import <AppKit/NSResponder.h>
+#import <AppKit/NSScrollView.h>
 #import <AppKit/NSStringDrawing.h>
 #import <AppKit/NSText.h>
 #import <AppKit/NSTextField.h>

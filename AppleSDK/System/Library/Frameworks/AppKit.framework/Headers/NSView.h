@@ -7,6 +7,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+@class NSScrollView;
+
 typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) { NSViewNotSizable = 0, NSViewMinXMargin = 1, NSViewWidthSizable = 2, NSViewMaxXMargin = 4, NSViewMinYMargin = 8, NSViewHeightSizable = 16, NSViewMaxYMargin = 32 };
 
 @interface NSView : NSResponder <NSAccessibility>
@@ -30,6 +32,9 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) { NSViewNotSizable = 0
 - (void)unlockFocus API_DEPRECATED("", macos(10.0, 10.14));
 - (void)drawRect:(NSRect)dirtyRect;
 - (nullable NSView *)hitTest:(NSPoint)point;
+- (NSRect)convertRect:(NSRect)rect toView:(nullable NSView *)view;
+@property (nullable, readonly, assign) NSScrollView *enclosingScrollView;
+- (BOOL)scrollRectToVisible:(NSRect)rect;
 @property (nullable, assign) NSView *nextKeyView;
 @property (nullable, readonly, assign) NSView *nextValidKeyView;
 @property (nullable, readonly, assign) NSView *previousValidKeyView;
