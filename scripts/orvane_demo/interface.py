@@ -19,10 +19,16 @@ class Interface:
         while view is not self._content:
             frame, stretch = self._frame(view), view.find("autoresizingMask[@flexibleMinY='YES']")
             if frame:
-                x, y, from_top = x + frame[0], y + frame[1], stretch is not None
+                x, y, from_top = x + frame[0], y + self._bottom(view), stretch is not None
             view = self._parents[view]
         # The windows grow and shrink at their bottom; most controls stay where they are below the top.
         return round(x), round((self._frame(self._content)[3] if from_top else height) - y)
+
+    def _bottom(self, view):
+        """How far above the bottom of the view that holds it the view begins. A page counts from its top."""
+        holder = self._parents[self._parents[view]]
+        _, y, _, height = self._frame(view)
+        return self._frame(holder)[3] - y - height if holder.get("customClass") == "OrvTagsPage" else y
 
     @staticmethod
     def _frame(view):

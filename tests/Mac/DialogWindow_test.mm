@@ -121,7 +121,11 @@ TEST_F(DialogWindowTest, CommandKeysEditTheText) {
   [[window_ contentView] addSubview:field];
   [field setStringValue:@"title"];
   [window_ makeFirstResponder:field];
-  ASSERT_TRUE(window_test::SpinUntil([this] { return [window_ isKeyWindow]; }));
+  // Asked again and again: the window manager may still be giving the keyboard away from the former test's window.
+  ASSERT_TRUE(window_test::SpinUntil([this] {
+    [window_ makeKeyWindow];
+    return [window_ isKeyWindow];
+  }));
   for (NSString *key in @[ @"a", @"x", @"v", @"v" ]) {
     NSEvent *event = [NSEvent keyEventWithType:NSKeyDown
                                       location:NSZeroPoint
