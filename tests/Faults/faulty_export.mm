@@ -47,9 +47,11 @@ orvane_host::Sequence SmallSequence(double seconds) {
 // threads.
 void Export(const json &row, orvane_host::HostSession &host, Person &person, json &seen) {
   for (int i = 0; i < row.value("times", 1); ++i) {
-    person.BeginExport();
-    seen["answers"].push_back(host.ExportTimeline());
-    while (!person.ExportIsOver()) SpinUntil([&person] { return person.ExportIsOver(); });
+    @autoreleasepool {
+      person.BeginExport();
+      seen["answers"].push_back(host.ExportTimeline());
+      while (!person.ExportIsOver()) SpinUntil([&person] { return person.ExportIsOver(); });
+    }
     seen["levels"].push_back({mallinfo2().uordblks / 1024, Entries("/proc/self/fd"), Entries("/proc/self/task")});
   }
 }
