@@ -49,8 +49,8 @@ class Surroundings:
         opener.parent.mkdir(mode=0o700)
         if with_browser:
             # Not on a command line, which everybody on the machine can read: an environment may hold secrets.
-            own, become = opener.parent / "environment", "import json, os, sys; os.execvpe('xdg-open', ['xdg-open', " \
-                "sys.argv[2]], json.load(open(sys.argv[1])))"
+            own = opener.parent / "environment"
+            become = "import json, os, sys; os.execvpe('xdg-open', sys.argv[1:], json.load(open(sys.argv[1])))"
             own.write_text(json.dumps(dict(os.environ)))
             own.chmod(0o600)
             script += f'exec {shlex.join([sys.executable, "-c", become, str(own)])} "$1"\n'

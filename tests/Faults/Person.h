@@ -40,6 +40,7 @@ class Person {
   nlohmann::json &seen_;
   NSString *title_ = nil;  // of the window that the last looks found
   int looks_ = 0;
+  int alert_looks_ = 0;
   int quiet_ = 0;
   int logins_ = 0;
   int uploads_ = 0;

@@ -53,8 +53,10 @@ void Person::BeginExport() {
 
 void Person::Act() {
   NoteProgress();
-  if (IsModal(AlertPanel())) {
-    ReadAlert();
+  alert_looks_ = IsModal(AlertPanel()) ? alert_looks_ + 1 : 0;
+  if (alert_looks_ > 0) {
+    quiet_ = 0;
+    if (alert_looks_ >= kLooks && !dismissing_) ReadAlert();
     return;
   }
   NSString *title = nil;
@@ -124,14 +126,13 @@ void Person::ChooseAndUpload() {
 }
 
 void Person::ReadAlert() {
-  quiet_ = 0;
-  if (dismissing_) return;
   dismissing_ = true;
   const std::string texts = AlertTexts();
   if (texts.find("error uploading") != std::string::npos) upload_failed_ = true;
   seen_["alerts"].push_back(texts.substr(0, 2000));
   DismissAlert();
   dismissing_ = false;
+  alert_looks_ = 0;  // it goes in a moment
 }
 
 void Person::NoteProgress() {

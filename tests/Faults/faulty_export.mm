@@ -59,6 +59,8 @@ void Export(const json &row, orvane_host::HostSession &host, Person &person, jso
 void RunRow(const json &row, json &seen) {
   orvane_host::SetTrustedAuthority(row["authority"]);
   orvane_host::SetConnectPort(row["port"]);
+  // Not before: GNUstep starts with no variable that is not UTF-8.
+  if (row.value("no_path", false)) setenv("TMPDIR", (std::string(getenv("TMPDIR")) + "\xff").c_str(), 1);
   if (!row.value("keeps", false)) ForgetItem();
   if (row.contains("saved")) seen["stored"] = SaveItem(ReadFile(row["saved"]));
   orvane_host::HostSession host(SmallSequence(row.value("seconds", 0.4)));
@@ -80,8 +82,10 @@ void RunRow(const json &row, json &seen) {
         over = true;
       },
       [&](Script &actions) {
-        while (!over) {
+        for (int rounds = 0; !over; ++rounds) {
           if (!looking.exchange(true)) actions.Post(look);
+          // A look that waits behind work which opened a modal window comes by way of this into that window's loop.
+          if (rounds % 8 == 0) actions.Post([] {});
           std::this_thread::sleep_for(std::chrono::milliseconds(15));
         }
       });

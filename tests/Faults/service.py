@@ -168,12 +168,13 @@ def make_certificates(folder):
     openssl("req", "-x509", *key, "-keyout", "self-signed.key", "-out", "self-signed.pem", "-subj", "/CN=self",
             "-days", "2", "-addext", f"subjectAltName={TLS_NAMES}")
     (folder / "index.txt").touch()
-    (folder / "ca.cnf").write_text("[ca]\ndefault_ca=d\n[d]\ndir=.\ndatabase=index.txt\nnew_certs_dir=.\nrand_serial=yes\n"
+    (folder / "ca.cnf").write_text("[ca]\ndefault_ca=d\n[d]\ndatabase=index.txt\nnew_certs_dir=.\nrand_serial=yes\n"
                                    "default_md=sha256\npolicy=p\nunique_subject=no\n[p]\ncommonName=supplied\n")
+    yesterday = time.strftime("%Y%m%d000000Z", time.gmtime(time.time() - 86400))
     for name in ("good", "wrong-name", "expired", "not-yet-valid", "wrong-purpose", "unknown-authority"):
         purpose = "clientAuth" if name == "wrong-purpose" else "serverAuth"
         (folder / "ext").write_text(f"subjectAltName={names.get(name, TLS_NAMES)}\nextendedKeyUsage={purpose}\n")
-        start, end = times.get(name, (time.strftime("%Y%m%d000000Z", time.gmtime(time.time() - 86400)), "20891231000000Z"))
+        start, end = times.get(name, (yesterday, "20891231000000Z"))
         openssl("req", "-new", *key, "-keyout", f"{name}.key", "-out", f"{name}.csr", "-subj", f"/CN={name}")
         authority = "other-ca" if name == "unknown-authority" else "ca"
         openssl("ca", "-batch", "-notext", "-config", "ca.cnf", "-cert", f"{authority}.pem", "-keyfile",

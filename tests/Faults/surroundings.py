@@ -20,7 +20,8 @@ class Surroundings:
     def __init__(self, keyring=True):
         # A keyring that is locked must not ask the person who runs this.
         own = {name: value for name, value in os.environ.items() if name not in ("DISPLAY", "WAYLAND_DISPLAY")}
-        no_keyring = ["dbus-run-session", f"--config-file={TOOLS.parents[1]}/tests/KcKeychain/bus_without_services.conf", "--"]
+        bus = TOOLS.parents[1] / "tests" / "KcKeychain" / "bus_without_services.conf"
+        no_keyring = ["dbus-run-session", f"--config-file={bus}", "--"]
         tools = [TOOLS / "with_home", *([TOOLS / "with_keyring"] if keyring else no_keyring), TOOLS / "with_display"]
         teller = "import json, os, sys; print(json.dumps(dict(os.environ)), flush=True); sys.stdin.read()"
         self._process = subprocess.Popen([*tools, sys.executable, "-c", teller], stdin=subprocess.PIPE, env=own,
@@ -40,14 +41,13 @@ class Place:
 
     def __init__(self, folder, bundle, setting):
         self.folder, self._setting, self.prefix = folder, setting, []
-        self.temporary = os.fsencode(folder / "tmp") + (b"\xff" if setting == "no path" else b"")
-        self.bundle, self.vanish = bundle, os.fsdecode(self.temporary) if setting == "vanish" else ""
-        self._opened = folder / "opened"
+        self.temporary, self.bundle, self._opened = folder / "tmp", bundle, folder / "opened"
         if setting != "missing":
-            os.mkdir(self.temporary)
+            self.temporary.mkdir()
+            os.mkdir(os.fsencode(self.temporary) + b"\xff")  # a folder whose path is no text
         if setting == "full":
-            self.prefix = ["unshare", *([] if os.geteuid() == 0 else ["--user", "--map-root-user"]), "--mount", "sh", "-c",
-                           'mount -t tmpfs -o size=64k tmpfs "$0" && exec "$@"', self.temporary]
+            as_root = [] if os.geteuid() == 0 else ["--user", "--map-root-user"]
+            self.prefix = ["unshare", *as_root, "--mount", "sh", "-c", 'mount -t tmpfs -o size=64k tmpfs "$0" && exec "$@"', self.temporary]
         if setting.startswith("without "):
             self.bundle = folder / "Orvane.bundle"
             shutil.copytree(bundle, self.bundle, symlinks=True)
@@ -58,7 +58,7 @@ class Place:
         opener.chmod(0o700)
 
     def environment(self, surroundings):
-        own = {**surroundings.environment, "TMPDIR": self.temporary,
+        own = {**surroundings.environment, "TMPDIR": str(self.temporary),
                "PATH": f"{self.folder / 'bin'}:{surroundings.environment['PATH']}"}
         return {**own, "DBUS_SESSION_BUS_ADDRESS": NO_BUS} if self._setting == "no bus" else own
 
@@ -67,4 +67,4 @@ class Place:
 
     def films(self):
         """How many films the temporary folder holds."""
-        return sum(name.endswith(b".mp4") for name in os.listdir(self.temporary)) if os.path.isdir(self.temporary) else 0
+        return len(list(self.temporary.glob("*.mp4")))
