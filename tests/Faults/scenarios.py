@@ -179,6 +179,15 @@ def answer_rows():
                           everyday=not slow and (number + place) % 4 == 0)
 
 
+def login_rows():
+    large = stuffed('"' + "x" * (MIB + MIB // 2) + '"')
+    for request in ("key", "token"):
+        yield Row(f"{request}: answers 1.5 MiB of JSON", BROKEN, {request: large(request)})
+    yield Row("key: is not to be reached, with a saved login", {
+        **NOT_REACHED, "alerts": alerts("The saved Orvane username and/or password is invalid.", "Could not connect")},
+        {"key": sends()("key")}, everyday=True)
+
+
 def upload_reading(share, end):
     """Reads a part of the upload, then does what ends it."""
     def behave(exchange):
@@ -213,9 +222,6 @@ def upload_rows():
 def certificate_rows():
     for certificate in ("unknown-authority", "wrong-name", "expired", "self-signed", "not-yet-valid", "wrong-purpose"):
         yield Row(f"certificate: {certificate}", NOT_REACHED, certificate=certificate, saved=None, everyday=True)
-    yield Row("certificate: expired, with a saved login", {
-        **NOT_REACHED, "alerts": alerts("The saved Orvane username and/or password is invalid.", "Could not connect")},
-        certificate="expired")
 
 
 def asked(kind, end):
@@ -335,6 +341,6 @@ def many_rows():
 
 
 def rows():
-    for part in (answer_rows, upload_rows, certificate_rows, id_rows, link_rows, tree_rows, machine_rows, host_rows,
-                 many_rows):
+    for part in (answer_rows, login_rows, upload_rows, certificate_rows, id_rows, link_rows, tree_rows, machine_rows,
+                 host_rows, many_rows):
         yield from part()
