@@ -231,9 +231,11 @@ class Listener : public orvane_host::SessionListener {
 }
 
 - (void)finish {
+  const BOOL unfinished = [self pluginWindowIsOpen];  // a plug-in may close it when it is shut down
   _session->Shutdown();
   Say("done");
-  [self endWithStatus:_session->Outcome()];
+  const ExitStatus outcome = _session->Outcome();
+  [self endWithStatus:unfinished && outcome == ExitStatus::kExported ? ExitStatus::kUnfinished : outcome];
 }
 
 - (void)endWithStatus:(ExitStatus)status {

@@ -17,12 +17,14 @@ const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
   if ((self = [super init])) {
     // A panel, as AppKit puts the main menu into every other window.
     NSPanel *panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(300, 360, kWidth, kHeight)
-                                                styleMask:NSTitledWindowMask
+                                                styleMask:NSTitledWindowMask | NSClosableWindowMask
                                                   backing:NSBackingStoreBuffered
                                                     defer:NO];
     [panel setHidesOnDeactivate:NO];
     _window = panel;
     [_window setTitle:@"Rendering"];
+    // Window managers give every window a close button, and end a program whose window does not know it.
+    [_window setDelegate:self];
     [_window setReleasedWhenClosed:NO];
     [self addLabel];
     [self addBar];
@@ -66,6 +68,7 @@ const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 
 - (void)dealloc {
   [self end];
+  [_window setDelegate:nil];
   [_window close];
   [_window release];
   [super dealloc];
@@ -102,6 +105,11 @@ const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 
 - (void)cancel:(id)sender {
   _cancelled = YES;
+}
+
+- (BOOL)windowShouldClose:(id)sender {
+  [self cancel:sender];
+  return NO;  // it goes when the render has ended
 }
 
 @end

@@ -14,9 +14,9 @@ namespace {
 
 const char* const kExitStatuses =
     "The exit status is 0 after an export, 2 for wrong options, 3 when the export was cancelled in the plug-in's\n"
-    "windows, 4 when the render failed or was cancelled, 5 when the plug-in reported an error, 6 when no plug-in "
-    "could\n"
-    "be loaded and started, 70 when the plug-in broke the rules of the interface.";
+    "windows, 4 when the render failed or was cancelled, 5 when the plug-in reported an error, 6 when no plug-in\n"
+    "could be loaded and started, 7 when a window of the plug-in still stood at the end, as that of an upload that\n"
+    "failed does, 70 when the plug-in broke the rules of the interface.";
 
 // Checks without a text of their own in the help.
 const CLI::Validator kFile = CLI::Validator(CLI::ExistingFile).description("");

@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "ChildProcess.h"
+#include "PartialFile.h"
 #include "RenderCommand.h"
 
 namespace orvane_host {
@@ -23,26 +24,6 @@ namespace fs = std::filesystem;
 
 // How long the loop waits for FFmpeg before it lets the caller look at its windows.
 constexpr int kProgressIntervalMs = 30;
-
-// A file that is deleted unless it was moved to its place.
-class PartialFile {
- public:
-  explicit PartialFile(const std::string& destination)
-      : path_(destination + ".part" + std::to_string(getpid())), destination_(destination) {}
-  ~PartialFile() {
-    std::error_code ignored;
-    fs::remove(path_, ignored);
-  }
-  PartialFile(const PartialFile&) = delete;
-  PartialFile& operator=(const PartialFile&) = delete;
-
-  const std::string& path() const { return path_; }
-  void MoveIntoPlace() const { fs::rename(path_, destination_); }
-
- private:
-  std::string path_;
-  std::string destination_;
-};
 
 std::string Sha256(const std::string& path) {
   const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);

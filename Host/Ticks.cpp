@@ -31,6 +31,18 @@ std::optional<Rational> RateOfCode(int code) {
   }
 }
 
+Rational StandardRate(Rational rate) {
+  // The standard rates lie a thousandth apart at least.
+  constexpr double kHair = 1e-5;
+  const auto frames = [](Rational of) {
+    return static_cast<double>(of.numerator) / static_cast<double>(of.denominator);
+  };
+  for (int code = 1; const auto standard = RateOfCode(code); ++code) {
+    if (std::abs(frames(rate) / frames(*standard) - 1) < kHair) return *standard;
+  }
+  return rate;
+}
+
 std::optional<std::int64_t> TicksPerSample(float rate) {
   if (!(rate >= 1 && rate <= 1e6F) || rate != std::floor(rate)) return std::nullopt;
   const auto samples = static_cast<std::int64_t>(rate);

@@ -11,6 +11,7 @@
 #import "OHostApplication.h"
 #import "OHostController.h"
 #include "Options.h"
+#include "PartialFile.h"
 
 int main(int argc, char **argv, char **environment) {
   int status = 0;
@@ -23,6 +24,7 @@ int main(int argc, char **argv, char **environment) {
     orvane_host::Complain(reason);
     return static_cast<int>(orvane_host::ExitStatus::kUsage);
   }
+  orvane_host::RemoveLeftOvers();
   orvane_host::SetTrustedAuthority(options->authority);
   orvane_host::SetConnectPort(options->connect_port);
 

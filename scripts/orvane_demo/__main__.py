@@ -81,8 +81,10 @@ def explain(options, service):
     if options.headless:
         print(f"The demo drives the windows on a display of its own; the pictures go to {options.state / 'pictures'}.")
         return
+    # A terminal's line is read and gone; what goes elsewhere may be kept.
+    password = service.password if sys.stdout.isatty() else f"as in {options.state / 'password'}"
     print('In the window "Orvane Host" choose File > Export > Orvane. Log in with\n'
-        f"    subdomain acme, user name editor, password {service.password}\n"
+        f"    subdomain acme, user name editor, password {password}\n"
         "then choose a project and a folder and press Upload. Quit the host when you are done.\n"
         "Your browser will warn of an unknown authority: only the host trusts the service's own. It is\n"
         f"    {service.authority}")

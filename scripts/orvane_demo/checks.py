@@ -13,6 +13,7 @@ from processes import REFUSAL
 # Exit statuses of the host; the demo has the first one, too.
 NOTHING_EXPORTED = 3
 RENDER_FAILED = 4
+UNFINISHED = 7
 
 
 def sha256(path):
@@ -75,6 +76,7 @@ class Checks:
         yield "the plug-in reported the service's message", REFUSAL in self._said
         yield "the service has stored nothing", not self._stored()
         yield "the rendered file was kept", self._rendered and os.path.isfile(self._rendered)
+        yield "the host's exit status tells that the upload did not end well", self._status == UNFINISHED
 
     def _film_facts(self):
         yield "the host rendered a file", self._rendered

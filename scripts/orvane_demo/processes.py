@@ -46,10 +46,14 @@ class Surroundings:
         well, with the person's own environment."""
         self.opened, opener = self.folder / "opened", self.folder / "bin" / "xdg-open"
         script = f'#!/bin/sh\nprintf "%s\\n" "$1" >>{shlex.quote(str(self.opened))}\n'
+        opener.parent.mkdir(mode=0o700)
         if with_browser:
-            own = shlex.join(f"{name}={value}" for name, value in os.environ.items())
-            script += f'exec env -i {own} xdg-open "$1"\n'
-        opener.parent.mkdir()
+            # Not on a command line, which everybody on the machine can read: an environment may hold secrets.
+            own = opener.parent / "environment"
+            become = "import json, os, sys; os.execvpe('xdg-open', sys.argv[1:], json.load(open(sys.argv[1])))"
+            own.write_text(json.dumps(dict(os.environ)))
+            own.chmod(0o600)
+            script += f'exec {shlex.join([sys.executable, "-c", become, str(own)])} "$1"\n'
         opener.write_text(script)
         opener.chmod(0o700)
         self.environment["PATH"] = f"{opener.parent}:{self.environment['PATH']}"

@@ -16,6 +16,7 @@ class OrvaneHost : public testing::Test {
     setenv("ORVANE_DESTINATION", (folder_ / "film.mp4").c_str(), 1);
     setenv("ORVANE_SCRIPT", "good", 1);
   }
+  ~OrvaneHost() override { setenv("TMPDIR", outer_.c_str(), 1); }
 
   static ChildResult Run(const std::vector<std::string>& options) {
     // The outer program ends one that hangs.
@@ -30,6 +31,7 @@ class OrvaneHost : public testing::Test {
     return Run(options);
   }
 
+  const std::filesystem::path outer_ = std::filesystem::temp_directory_path();
   TemporaryFolder folder_;
 };
 
@@ -85,6 +87,32 @@ TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
   EXPECT_EQ(host.End(), 4) << host.errors;
   EXPECT_TRUE(Contains(host.output, "orvane-host: export answered 2\norvane-host: done\n")) << host.output;
   EXPECT_EQ(folder_.Count(), 0U);
+}
+
+TEST_F(OrvaneHost, TheCloseButtonOfTheRenderCancelsIt) {
+  RunningProgram host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE, "--seconds", "3600", "--export"});
+  ASSERT_NO_FATAL_FAILURE(host.Until("the window", [] { return RunChild({"wmctrl", "-c", "Rendering"}).status == 0; }));
+  EXPECT_EQ(host.End(), 4) << host.errors;
+  EXPECT_TRUE(Contains(host.errors, "the render was cancelled")) << host.errors;
+  EXPECT_EQ(folder_.Count(), 0U);
+}
+
+TEST_F(OrvaneHost, ClearsAtItsStartWhatAKilledOneLeft) {
+  setenv("TMPDIR", folder_.Path().c_str(), 1);
+  WriteFile(folder_ / "somebody's.part1", "");
+  {
+    RunningProgram host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE, "--seconds", "3600", "--export"});
+    ASSERT_NO_FATAL_FAILURE(host.Until("a partial file", [this] { return folder_.Count() == 2; }));
+    // A living host's file stays.
+    EXPECT_EQ(Run({"--plugin", folder_ / "none.bundle"}).status, 6);
+    EXPECT_EQ(folder_.Count(), 2U);
+    host.Signal(SIGKILL);
+    host.End();
+  }
+  EXPECT_EQ(folder_.Count(), 2U);
+  EXPECT_EQ(Run({"--plugin", folder_ / "none.bundle"}).status, 6);
+  EXPECT_EQ(folder_.Count(), 1U);
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "somebody's.part1"));
 }
 
 }  // namespace

@@ -1,11 +1,10 @@
 #include "PluginRun.h"
 
-#include <libsecret/secret.h>
-
 #include <cstdlib>
 
 #import "Controls.h"
 #include "LocalTrust.h"
+#include "SavedItem.h"
 #include "ScriptedServer.h"
 #include "Secrets.h"
 
@@ -17,15 +16,6 @@ NSString *const kLoginTitle = @"Orvane: Log In";
 NSString *const kUploadTitle = @"Orvane: Upload";
 NSString *const kProgressTitle = @"Orvane: Uploading";
 NSString *const kCompleteTitle = @"Orvane: Upload Complete";
-
-// Written out here, not shared with the platform folder: people's keyrings hold items of this form, and must be found
-// again by later releases.
-const SecretSchema *SavedLoginSchema() {
-  static const SecretSchema *const schema = secret_schema_new(
-      "com.orvane.GenericPassword", SECRET_SCHEMA_NONE, "service", SECRET_SCHEMA_ATTRIBUTE_STRING, "account",
-      SECRET_SCHEMA_ATTRIBUTE_STRING, "synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN, nullptr);
-  return schema;
-}
 
 // The control that the window's controller knows under that name.
 id Control(NSString *windowTitle, NSString *name) {
@@ -132,23 +122,15 @@ void PluginRun::CloseWindow(Script &actions, NSString *title) {
 }
 
 void PluginRun::SaveLogin(const char *password) {
-  const std::string login = std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}";
-  ASSERT_TRUE(secret_password_store_sync(SavedLoginSchema(), nullptr, "OrvanePluginPremiere", login.c_str(), nullptr,
-                                         nullptr, "service", "OrvanePluginPremiere", "account", "userData",
-                                         "synchronizable", FALSE, nullptr));
+  ASSERT_TRUE(SaveItem(std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}"));
 }
 
 void PluginRun::ForgetLogin() {
-  secret_password_clear_sync(SavedLoginSchema(), nullptr, nullptr, "service", "OrvanePluginPremiere", "account",
-                             "userData", nullptr);
+  ForgetItem();
 }
 
 bool PluginRun::LoginIsSaved() {
-  gchar *login = secret_password_lookup_sync(SavedLoginSchema(), nullptr, nullptr, "service", "OrvanePluginPremiere",
-                                             "account", "userData", nullptr);
-  const bool found = login != nullptr;
-  secret_password_free(login);
-  return found;
+  return ItemIsSaved();
 }
 
 std::vector<std::string> PluginRun::TemporaryFiles() const {

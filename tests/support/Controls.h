@@ -12,7 +12,10 @@ namespace window_test {
 /// The visible window of that title; nil when there is none.
 NSWindow *WindowTitled(NSString *title);
 
-/// The visible alert panel, and the texts in it, a line each; nil and empty when there is none.
+/// The texts of the window's fields and labels, a line each; empty for nil.
+std::string TextsOf(NSWindow *window);
+
+/// The visible alert panel, and the texts in it; nil and empty when there is none.
 NSWindow *AlertPanel();
 std::string AlertTexts();
 

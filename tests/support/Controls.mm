@@ -31,6 +31,12 @@ NSWindow *WindowTitled(NSString *title) {
   return nil;
 }
 
+std::string TextsOf(NSWindow *window) {
+  std::string texts;
+  CollectTexts([window contentView], &texts);
+  return texts;
+}
+
 NSWindow *AlertPanel() {
   for (NSWindow *window in [NSApp windows]) {
     if ([window isVisible] && [window isKindOfClass:NSClassFromString(@"GSAlertPanel")]) return window;
@@ -39,9 +45,7 @@ NSWindow *AlertPanel() {
 }
 
 std::string AlertTexts() {
-  std::string texts;
-  CollectTexts([AlertPanel() contentView], &texts);
-  return texts;
+  return TextsOf(AlertPanel());
 }
 
 bool IsModal(NSWindow *window) {

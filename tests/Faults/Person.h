@@ -1,0 +1,53 @@
+// Somebody at the plug-in's windows who does the same thing whatever happens.
+#pragma once
+
+#import <Cocoa/Cocoa.h>
+#include <nlohmann/json.hpp>
+
+#include "HostSession.h"
+
+namespace window_test {
+
+/// Logs in, chooses the first project and the last folder, uploads, and closes what is left: each window is worked
+/// once, and closed when it is still there afterwards. Alerts are noted and dismissed. Main thread.
+class Person {
+ public:
+  /// What the person notes goes into seen; both must outlive this object. wish may hold
+  /// "meanwhile": "export", "shutdown" or "kill", done once when the window of the title "in" is up;
+  /// "remember" (bool), "again" (bool: log in once more, without it), "vanish" (a folder that goes before Upload is
+  /// pressed) and "open" (bool: press the button of the complete window).
+  Person(const nlohmann::json &wish, orvane_host::HostSession &host, nlohmann::json &seen);
+
+  /// Looks at the windows and does the next thing. To be called again and again, also in modal loops.
+  void Act();
+
+  /// Before each export.
+  void BeginExport();
+
+  /// Whether nothing is left to wait for: no window, or only that of an upload that has failed.
+  bool ExportIsOver();
+
+ private:
+  void WorkOn(NSString *title);
+  bool Interrupts(NSString *title);
+  void LogIn();
+  void ChooseAndUpload();
+  void ReadAlert();
+  void NoteProgress();
+
+  const nlohmann::json &wish_;
+  orvane_host::HostSession &host_;
+  nlohmann::json &seen_;
+  NSString *title_ = nil;  // of the window that the last looks found
+  int looks_ = 0;
+  int alert_looks_ = 0;
+  int quiet_ = 0;
+  int logins_ = 0;
+  int uploads_ = 0;
+  bool busy_ = false;  // works a window: only alerts are for the person
+  bool dismissing_ = false;
+  bool interrupted_ = false;
+  bool upload_failed_ = false;
+};
+
+}  // namespace window_test

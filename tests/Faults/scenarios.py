@@ -1,0 +1,346 @@
+"""The table: what goes wrong, and what must come of it. A row more is a line more."""
+
+import json
+import time
+from dataclasses import dataclass, field
+
+from service import GOOD, LINK, success
+
+MIB = 1 << 20
+LOGIN = json.dumps({"orvaneSubdomain": "acme", "un": "editor", "p": "let-me-in"})
+
+
+@dataclass
+class Row:
+    name: str
+    expect: dict                                    # facts and what they must be: a value or a predicate
+    behaviours: dict = field(default_factory=dict)  # of the service, by request
+    wish: dict = field(default_factory=dict)        # for the person at the windows, see Person.h
+    saved: str = LOGIN                              # what the keyring holds at the start; None for nothing
+    setting: str = ""                               # what is wrong with the machine
+    certificate: str = "good"
+    limit: float = 30                               # seconds
+    everyday: bool = False
+    then: "Row" = None                              # what follows, with the same keyring and temporary folder
+
+
+# What must come of it.
+
+def alerts(*parts):
+    return lambda seen: len(seen) == len(parts) and all(part in text for part, text in zip(parts, seen))
+
+
+def event(kind, part):
+    """One event of that kind that says this and more."""
+    return lambda seen: len(seen) == 1 and seen[0][0] == kind and part in seen[0][1][:-8]
+
+
+UPLOADED = {"answers": [0], "alerts": [], "events": [], "films": 0, "stored": bool, "saved": True}
+KEPT = {"answers": [0], "alerts": alerts("There was an error uploading to Orvane."), "events": [], "films": 1,
+        "saved": True, "progress": lambda text: "VorrelExport_" in text or "folder" in text}
+NO_PROJECT = {"answers": [0], "alerts": alerts("You must select a project."), "films": 0, "saved": True}
+NO_FOLDER = {"answers": [0], "alerts": alerts("You must select a folder."), "films": 0, "saved": True}
+NOT_REACHED = {"answers": [0], "alerts": alerts("Could not connect to the Orvane server."), "films": 0, "saved": False}
+BROKEN = {"answers": [-1], "alerts": [], "events": event(3, "The export to Orvane failed: "), "films": 0, "saved": True}
+UNTOLD = {}  # it ends, within its limits: nothing more is laid down
+UNSAVED = {**UPLOADED, "saved": False}
+
+# What comes of an answer that is lost on the way, and of one that cannot be read.
+REQUESTS = {
+    "key": (NOT_REACHED, BROKEN), "token": (NOT_REACHED, BROKEN), "projects": (NO_PROJECT, NO_PROJECT),
+    "top": (NO_FOLDER, NO_FOLDER), "folders": (UPLOADED, UPLOADED), "upload": (KEPT, KEPT),
+    "version": (UNSAVED, UNSAVED),
+}
+
+
+# How an answer goes wrong. Each is a function of the request's kind that gives a behaviour.
+
+def says(body, status=200, headers=()):
+    return lambda kind: lambda exchange: exchange.answer(body, status, headers)
+
+
+def sends(*pieces, pause=0.0):
+    """Sends what is no proper answer, and closes."""
+    def behave(exchange):
+        for piece in pieces:
+            exchange.send(piece)
+            time.sleep(pause)
+        exchange.close()
+    return lambda kind: behave
+
+
+def endless(head, piece, limit=1024 * MIB):
+    def behave(exchange):
+        exchange.send(head)
+        for _ in range(limit // len(piece)):
+            exchange.send(piece)
+        exchange.server.ending.wait(60)
+    return lambda kind: behave
+
+
+def waits(seconds):
+    def behave(exchange):
+        exchange.server.ending.wait(seconds)
+    return behave
+
+
+def late(seconds):
+    def of(kind):
+        def behave(exchange):
+            exchange.server.ending.wait(seconds)
+            exchange.answer(GOOD[kind])
+        return behave
+    return of
+
+
+def drips(kind):
+    def behave(exchange):
+        body = GOOD[kind].encode() if kind == "upload" else b" " * 3600
+        exchange.send(b"HTTP/1.1 200 X\r\nContent-Length: %d\r\n\r\n" % len(body))
+        for start in range(0, len(body), 2):
+            if exchange.server.ending.wait(1):
+                return
+            exchange.send(body[start:start + 2])
+    return behave
+
+
+def padded(size, piece=b" "):
+    return lambda kind: lambda exchange: exchange.answer(GOOD[kind].encode() + piece * (size // len(piece)))
+
+
+def stuffed(member):
+    """The good answer with one more member in its object."""
+    return lambda kind: lambda exchange: exchange.answer(
+        '{"root":' + member + "}" if kind == "version" else '{"more":' + member + "," + GOOD[kind][1:])
+
+
+def redirects(location, status=302):
+    return lambda kind: lambda exchange: exchange.answer("", status, [f"Location: {location.format(kind=kind)}"])
+
+
+def loops(kind):
+    return lambda exchange: exchange.answer("", 302, [f"Location: {exchange.path}"])
+
+
+NESTED = "[" * 50_000 + "]" * 50_000
+HEAD = b"HTTP/1.1 200 X\r\n"
+LOST = {
+    "closes at once": sends(),
+    "resets the connection": lambda kind: lambda exchange: exchange.close(reset=True),
+    "sends half an answer": sends(HEAD + b"Content-Length: 1000\r\n\r\n{\"root\":"),
+    "does not speak HTTP": sends(b"\0\xff\x80 220 ready\r\n" * 9),
+    "answers 40 MiB": padded(40 * MIB),
+    "answers without end": endless(HEAD + b"\r\n", b" " * MIB),
+    "sends headers without end": endless(HEAD, b"X-More: " + b"x" * 1000 + b"\r\n", 64 * MIB),
+    "redirects to file:": redirects("file:///etc/passwd"),
+    "redirects to plain http": redirects("http://acme.orvane.localhost/moved/{kind}"),
+    "redirects to a host without a certificate": redirects("https://elsewhere.localhost/moved/{kind}", 307),
+}
+UNREADABLE = {
+    "answers nothing": says(""),
+    "answers a web page": says("<html>Welcome</html>"),
+    "answers an error page": says("<h1>Bad gateway</h1>", 502),
+    "answers half a JSON text": says('{"root":{"status":"success","payload":[{"id":"1"'),
+    "answers bytes that are no text": says(bytes(range(256))),
+    "answers a list": says('[["root"]]'),
+    "answers null": says('{"root":null}'),
+    "answers other types": says('{"root":{"status":[1],"payload":true,"auth_key":{}}}'),
+    "answers nested 50,000 deep": stuffed(NESTED),
+    "answers 1.1 million values": stuffed("[" + "1," * 1_100_000 + "1]"),
+}
+STILL_GOOD = {
+    "answers twice": lambda kind: lambda exchange: (exchange.answer(GOOD[kind]), exchange.answer(GOOD[kind])),
+    "answers in pieces": lambda kind: lambda exchange: exchange.send(
+        HEAD + b"Transfer-Encoding: chunked\r\n\r\n" + b"".join(b"1\r\n%c\r\n" % byte for byte in GOOD[kind].encode())
+        + b"0\r\n\r\n"),
+    "redirects within the host": redirects("/moved/{kind}", 307),
+    "redirects to the host's other name": redirects("https://www.orvane.localhost/moved/{kind}", 308),
+    "redirects from POST to GET": redirects("/moved/{kind}", 302),
+}
+SLOW = {"answers after 40 s": late(40), "answers a byte a second": drips, "redirects in a circle": lambda kind: loops}
+
+
+def answer_rows():
+    """Every request with every kind of answer. A third of those that take no time is for every day."""
+    for kinds in (LOST, UNREADABLE, STILL_GOOD, SLOW):
+        for number, (what, fault) in enumerate(kinds.items()):
+            for place, (request, (lost, unreadable)) in enumerate(REQUESTS.items()):
+                name, behaviours = f"{request}: {what}", {request: fault(request)}
+                expect = unreadable if kinds is UNREADABLE else lost
+                if kinds is STILL_GOOD:
+                    expect = UNSAVED if request == "version" else UPLOADED
+                if what == "answers twice":
+                    expect = UNTOLD  # the second one is taken for the next answer
+                if request == "upload" and kinds is SLOW and what != "redirects in a circle":
+                    expect = UPLOADED  # an upload has no time limit
+                new_login = request == "version" or expect is NOT_REACHED
+                slow = kinds is SLOW
+                yield Row(name, expect, behaviours, saved=None if new_login else LOGIN, limit=100 if slow else 30,
+                          everyday=not slow and (number + place) % 4 == 0)
+
+
+def login_rows():
+    large = stuffed('"' + "x" * (MIB + MIB // 2) + '"')
+    for request in ("key", "token"):
+        yield Row(f"{request}: answers 1.5 MiB of JSON", BROKEN, {request: large(request)})
+    yield Row("key: is not to be reached, with a saved login", {
+        **NOT_REACHED, "alerts": alerts("The saved Orvane username and/or password is invalid.", "Could not connect")},
+        {"key": sends()("key")}, everyday=True)
+
+
+def upload_reading(share, end):
+    """Reads a part of the upload, then does what ends it."""
+    def behave(exchange):
+        exchange.body(share)
+        end(exchange)
+    behave.reads_itself = True
+    return {"upload": behave}
+
+
+def answers_early(exchange):
+    exchange.answer("<h1>Too large</h1>", 413)
+
+
+def upload_rows():
+    for share in (0, 0.01, 0.5, 0.99, 1):
+        for reset in (False, True):
+            name = f"upload: {'reset' if reset else 'closed'} at {share:.0%}"
+            yield Row(name, KEPT, upload_reading(share, lambda exchange, reset=reset: exchange.close(reset)),
+                      wish={"seconds": 4}, everyday=share in (0, 0.5, 1) and not reset)
+    for share in (0, 0.5):
+        yield Row(f"upload: refused at {share:.0%}, then closed", KEPT, wish={"seconds": 4}, behaviours=upload_reading(
+            share, lambda exchange: (answers_early(exchange), exchange.close())))
+    yield Row("upload: refused before it is read", KEPT, upload_reading(
+        0, lambda exchange: (answers_early(exchange), exchange.body())), everyday=True)
+    refusals = {"of 1 MB": "m" * MIB, "that is a list": ["m"], "with control characters": "\0\x07\u202e%@%s\n" * 9}
+    for what, message in refusals.items():
+        text = json.dumps({"root": {"status": "error", "message": message}})
+        yield Row(f"upload: a refusal {what}", KEPT, {"upload": says(text)("upload")},
+                  everyday=what == "that is a list")
+
+
+def certificate_rows():
+    for certificate in ("unknown-authority", "wrong-name", "expired", "self-signed", "not-yet-valid", "wrong-purpose"):
+        yield Row(f"certificate: {certificate}", NOT_REACHED, certificate=certificate, saved=None, everyday=True)
+
+
+def asked(kind, end):
+    return lambda requests: any(this == kind and path.endswith(end) for this, path in requests)
+
+
+def answer_with(request, payload):
+    return {request: says(success("@").replace('"@"', payload))(request)}
+
+
+def id_rows():
+    good = {"7": "7", "12345678901234567": "12345678901234567", '"007"': "007", '"9/?&"': None, '""': None}
+    for text, path in good.items():
+        for request, name, later in (("projects", "project_name", "upload"), ("top", "name", "chosen")):
+            expect = {**UPLOADED, "asked": asked(later, "/" + path)} if path else UNTOLD
+            yield Row(f"{request}: the id {text}", expect,
+                      answer_with(request, f'[{{"id":{text},"{name}":"N","sub_folders":0}}]'), everyday=len(text) > 9)
+    for number, text in enumerate(("true", "false", "null", "[]", '{"a":1}', '"7","id":null')):
+        for request, name, outcome in (("projects", "project_name", NO_PROJECT), ("top", "name", NO_FOLDER)):
+            yield Row(f"{request}: the id {text}", outcome,
+                      answer_with(request, f'[{{"id":{text},"{name}":"N"}},null,7]'), everyday=number == 0)
+    yield Row("projects: a huge number as id", UNTOLD, answer_with("projects", '[{"id":1e999,"project_name":"N"}]'))
+    for what in ("id", "project_name"):
+        entry = {"id": "1", "project_name": "N", what: "x" * MIB}
+        yield Row(f"projects: 1 MB of {what}", UNTOLD, answer_with("projects", json.dumps([entry])))
+    many = json.dumps([{"id": str(i), "project_name": f"{i} " + "x" * 1000} for i in range(10_000)])
+    yield Row("projects: 10,000 of 1 KB each", {**UPLOADED, "projects": 10_000}, answer_with("projects", many),
+              limit=100)
+
+
+def link_rows():
+    for link, opened in ((LINK, [LINK]), ("HTTP://acme.test/", bool), ("javascript:alert(1)", []),
+                         ("file:///etc/passwd", []), ("", []), ("review/7", []), ("-h", []), ("https:", None),
+                         (True, []), (None, []), ([LINK], []), (7, []), ("https://a.test/" + "x" * MIB, None)):
+        expect = {**UPLOADED, **({} if opened is None else {"opened": opened})}
+        yield Row(f"upload: the link {str(link)[:30]!r}", expect, answer_with("upload", json.dumps({"link": link})),
+                  {"open": True}, everyday=link in (LINK, "javascript:alert(1)", "file:///etc/passwd", None))
+    yield Row("upload: a success without a payload", UPLOADED,
+              {"upload": says('{"root":{"status":"success"}}')("upload")}, {"open": True})
+
+
+def tree(entries):
+    """Folders that all hold the entries of a function of a number, which grows."""
+    count = iter(range(1 << 40))
+    return {"folders": lambda exchange: exchange.answer(success(entries(next(count))))}
+
+
+def tree_rows():
+    usable = {**UPLOADED, "folders": lambda count: count >= 2}
+    yield Row("folders: a folder that holds itself", usable, tree(
+        lambda n: [{"id": "10", "name": "A", "sub_folders": 1}]), limit=60, everyday=True)
+    yield Row("folders: deeper without end", usable, tree(
+        lambda n: [{"id": f"d{n}", "name": f"D{n}", "sub_folders": 1}]), limit=60)
+    yield Row("folders: wider and deeper without end", usable, tree(
+        lambda n: [{"id": f"w{n}-{i}", "name": f"W{n}-{i}", "sub_folders": 9} for i in range(50)]), limit=60)
+    whole = tree(lambda n: [{"id": "10", "name": "A", "sub_folders": 1}])["folders"]
+    yield Row("folders: a folder that holds itself, every second answer is lost", usable, {
+        "folders": lambda exchange: whole(exchange) if len(exchange.server.asked) % 2 else exchange.close()}, limit=60)
+
+
+def machine_rows():
+    lost = {"answers": lambda answers: answers[0] != 0, "alerts": alerts("There was an error uploading"), "films": 0}
+    yield Row("disk: the temporary folder is full", lost, setting="full", wish={"seconds": 4}, everyday=True)
+    yield Row("disk: the temporary folder is missing", lost, setting="missing", everyday=True)
+    yield Row("disk: the temporary folder has no path", lost, setting="no path")
+    yield Row("disk: the temporary folder vanishes before the render", lost, setting="vanish")
+    refused = {**UNSAVED, "alerts": alerts("A security error occured while attempting to save")}
+    for setting in ("no bus", "no keyring", "locked"):
+        yield Row(f"keyring: {setting}, and it shall remember", refused, saved=None, setting=setting, limit=60,
+                  wish={"remember": True, "again": True}, everyday=setting == "no bus")
+    yield Row("keyring: remembers", UPLOADED, saved=None, wish={"remember": True}, everyday=True)
+    items = {"no JSON": "rubbish", "a list": "[]", "other types": '{"orvaneSubdomain":1,"un":[],"p":{}}',
+             "1 MB": "x" * MIB, "nested 50,000 deep": NESTED, "nested in a member": f'{{"orvaneSubdomain":{NESTED}}}', "nothing": " "}
+    for what, item in items.items():
+        expect = {**UPLOADED, "alerts": lambda seen: not seen or alerts("The saved Orvane username")(seen)}
+        yield Row(f"keyring: the item is {what}", expect, saved=item, wish={"remember": True},
+                  everyday=what in ("no JSON", "nested 50,000 deep"))
+    for name in ("OrvaneUI", "OrvaneUploadWindowController", "UploadStatusWindowController",
+                 "UploadCompleteWindowController"):
+        yield Row(f"bundle: without {name}", {"modal": False}, setting=f"without {name}",
+                  saved=None if name == "OrvaneUI" else LOGIN, everyday=name != "UploadStatusWindowController")
+
+
+def host_rows():
+    later = {"upload": late(1)("upload")}
+    for window in ("Log In", "Upload", "Uploading", "Upload Complete"):
+        wish, saved = {"in": f"Orvane: {window}"}, None if window == "Log In" else LOGIN
+        good = {**UPLOADED, "saved": saved is not None}
+        yield Row(f"host: exports again in {window}", {**good, "second": -1, "events": event(2, "Orvane")}, later,
+                  {**wish, "meanwhile": "export"}, saved, everyday=True)
+        finishes = good if window.startswith("Upload") and window != "Upload" else {"saved": saved is not None}
+        yield Row(f"host: shuts down in {window}", finishes, later, {**wish, "meanwhile": "shutdown"}, saved,
+                  everyday=window == "Log In")
+    killed = {"ended": -9, "films": 1}
+    for window, films in (("Log In", 0), ("Uploading", 1)):
+        yield Row(f"host: killed in {window}", {**killed, "films": films}, {"upload": late(2)("upload")},
+                  {"meanwhile": "kill", "in": f"Orvane: {window}"}, saved=None if window == "Log In" else LOGIN,
+                  everyday=films == 1, then=Row(
+                      "", {**UPLOADED, "films": films, "saved": window != "Log In"}, wish={"keeps": True}, saved=None))
+
+
+def level(levels):
+    """Whether memory (64 KiB an export), open files and threads are where they were after the first ten exports."""
+    (heap, files, threads), (heap_10, files_10, threads_10) = levels[-1], levels[9]
+    return heap - heap_10 <= 64 * (len(levels) - 10) and files <= files_10 + 1 and threads <= threads_10 + 1
+
+
+def many_rows():
+    count = iter(range(1 << 40))
+    faults = [says("<html>")("upload"), sends()("upload"), says('{"root":{"status":"error"}}')("upload")]
+    always = lambda seen: len(seen) == 50 and set(seen) == {0}
+    yield Row("fifty exports", {**UPLOADED, "answers": always, "stored": 50, "levels": level}, wish={"times": 50},
+              limit=200)
+    yield Row("fifty exports whose upload fails", {
+        "answers": always, "alerts": lambda seen: len(seen) == 50, "films": bool, "saved": True, "levels": level},
+        {"upload": lambda exchange: faults[next(count) % 3](exchange)}, {"times": 50}, limit=200)
+
+
+def rows():
+    for part in (answer_rows, login_rows, upload_rows, certificate_rows, id_rows, link_rows, tree_rows, machine_rows,
+                 host_rows, many_rows):
+        yield from part()
