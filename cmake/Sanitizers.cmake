@@ -4,3 +4,8 @@ if(ORVANE_SANITIZE)
   add_compile_options(-fsanitize=${ORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
   add_link_options(-fsanitize=${ORVANE_SANITIZE})
 endif()
+if(ORVANE_SANITIZE MATCHES thread)
+  # A loaded bundle calls these of the runtime that is in the program, which exports all others by itself.
+  add_link_options("LINKER:--export-dynamic-symbol=__tsan_ignore_thread_begin"
+                   "LINKER:--export-dynamic-symbol=__tsan_ignore_thread_end")
+endif()
