@@ -59,7 +59,10 @@ TEST_F(OrvaneHost, ExitStatusSaysWhatHappened) {
   EXPECT_EQ(Export("good", {"--fail", "render"}).status, 4);
   EXPECT_EQ(Export("event").status, 5);
   EXPECT_EQ(Export("start-up fails").status, 6);
-  EXPECT_EQ(Export("wrong thread").status, 70);
+  for (const char* rule : {"wrong thread", "overrun", "unknown version", "unreleased", "released twice", "throws",
+                           "unfreed", "endless path", "wrong handle"}) {
+    EXPECT_EQ(Export(rule).status, 70) << rule;
+  }
   EXPECT_EQ(Run({"--plugin", folder_ / "none.bundle"}).status, 6);
 }
 

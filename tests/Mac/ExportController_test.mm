@@ -2,16 +2,12 @@
 #include "ExportController.h"
 
 #include <dlfcn.h>
-#include <malloc.h>
 
-#include <atomic>
 #include <cstring>
 #include <filesystem>
 
 #import "Controls.h"
-#include "LocalTrust.h"
 #include "PluginRun.h"
-#include "ScriptedApi.h"
 #include "Suites.h"
 
 using namespace window_test;
@@ -33,11 +29,6 @@ class ExportController : public PluginRun {
     return count;
   }
 };
-
-size_t OpenFiles() {
-  const std::filesystem::directory_iterator entries("/proc/self/fd");
-  return static_cast<size_t>(std::distance(begin(entries), end(entries)));
-}
 
 // Runs the body while the installed preset has another name. Returns false when it cannot be moved.
 bool WithoutPreset(const char *name, const std::function<void()> &body) {
@@ -157,119 +148,6 @@ TEST_F(ExportController, ChoosesThePresetByTheFrameSize) {
   }
 }
 
-TEST_F(ExportController, ARefusedUploadKeepsTheFileAndTheNextExportWorks) {
-  SaveLogin();
-  options_.refuse_uploads = "The disk is full.";
-  StartService();
-  std::string alert;
-  EXPECT_EQ(Export([&alert](Script &actions) {
-              ChooseAndUpload(actions);
-              alert = DismissAlertWhenItComes(actions);
-            }),
-            0);
-  EXPECT_EQ(alert,
-            "There was an error uploading to Orvane.\nThe system returned this message: \"The disk is full.\"\n");
-  EXPECT_NE(WindowTitled(@"Orvane: Uploading"), nil);
-  EXPECT_EQ(TemporaryFiles().size(), 1u);
-  EXPECT_TRUE(StoredDigests().empty());
-
-  options_.refuse_uploads.reset();
-  StartService();
-  EXPECT_EQ(Export([](Script &actions) {
-              ChooseAndUpload(actions);
-              actions.WaitFor("the old progress window to go", [] {
-                return IsModal(WindowTitled(@"Orvane: Upload Complete")) && !WindowTitled(@"Orvane: Uploading");
-              });
-              CloseComplete(actions);
-            }),
-            0);
-  EXPECT_EQ(StoredDigests().size(), 1u);
-}
-
-// A hotel's network answers every request with a page of its own.
-TEST_F(ExportController, ACaptivePortalEndsTheExportAndSparesTheSavedLogin) {
-  orvane_test::ScriptedServer portal;
-  portal.RouteOthers([](const orvane_test::Request &) { return orvane_test::TextResponse("<html>Welcome</html>"); });
-  orvane_host::SetTrustedAuthority(orvane_test::ScriptedServer::AuthorityFile());
-  orvane_host::SetConnectPort(portal.port());
-  SaveLogin();
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(Export([](Script &) {}), -1);
-  EXPECT_EQ(CapturedCleanups(), 1);
-  ASSERT_EQ(host_->Events().size(), 1u);
-  EXPECT_EQ(host_->Events()[0].type, 3u);
-  EXPECT_NE(host_->Events()[0].text.find("Check that this computer is online"), std::string::npos);
-  EXPECT_TRUE(LoginIsSaved());
-
-  ForgetLogin();
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(Export([](Script &actions) { LogIn(actions); }), -1);
-  EXPECT_EQ(CapturedCleanups(), 1);
-  EXPECT_EQ(host_->Events().size(), 2u);
-  EXPECT_EQ([NSApp modalWindow], nil);
-  EXPECT_EQ(WindowTitled(@"Orvane: Log In"), nil);
-
-  StartService();
-  EXPECT_EQ(Export([](Script &actions) {
-              LogIn(actions);
-              UploadAndClose(actions);
-            }),
-            0);
-}
-
-TEST_F(ExportController, RefusesASecondExportWhileAnUploadRuns) {
-  std::atomic<bool> answer_upload(false);
-  ScriptedApi slow;
-  slow.Answer(ScriptedApi::kProjects, ScriptedApi::Success(R"([{"id":"1","project_name":"東京ドキュメンタリー"}])"));
-  slow.Answer(std::string(ScriptedApi::kFolders) + "1",
-              ScriptedApi::Success(R"([{"id":"2","name":"      最終版 🎬","sub_folders":0}])"));
-  slow.Server().Route(std::string(ScriptedApi::kUpload) + "1", [&answer_upload](const orvane_test::Request &) {
-    while (!answer_upload) std::this_thread::yield();
-    return orvane_test::TextResponse(ScriptedApi::Success(R"({"link":"https://x.test/"})"));
-  });
-  SaveLogin("secret");
-  csSDK_int32 second = 0;
-  EXPECT_EQ(Export([this, &second, &answer_upload](Script &actions) {
-              ChooseAndUpload(actions);
-              actions.WaitFor("the progress window",
-                              [this] { return WindowTitled(@"Orvane: Uploading") != nil && !host_->InCall(); });
-              actions.OnMain([this, &second] { second = host_->ExportTimeline(); });
-              answer_upload = true;
-              CloseComplete(actions);
-            }),
-            0);
-  EXPECT_EQ(second, -1);
-  ASSERT_EQ(host_->Events().size(), 1u);
-  EXPECT_EQ(host_->Events()[0].type, 2u);
-}
-
-// The host's own windows and menus may call meanwhile: what the open window uses must stay.
-TEST_F(ExportController, AnOpenWindowKeepsItsExport) {
-  const auto call_host_functions = [](Script &actions, NSString *title) {
-    actions.WaitFor("the window", [title] { return IsModal(WindowTitled(title)); });
-    actions.OnMain([] {
-      ecStdParms parameters = {1, nullptr};
-      ExportControllerTimelineInfoRec timeline = {};
-      EXPECT_EQ(Entry()(ecSelExportTimeline, &parameters, &timeline), -1);
-      EXPECT_EQ(Entry()(ecSelShutdown, &parameters, nullptr), 0);
-    });
-  };
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(Export([call_host_functions](Script &actions) {
-              call_host_functions(actions, @"Orvane: Log In");
-              LogIn(actions);
-              call_host_functions(actions, @"Orvane: Upload");
-              ChooseAndUpload(actions);
-              call_host_functions(actions, @"Orvane: Upload Complete");
-              CloseComplete(actions);
-            }),
-            0);
-  EXPECT_EQ(CapturedCleanups(), 1);
-  EXPECT_EQ(StoredDigests().size(), 1u);
-  ASSERT_EQ(host_->Events().size(), 3u);
-  for (const auto &event : host_->Events()) EXPECT_EQ(event.type, 2u);
-}
-
 // A modal loop can be ended by somebody else.
 TEST_F(ExportController, AWindowWhoseLoopWasEndedDoesNotBlockTheNextExport) {
   testing::internal::CaptureStderr();
@@ -311,19 +189,4 @@ TEST_F(ExportController, SaysThatThePresetsAreMissing) {
             "The Orvane encoding configuration is missing. Orvane Vorrel will not function without this file.\n"
             "The plugin may not have installed correctly. Try uninstalling and re-installing it.\n\n('Orvane.epr' not "
             "found in '/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel')\n");
-}
-
-TEST_F(ExportController, MemoryAndHandlesStayLevelOverTwentyExports) {
-  SaveLogin();
-  const auto export_once = [this] { ASSERT_EQ(Export(UploadAndClose), 0); };
-  for (int i = 0; i < 3; ++i) export_once();
-  const size_t files = OpenFiles();
-  const size_t memory = mallinfo2().uordblks;
-  for (int i = 0; i < 20; ++i) export_once();
-  EXPECT_LE(OpenFiles(), files + 1);
-  const double growth = (static_cast<double>(mallinfo2().uordblks) - static_cast<double>(memory)) / 20 / 1024;
-  RecordProperty("kib_per_export", std::to_string(growth));
-  printf("growth: %.1f KiB an export\n", growth);
-  // Says nothing under AddressSanitizer, whose allocator the C library does not count.
-  EXPECT_LT(growth, 64);
 }

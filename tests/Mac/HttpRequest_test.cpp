@@ -67,7 +67,6 @@ using orvane_test::FormPart;
 using orvane_test::Request;
 using orvane_test::Response;
 using orvane_test::ScriptedServer;
-using orvane_test::ServerCertificate;
 using orvane_test::TextResponse;
 using orvane_test::TransferRedirect;
 
@@ -277,20 +276,6 @@ TEST_F(HttpRequestTest, GivesUpWhenTheTimeIsOver) {
   std::ostringstream out;
   EXPECT_EQ(HttpRequest::curl_read(kHost + "/late", out, 1), CURLE_OPERATION_TIMEDOUT);
   EXPECT_EQ(HttpRequest::curl_read_with_post(kHost + "/slow", out, "a=b", 1), CURLE_OPERATION_TIMEDOUT);
-}
-
-TEST_F(HttpRequestTest, RefusesServersThatItCannotTrust) {
-  for (const ServerCertificate certificate : {ServerCertificate::kUnknownAuthority, ServerCertificate::kWrongName}) {
-    ScriptedServer impostor(certificate);
-    impostor.RouteOthers([](const Request&) { return TextResponse("gotcha"); });
-    TransferRedirect redirect(impostor);
-    std::ostringstream out;
-    EXPECT_EQ(HttpRequest::curl_read(kHost + "/", out, 0), CURLE_PEER_FAILED_VERIFICATION);
-    EXPECT_EQ(HttpRequest::get(kHost + "/"), "error");
-    EXPECT_EQ(HttpRequest::post(kHost + "/", "password=secret"), "error");
-    EXPECT_EQ(Upload(MakeFile("movie")), "error");
-    EXPECT_TRUE(impostor.Requests().empty());
-  }
 }
 
 TEST_F(HttpRequestTest, FailsWhereNobodyListens) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #import "Controls.h"
-#import "DialogWindow.h"
 #import "KcKeychain/KcKeychain.h"
 #include "PluginResources.h"
 #import "SavedLogin.h"
@@ -62,9 +61,6 @@ class OrvaneUIControllerTest : public testing::Test {
 
   ScriptedApi api_;
 };
-
-// For a run without a keyring, which is a ctest entry of its own.
-class RefusedKeychain : public OrvaneUIControllerTest {};
 
 }  // namespace
 
@@ -146,40 +142,4 @@ TEST_F(OrvaneUIControllerTest, AnnouncesOnlyANewerRelease) {
       [[controller orvaneWindow] performClose:nil];
     });
   });
-}
-
-// A hotel's network answers every request with a page of its own.
-TEST_F(OrvaneUIControllerTest, EndsTheExportWhenTheAnswerIsNoJson) {
-  api_.Answer(ScriptedApi::kStep, "<html><body>Welcome to our hotel</body></html>");
-  static std::string failure;
-  g_pFailureFunc = [](const std::string &message) {
-    failure = message;
-    StopModalDialog();
-  };
-  Run([](Script &actions, OrvaneUIController *controller) {
-    actions.OnMain([controller] {
-      Fill(controller, @"acme", @"editor", @"secret");
-      Press([controller loginBtn]);
-    });
-  });
-  EXPECT_EQ(failure, "json mValueType==ObjectVal required");
-  g_pFailureFunc = nullptr;
-}
-
-TEST_F(RefusedKeychain, KeepsTheWindowOpen) {
-  Run([](Script &actions, OrvaneUIController *controller) {
-    actions.OnMain([controller] {
-      Fill(controller, @"acme", @"editor", @"secret");
-      [[controller rememberMeCheckbox] setState:NSControlStateValueOn];
-    });
-    EXPECT_EQ(AlertAfterLogin(actions, controller),
-              "A security error occured while attempting to save the \"Remember me\" setting.\nThe system returned "
-              "this message: \"No keychain is available. You may need to restart your computer.\"\n");
-    actions.OnMain([controller] {
-      EXPECT_EQ(g_step + g_sd, "start");
-      EXPECT_EQ(cleanups, 0);
-      [[controller orvaneWindow] performClose:nil];
-    });
-  });
-  EXPECT_EQ(cleanups, 1);
 }

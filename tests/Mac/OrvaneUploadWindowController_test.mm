@@ -111,20 +111,6 @@ TEST_F(OrvaneUploadWindowControllerTest, ListsAreTakenAsTheyComeHoweverOdd) {
   });
 }
 
-TEST_F(OrvaneUploadWindowControllerTest, IdsAreTextsOrNumbersWithAllTheirDigits) {
-  api_.Answer(ScriptedApi::kProjects,
-              ScriptedApi::Success(R"([{"id":12345678901234567,"project_name":"Long"},{"id":true,"project_name":"True"},
-                                       {"id":[1],"project_name":"List"},{"id":null,"project_name":"Null"}])"));
-  Run([](Script &actions, OrvaneUploadWindowController *controller) {
-    actions.OnMain([controller] {
-      EXPECT_EQ([[controller inputProject] numberOfItems], 2);
-      Choose([controller inputProject], @"Long");
-      EXPECT_EQ(g_prj, "12345678901234567");
-      [[controller orvaneUploadWindow] performClose:nil];
-    });
-  });
-}
-
 // A service that does not look at the folder's id answers every request with the same folders.
 TEST_F(OrvaneUploadWindowControllerTest, AFolderThatHoldsItselfIsListedAndNotEntered) {
   api_.Answer(std::string(ScriptedApi::kFolders) + "1",
@@ -139,29 +125,6 @@ TEST_F(OrvaneUploadWindowControllerTest, AFolderThatHoldsItselfIsListedAndNotEnt
       [[controller orvaneUploadWindow] performClose:nil];
     });
   });
-}
-
-// Every folder of this service holds another one, or many others.
-TEST_F(OrvaneUploadWindowControllerTest, AListingWithoutEndEndsAtALimit) {
-  for (const size_t folders : {1u, 3000u}) {
-    int next = 0;
-    api_.Server().Route(std::string(ScriptedApi::kFolders) + "1", [&next, folders](const orvane_test::Request &) {
-      std::string payload;
-      for (size_t i = 0; i < folders; ++i) {
-        const std::string id = std::to_string(++next);
-        const std::string inner = i == 0 ? "1" : "0";
-        payload += (i ? "," : "") + (R"({"id":")" + id + R"(","name":"F)" + id + R"(","sub_folders":)" + inner + "}");
-      }
-      return orvane_test::TextResponse(ScriptedApi::Success("[" + payload + "]"));
-    });
-    Run([folders](Script &actions, OrvaneUploadWindowController *controller) {
-      actions.OnMain([controller, folders] {
-        Choose([controller inputProject], @"Feature");
-        EXPECT_EQ([[controller inputFolder] numberOfItems], folders == 1 ? 52 : 10001);
-        [[controller orvaneUploadWindow] performClose:nil];
-      });
-    });
-  }
 }
 
 TEST_F(OrvaneUploadWindowControllerTest, ChecksTitleProjectAndFolderInThatOrder) {

@@ -15,7 +15,6 @@ using orvane_service::CertificateAuthority;
 using orvane_service::Identity;
 
 constexpr const char* kContentType = "text/plain";
-constexpr int kCertificateDays = 1;
 
 // Everything certificates, made once for the process.
 struct Authority {
@@ -24,19 +23,10 @@ struct Authority {
     return authority;
   }
 
-  const Identity& Of(ServerCertificate certificate) const {
-    if (certificate == ServerCertificate::kTrusted) return trusted;
-    return certificate == ServerCertificate::kWrongName ? wrongName : unknownAuthority;
-  }
-
   const TemporaryFolder folder;
   CertificateAuthority authority{folder / "known", orvane_service::SystemTime};
-  CertificateAuthority other{folder / "unknown", orvane_service::SystemTime};
   const std::string file = authority.CertificateFile();
-  const Identity trusted = authority.ServerIdentity();
-  const Identity unknownAuthority = other.ServerIdentity();
-  // A name that the authority may vouch for.
-  const Identity wrongName = authority.Sign("elsewhere", {"DNS:elsewhere.orvane.localhost"}, kCertificateDays);
+  const Identity server = authority.ServerIdentity();
 };
 
 Request HeadOf(const httplib::Request& arrived) {
@@ -79,9 +69,9 @@ Response TextResponse(std::string body, int status) {
   return response;
 }
 
-ScriptedServer::ScriptedServer(ServerCertificate certificate)
+ScriptedServer::ScriptedServer()
     : others_([](const Request&) { return TextResponse("", 404); }),
-      server_(std::make_unique<orvane_service::HttpsServer>(Authority::Get().Of(certificate))) {
+      server_(std::make_unique<orvane_service::HttpsServer>(Authority::Get().server)) {
   const auto send = [this](const Response& response, httplib::Response& answer) {
     Pass(response.delay);
     answer.status = response.status;

@@ -62,13 +62,6 @@ struct Response {
 /// An answer with that body and nothing unusual.
 Response TextResponse(std::string body, int status = 200);
 
-/// The certificate that a server shows.
-enum class ServerCertificate {
-  kTrusted,           ///< for the deployment's hosts, signed by the authority of AuthorityFile()
-  kUnknownAuthority,  ///< for the deployment's hosts, signed by another authority
-  kWrongName,         ///< signed by the authority, for another host
-};
-
 /// Listens from construction to destruction, on a free port: the service's own server, with other handlers. All
 /// operations may be called on any thread. Destruction ends transfers and delays that are under way, but waits for
 /// handlers.
@@ -78,7 +71,7 @@ class ScriptedServer {
   using Handler = std::function<Response(const Request&)>;
 
   /// Throws std::runtime_error when it cannot listen.
-  explicit ScriptedServer(ServerCertificate certificate = ServerCertificate::kTrusted);
+  ScriptedServer();
   ~ScriptedServer();
   ScriptedServer(const ScriptedServer&) = delete;
   ScriptedServer& operator=(const ScriptedServer&) = delete;
@@ -96,7 +89,7 @@ class ScriptedServer {
 
   int port() const { return port_; }
 
-  /// PEM file with the authority that kTrusted needs. The same for all servers of the process; removed at its end.
+  /// PEM file with the authority that its clients need. The same for all servers of the process; removed at its end.
   static const std::string& AuthorityFile();
 
  private:
