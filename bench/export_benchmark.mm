@@ -130,7 +130,7 @@ void Measure(int rounds, double film_seconds, const std::filesystem::path &folde
   for (int round = 0; round < rounds; ++round) {
     whole.push_back(Export(host));
     render.push_back(RenderAlone(sequence, g_fpath));
-    send.push_back(UploadWithCurl(sink).whole);
+    send.push_back(UploadWithCurl(sink));
   }
   host.Shutdown();
   const double alone = Median(render) + Median(send);

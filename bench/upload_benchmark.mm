@@ -2,6 +2,8 @@
 //
 // Usage: upload_benchmark [--quick]
 // Prints lines for scripts/bench's table. It needs a display, and a home and temporary folder of its own.
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstring>
@@ -66,9 +68,21 @@ void MeasureLongUpload(OrvaneProjectsAPI &client, const Sizes &sizes, const std:
 
 struct Speed {
   std::vector<double> ours;
-  std::vector<double> whole;
-  std::vector<double> transfer;
+  std::vector<double> curl;
+  // Of the processors, user and system.
+  std::vector<double> ourProcessors;
+  std::vector<double> curlProcessors;
 };
+
+// What this process, or its children that have ended, have had of the processors, in seconds.
+double ProcessorSeconds(int who) {
+  rusage usage = {};
+  getrusage(who, &usage);
+  const auto seconds = [](const timeval &time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+  };
+  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
 
 double MeasureOneUpload(OrvaneProjectsAPI &client) {
   RestoreUploadFile();
@@ -87,23 +101,30 @@ void CheckBodies(const SinkProcess &sink, OrvaneProjectsAPI &client) {
   if (end - middle != middle - begin) throw std::runtime_error("curl does not send the same form");
 }
 
-void MeasureSpeed(const SinkProcess &sink, OrvaneProjectsAPI &client, const Sizes &sizes) {
+void PrintRatio(const std::string &name, double ours, double theirs, const std::string &remark) {
+  Print({name, Milliseconds(ours), Milliseconds(theirs), Text(ours / theirs, 3), "1 at most", ours <= theirs, remark});
+}
+
+// An upload of that many bytes against the program curl, from its start to its end.
+void MeasureSpeed(const SinkProcess &sink, OrvaneProjectsAPI &client, const std::string &folder, long long bytes,
+                  int rounds) {
+  MakeUploadFile(folder, bytes);
   CheckBodies(sink, client);
   Speed speed;
-  for (int round = 0; round < sizes.rounds; ++round) {
+  for (int round = 0; round < rounds; ++round) {
+    const double before = ProcessorSeconds(RUSAGE_SELF);
     speed.ours.push_back(MeasureOneUpload(client));
+    speed.ourProcessors.push_back(ProcessorSeconds(RUSAGE_SELF) - before);
     RestoreUploadFile();
-    const CurlTimes curl = UploadWithCurl(sink);
-    speed.whole.push_back(curl.whole);
-    speed.transfer.push_back(curl.transfer);
+    const double between = ProcessorSeconds(RUSAGE_CHILDREN);
+    speed.curl.push_back(UploadWithCurl(sink));
+    speed.curlProcessors.push_back(ProcessorSeconds(RUSAGE_CHILDREN) - between);
   }
-  const double ours = Median(speed.ours);
-  const auto print = [&sizes, ours](const std::string &name, double theirs, const std::string &remark) {
-    Print({name, Milliseconds(ours), Milliseconds(theirs), Text(ours / theirs, 3), "1 at most", ours <= theirs,
-           remark + Text(static_cast<double>(sizes.upload) / kMebibyte / ours, 0, "MiB/s")});
-  };
-  print("upload of " + SizeText(sizes.upload) + ", curl -F", Median(speed.whole), "until the program's end; ");
-  print("upload of " + SizeText(sizes.upload) + ", its transfer", Median(speed.transfer), "curl's own clock; ");
+  const std::string name = "upload of " + SizeText(bytes);
+  PrintRatio(name, Median(speed.ours), Median(speed.curl),
+             Text(static_cast<double>(bytes) / kMebibyte / Median(speed.ours), 0, "MiB/s"));
+  PrintRatio(name + ", of the processors", Median(speed.ourProcessors), Median(speed.curlProcessors),
+             "user and system time");
 }
 
 // The waits for the main loop while the action runs.
@@ -157,8 +178,9 @@ void Measure(const Sizes &sizes, const std::string &folder) {
   OrvaneProjectsAPI client;
   if (client.login("acme", "editor", "secret") != "success") throw std::runtime_error("the login failed");
   MeasureLongUpload(client, sizes, folder);
-  MakeUploadFile(folder, sizes.upload);
-  MeasureSpeed(sink, client, sizes);
+  MeasureSpeed(sink, client, folder, 10 * kMebibyte, 5 * sizes.rounds);
+  MeasureSpeed(sink, client, folder, 100 * kMebibyte, 3 * sizes.rounds);
+  MeasureSpeed(sink, client, folder, sizes.upload, sizes.rounds);
   MeasureMainLoop(sink, client, sizes);
 }
 
