@@ -192,6 +192,8 @@ void progressUpdate(double total, double now) {
 
 void showCompleteWindow(std::string link) {
   simUiPtr->Complete(link);
+  // The window has ended the export, unless somebody else has ended its modal loop.
+  ExportLifetime::MarkLeftOver();
 }
 
 void cleanup() {

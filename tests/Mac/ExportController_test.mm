@@ -158,6 +158,12 @@ TEST_F(ExportController, AWindowWhoseLoopWasEndedDoesNotBlockTheNextExport) {
             0);
   EXPECT_EQ(CapturedCleanups(), 0);
   SaveLogin();
+  EXPECT_EQ(Export([](Script &actions) {
+              ChooseAndUpload(actions);
+              actions.WaitFor("the complete window", [] { return IsModal(WindowTitled(@"Orvane: Upload Complete")); });
+              actions.OnMain([] { [NSApp stopModal]; });
+            }),
+            0);
   EXPECT_EQ(Export(UploadAndClose), 0);
 }
 
