@@ -23,9 +23,6 @@ class PluginRun : public testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  /// Restarts the service with the options as they now are.
-  void StartService();
-
   /// Starts another host session for a sequence of that size.
   void UseSequence(int width, int height);
 
@@ -52,7 +49,6 @@ class PluginRun : public testing::Test {
   /// The temporary folder outside of this test.
   const std::filesystem::path outer_ = std::filesystem::temp_directory_path();
   const TemporaryFolder folder_;
-  orvane_service::ServiceOptions options_;
   std::unique_ptr<orvane_service::Service> service_;
   std::unique_ptr<orvane_host::HostSession> host_;
 };

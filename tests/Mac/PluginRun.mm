@@ -33,10 +33,14 @@ void PluginRun::SetUp() {
   std::filesystem::create_directory(folder_ / "temporary");
   orvane_test::ScriptedServer::AuthorityFile();  // lives as long as the process, so not in this test's folder
   setenv("TMPDIR", (folder_ / "temporary").c_str(), 1);
-  options_.data = folder_ / "service";
-  options_.port = 0;
-  options_.demo_password = kPassword;
-  StartService();
+  orvane_service::ServiceOptions options;
+  options.data = folder_ / "service";
+  options.port = 0;
+  options.demo_password = kPassword;
+  service_ = std::make_unique<orvane_service::Service>(options);
+  service_->Start();
+  orvane_host::SetTrustedAuthority(service_->AuthorityFile());
+  orvane_host::SetConnectPort(service_->Port());
   UseSequence(320, 180);
   ForgetLogin();
 }
@@ -48,14 +52,6 @@ void PluginRun::TearDown() {
   orvane_host::SetTrustedAuthority("");
   service_.reset();
   setenv("TMPDIR", outer_.c_str(), 1);
-}
-
-void PluginRun::StartService() {
-  service_.reset();
-  service_ = std::make_unique<orvane_service::Service>(options_);
-  service_->Start();
-  orvane_host::SetTrustedAuthority(service_->AuthorityFile());
-  orvane_host::SetConnectPort(service_->Port());
 }
 
 void PluginRun::UseSequence(int width, int height) {
