@@ -119,7 +119,7 @@ def redirects(location, status=302):
 
 
 def loops(kind):
-    """For as long as any request may take. Nothing but the service ends an upload, so it closes that one sooner."""
+    """Until the library has had enough of headers. An upload is sent anew each time, so it is closed sooner."""
     def behave(exchange):
         if kind == "upload" and len(exchange.server.asked) > 100:
             exchange.close()
