@@ -31,8 +31,8 @@ class WindowAtWork {
 };
 
 /// Shows the window in the middle of the screen, with the keyboard, and runs it modally; takes it off the screen when
-/// the modal loop has ended. Returns the loop's result. Without a window, as when its interface file is missing, the
-/// export ends as after any failure of the plug-in, and NSRunAbortedResponse is returned. [main-thread]
+/// the modal loop has ended. Returns the loop's result. Throws std::runtime_error without a window, as when its
+/// interface file is missing. [main-thread]
 NSInteger RunModalDialog(NSWindow *window);
 
 /// Ends the innermost modal loop and takes its window off the screen if that is a DialogWindow; a modal window of the

@@ -2,8 +2,6 @@
 
 #include <stdexcept>
 
-#include "ExceptionGuard.h"
-
 // Whether the event is a press of a key with these modifiers and no other.
 static BOOL IsKeyWithModifiers(NSEvent *event, NSUInteger wanted) {
   const NSUInteger modifiers =
@@ -111,10 +109,7 @@ WindowAtWork::~WindowAtWork() {
 }
 
 NSInteger RunModalDialog(NSWindow *window) {
-  if (!window) {
-    RunGuarded([] { throw std::runtime_error("an interface file of the plug-in holds no window"); });
-    return NSRunAbortedResponse;
-  }
+  if (!window) throw std::runtime_error("an interface file of the plug-in holds no window");
   [window center];
   [window makeKeyAndOrderFront:nil];
   const NSInteger response = [NSApp runModalForWindow:window];

@@ -7,13 +7,9 @@
 #include <initializer_list>
 
 #include "Deployment.h"
-#include "ExportControllerPaths.h"
-#include "ExportControllerTime.h"
-#include "ExportLifetime.h"
+#include "ExportState.h"
 #include "HostEvents.h"
-#include "HostSuites.h"
 #include "OrvaneUI.h"
-#include "WorkflowState.h"
 
 namespace {
 
@@ -110,29 +106,41 @@ csSDK_int32 Render(const ExportControllerTimelineInfoRec& timeline, FrameSize si
 }
 
 void StartExport() {
+  g_export.failed = false;
   simUiPtr = new OrvaneUI();
+  g_export.open = true;
   g_pUpdFunc = progressUpdate;
   g_pCompleteFunc = showCompleteWindow;
   g_pCleanupFunc = cleanup;
 }
 
-// Whether the export may start. The windows and the upload of a running export use the facade and the one transfer
-// handle, so it has to end first; one that is only left over is cleaned up now.
-bool MakeRoomForExport() {
-  if (!ExportLifetime::IsOpen()) return true;
-  if (ExportLifetime::IsLeftOver()) {
-    cleanup();
-    return true;
-  }
-  ReportHostEvent(HostEventType::kWarning, "Orvane",
-                  "An export to Orvane is still running. Export again when it has finished.");
-  return false;
+// Cleans up what an earlier export has left: the window of a failed upload, or all of it when somebody else has ended
+// the modal loop of its window. The windows and the upload of one that is under way use the facade and the one transfer
+// handle.
+void CleanUpWhatIsLeft() {
+  if (g_export.open && g_export.activity == ExportState::Activity::kNone) cleanup();
 }
 
-// The windows are through without an upload to start. An export that they have not ended, because somebody else ended
-// their modal loop, is left over.
-csSDK_int32 Abandon(csSDK_int32 result) {
-  ExportLifetime::MarkLeftOver();
+// The steps of one export, from the look at the sequence to the start of the upload.
+csSDK_int32 RunWorkflow(const ExportControllerTimelineInfoRec& timeline) {
+  csSDK_int32 result = 0;
+  const FrameSize size = InspectSequence(timeline);
+
+  fprintf(stderr, "[orvanevorrel: Starting up (version 1.0)]\n");
+  fprintf(stderr, "[orvanevorrel: Sequence frame size is %d x %d]\n", size.width, size.height);
+  fprintf(stderr, "[orvanevorrel: curl global init]\n");
+  curl_global_init(CURL_GLOBAL_ALL);
+  StartExport();
+
+  g_step = "start";
+  simUiPtr->Launch();
+  if (g_step != "upload") return result;
+  simUiPtr->UploadDlg();
+  if (g_step != "doUpload") return result;
+
+  if (sExportControllerSuitePtr) result = Render(timeline, size);
+  simUiPtr->Upload();
+  g_step.clear();
   return result;
 }
 
@@ -151,7 +159,7 @@ csSDK_int32 ecStartup(ecStdParms* stdParms, ExportControllerInitRec* initRec) {
 }
 
 csSDK_int32 ecShutdown(ecStdParms* stdParms) {
-  if (ExportLifetime::IsLeftOver()) cleanup();
+  CleanUpWhatIsLeft();
   SPBasicSuite* basic = BasicSuite(stdParms);
   if (!basic) return 0;
   for (const SuiteSlot& suite : kSuites) {
@@ -163,27 +171,16 @@ csSDK_int32 ecShutdown(ecStdParms* stdParms) {
 }
 
 csSDK_int32 ecExportTimeline(ecStdParms*, ExportControllerTimelineInfoRec* timeline) {
-  if (!MakeRoomForExport()) return kOwnFailure;
-  csSDK_int32 result = 0;
-  const FrameSize size = InspectSequence(*timeline);
-
-  fprintf(stderr, "[orvanevorrel: Starting up (version 1.0)]\n");
-  fprintf(stderr, "[orvanevorrel: Sequence frame size is %d x %d]\n", size.width, size.height);
-  fprintf(stderr, "[orvanevorrel: curl global init]\n");
-  curl_global_init(CURL_GLOBAL_ALL);
-  ExportLifetime::Open();
-  StartExport();
-
-  g_step = "start";
-  simUiPtr->Launch();
-  if (g_step != "upload") return Abandon(result);
-  simUiPtr->UploadDlg();
-  if (g_step != "doUpload") return Abandon(result);
-
-  if (sExportControllerSuitePtr) result = Render(*timeline, size);
-  simUiPtr->Upload();
-  g_step.clear();
-  return result;
+  if (g_export.activity != ExportState::Activity::kNone) {
+    ReportHostEvent(HostEventType::kWarning, "Orvane",
+                    "An export to Orvane is still running. Export again when it has finished.");
+    return kOwnFailure;
+  }
+  CleanUpWhatIsLeft();
+  const ExportWindows windows;
+  const csSDK_int32 result = RunWorkflow(*timeline);
+  // A window that failed has ended its modal loop as if the user had closed it.
+  return g_export.failed ? kOwnFailure : result;
 }
 
 void progressUpdate(double total, double now) {
@@ -191,13 +188,12 @@ void progressUpdate(double total, double now) {
 }
 
 void showCompleteWindow(std::string link) {
+  const ExportWindows windows;
   simUiPtr->Complete(link);
-  // The window has ended the export, unless somebody else has ended its modal loop.
-  ExportLifetime::MarkLeftOver();
 }
 
 void cleanup() {
-  ExportLifetime::Close();
+  g_export.open = false;
   delete simUiPtr;
   fprintf(stderr, "[orvanevorrel: curl global cleanup]\n");
   curl_global_cleanup();

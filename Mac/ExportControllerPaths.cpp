@@ -6,7 +6,6 @@
 #include <cstring>
 #include <cwchar>
 #include <memory>
-#include <sstream>
 #include <type_traits>
 #include <vector>
 
@@ -54,13 +53,6 @@ std::string FolderText(CFStringRef path) {
 }
 
 }  // namespace
-
-std::string timestr(csSDK_int64 time) {
-  std::ostringstream stream;
-  stream.imbue(std::locale::classic());  // no digit grouping, whatever the host's locale
-  stream << time;
-  return stream.str();
-}
 
 csSDK_int32 setDestinationPath(prUTF16Char* destination, const std::string& name) {
   const std::vector<prUTF16Char> kept(destination, destination + prUTF16CharLength(destination) + 1);

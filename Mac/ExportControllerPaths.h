@@ -5,9 +5,6 @@
 
 #include "PrSDKTypes.h"
 
-/// The decimal text of a time in seconds since the epoch.
-std::string timestr(csSDK_int64 time);
-
 /// Puts the temporary-items folder in front of the file name that destination holds, and sets g_fpath to the full path.
 /// destination has 256 units; name is the same file name in UTF-8. Returns 0, the status of the folder's look-up when
 /// there is none, or -1 when the full path would take 255 units or more: destination then holds the folder alone.

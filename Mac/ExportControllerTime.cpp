@@ -1,5 +1,8 @@
 #include "ExportControllerTime.h"
 
+#include <locale>
+#include <sstream>
+
 namespace {
 
 struct NamedRate {
@@ -34,6 +37,13 @@ const RateRow kRateRows[] = {
 };
 
 }  // namespace
+
+std::string timestr(csSDK_int64 time) {
+  std::ostringstream stream;
+  stream.imbue(std::locale::classic());  // no digit grouping, whatever the host's locale
+  stream << time;
+  return stream.str();
+}
 
 void ConvertPrTimeToScaleSampleSize(const PrSDKTimeSuite* timeSuite, PrTime frameDuration, csSDK_int32* scale,
                                     csSDK_int32* sampleSize) {

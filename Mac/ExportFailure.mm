@@ -6,7 +6,7 @@
 
 #import "DialogWindow.h"
 #include "ExceptionGuard.h"
-#include "ExportLifetime.h"
+#include "ExportState.h"
 #include "HostEvents.h"
 #include "MainThread.h"
 #include "WorkflowState.h"
@@ -19,11 +19,11 @@ static const char kAdvice[] =
 
 static void FailExportOnMainThread(const std::string &message) {
   fprintf(stderr, "[orvanevorrel: export failed: %s]\n", message.c_str());
-  ExportLifetime::CountFailure();
-  ExportLifetime::SetUploadIsRunning(false);
+  g_export.failed = true;
+  if (g_export.activity == ExportState::Activity::kUpload) g_export.activity = ExportState::Activity::kNone;
   StopModalDialog();
-  if (ExportLifetime::IsOpen()) {
-    ExportLifetime::Close();
+  if (g_export.open) {
+    g_export.open = false;  // also when the clean-up fails
     if (g_pCleanupFunc) g_pCleanupFunc();
   }
   ReportHostEvent(HostEventType::kError, "Orvane", kAdvice);

@@ -7,7 +7,6 @@
 
 #import "Alert.h"
 #include "Deployment.h"
-#include "ExportLifetime.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
 #include "PlatformString.h"
@@ -76,15 +75,8 @@ void OrvaneUI::UploadDlg() {
 }
 
 void OrvaneUI::Upload() {
-  UploadStatusWindowController *controller =
-      [[UploadStatusWindowController alloc] initWithProjectsApiPointer:projectsApi];
-  // A window that could not be made has ended the export, and destroyed this object.
-  if (!ExportLifetime::IsOpen()) {
-    [controller release];
-    return;
-  }
-  statusController = controller;
-  [controller showWindow];
+  statusController = [[UploadStatusWindowController alloc] initWithProjectsApiPointer:projectsApi];
+  [statusController showWindow];
 }
 
 void OrvaneUI::Complete(std::string link) {

@@ -20,7 +20,6 @@
   NSTextField *inputUsername;
   NSTextField *inputPassword;
   NSArray *topLevelObjects;
-  BOOL failed;
 }
 
 @property(nonatomic, assign) IBOutlet NSWindow *orvaneWindow;

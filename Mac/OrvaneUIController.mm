@@ -57,7 +57,7 @@ static NSString *const kInstallerAddress =
 }
 
 - (void)awakeFromNib {
-  failed = !RunGuarded([self] {
+  Awake([self] {
     [self styleWindow];
     [self describeControls];
     [self announceNewerVersion];
@@ -100,7 +100,6 @@ static NSString *const kInstallerAddress =
 }
 
 - (NSInteger)showWindow {
-  if (failed) return NSRunAbortedResponse;
   return RunModalDialog(orvaneWindow);
 }
 

@@ -32,7 +32,6 @@
   NSTextField *inputTitle;
   NSTextField *folderHint;
   NSArray *topLevelObjects;
-  BOOL failed;
 }
 
 @property(nonatomic, assign) IBOutlet NSWindow *orvaneUploadWindow;

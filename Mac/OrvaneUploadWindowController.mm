@@ -93,7 +93,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 }
 
 - (void)awakeFromNib {
-  failed = !RunGuarded([self] {
+  Awake([self] {
     [self styleWindow];
     [self describeControls];
     [self fillProjects];
@@ -134,7 +134,6 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 }
 
 - (NSInteger)showWindow {
-  if (failed) return NSRunAbortedResponse;
   return RunModalDialog(orvaneUploadWindow);
 }
 

@@ -16,7 +16,6 @@ ORV_RUNTIME_NAME("OrvUploadCompleteWindowController")
   NSTextField *linkLabel;
   NSString *orvaneLink;
   NSArray *topLevelObjects;
-  BOOL failed;
 }
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadCompleteWindow;

@@ -47,7 +47,7 @@ static NSURL *WebAddress(NSString *link) {
 }
 
 - (void)awakeFromNib {
-  failed = !RunGuarded([self] {
+  Awake([self] {
     [uploadCompleteWindow setBackgroundColor:[NSColor whiteColor]];
     SetButtonTitleColor(openOrvaneBtn, [NSColor whiteColor]);
     [self showLink];
@@ -67,7 +67,6 @@ static NSURL *WebAddress(NSString *link) {
 }
 
 - (NSInteger)showWindow {
-  if (failed) return NSRunAbortedResponse;
   if (!uploadCompleteWindow) {
     NSLog(@"#orvanevorrel the film is at %@", orvaneLink);
     g_pCleanupFunc();

@@ -20,7 +20,6 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
   NSImage *orvaneIcon;
   NSProgressIndicator *progressBar;
   NSArray *topLevelObjects;
-  BOOL uploading;
 
   // The newest progress, from any thread. The timer draws it while the upload runs, on the main thread.
   std::mutex progressMutex;

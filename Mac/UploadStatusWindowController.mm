@@ -7,7 +7,7 @@
 
 #import "Alert.h"
 #include "ExceptionGuard.h"
-#include "ExportLifetime.h"
+#include "ExportState.h"
 #include "MainThread.h"
 #include "PlatformString.h"
 #import "PluginBundle.h"
@@ -68,7 +68,7 @@ static NSString *ProgressText(double total, double done) {
 }
 
 - (void)awakeFromNib {
-  RunGuarded([self] {
+  Awake([self] {
     orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
     [uploadStatusWindow setBackgroundColor:[NSColor whiteColor]];
     [progressBar setAccessibilityLabel:@"Upload progress"];
@@ -90,14 +90,13 @@ static NSString *ProgressText(double total, double done) {
 }
 
 - (void)startUpload {
-  uploading = YES;
-  ExportLifetime::SetUploadIsRunning(true);
   activity = [[[NSProcessInfo processInfo] beginActivityWithOptions:NSActivityUserInitiated
                                                              reason:@"Uploading to Orvane"] retain];
   progressTimer = RepeatOnMainThread(kSecondsBetweenDrawings, self, @selector(drawLatestProgress));
   // The block does not retain the controller: the last release must come on the main thread, in uploadEnded.
   [self retain];
   __block UploadStatusWindowController *controller = self;
+  g_export.activity = ExportState::Activity::kUpload;
   dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
       @autoreleasepool {
         [controller runUpload];
@@ -130,8 +129,7 @@ static NSString *ProgressText(double total, double done) {
 }
 
 - (void)uploadSucceededWithLink:(NSString *)link {
-  uploading = NO;
-  ExportLifetime::SetUploadIsRunning(false);
+  g_export.activity = ExportState::Activity::kNone;
   NSLog(@"#orvanevorrel upload finished");
   [uploadStatusWindow orderOut:nil];
   [NSApp stopModal];
@@ -140,14 +138,12 @@ static NSString *ProgressText(double total, double done) {
 }
 
 - (void)uploadRefusedWithMessage:(NSString *)message {
-  uploading = NO;
-  ExportLifetime::SetUploadIsRunning(false);
   [self stopShowingProgress];
   [self tellWhatIsLeft];
   NSString *text = FromUtf8(Shortened(ToUtf8(message), kMaxMessageBytes));
   RunAlert(NSAlertStyleWarning, @"There was an error uploading to Orvane.",
            [NSString stringWithFormat:@"The system returned this message: \"%@\"", text], orvaneIcon);
-  ExportLifetime::MarkLeftOver();
+  g_export.activity = ExportState::Activity::kNone;
 }
 
 // The label takes the place of bar and rate. Its text can be copied.
@@ -215,7 +211,7 @@ static NSString *ProgressText(double total, double done) {
 }
 
 - (BOOL)windowShouldClose:(id)sender {
-  return !uploading;
+  return g_export.activity != ExportState::Activity::kUpload;
 }
 
 - (NSProgressIndicator *)progressBar {

@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "Application.h"
-#include "ExportLifetime.h"
+#include "ExportState.h"
 #import "UploadStatusWindowController.h"
 #include "WorkflowState.h"
 
@@ -49,7 +49,8 @@ PluginUpload::~PluginUpload() {
 double PluginUpload::Run() {
   const Clock::time_point begin = Clock::now();
   [controller showWindow];
-  RunMainLoopUntil([] { return completed || !ExportLifetime::UploadIsRunning(); }, kUploadDeadlineSeconds);
+  RunMainLoopUntil([] { return completed || g_export.activity != ExportState::Activity::kUpload; },
+                   kUploadDeadlineSeconds);
   if (!completed) throw std::runtime_error("the plug-in's upload failed");
   return std::chrono::duration<double>(completed_at - begin).count();
 }

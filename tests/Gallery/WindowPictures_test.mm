@@ -9,7 +9,7 @@
 
 #import "Controls.h"
 #import "ControlsWindow.h"
-#include "ExportLifetime.h"
+#include "ExportState.h"
 #import "OrvaneUIController.h"
 #import "OrvaneUploadWindowController.h"
 #import "PictureComparison.h"
@@ -217,7 +217,7 @@ TEST_F(WindowPictures, LongAlert) {
     ExpectAlert(
         [status] {
           [status showWindow];
-          SpinUntil([] { return !ExportLifetime::UploadIsRunning(); });
+          SpinUntil([] { return g_export.activity != ExportState::Activity::kUpload; });
         },
         @"alert-long-text");
     [[status uploadStatusWindow] orderOut:nil];

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #import "Controls.h"
-#include "WorkflowState.h"
+#include "ExceptionGuard.h"
 
 @interface CloseWitness : NSObject {
  @public
@@ -163,9 +163,7 @@ TEST_F(DialogWindowTest, AtWorkItClosesLater) {
 
 // As when an interface file is missing.
 TEST(DialogWindow, WithoutAWindowNothingRunsModally) {
-  static std::string failure;
-  g_pFailureFunc = [](const std::string &message) { failure = message; };
-  EXPECT_EQ(RunModalDialog(nil), NSRunAbortedResponse);
-  g_pFailureFunc = nullptr;
+  std::string failure;
+  EXPECT_FALSE(CatchExceptions([] { RunModalDialog(nil); }, &failure));
   EXPECT_EQ(failure, "an interface file of the plug-in holds no window");
 }

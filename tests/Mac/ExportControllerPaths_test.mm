@@ -67,12 +67,6 @@ class TemporaryItems {
 
 }  // namespace
 
-TEST(ExportControllerPaths, WritesTimesAsPlainDigits) {
-  EXPECT_EQ(timestr(1795000000), "1795000000");
-  EXPECT_EQ(timestr(0), "0");
-  EXPECT_EQ(timestr(-12), "-12");
-}
-
 TEST(ExportControllerPaths, PutsTheTemporaryFolderInFrontOfTheName) {
   TemporaryItems folder(40);
   PathBuffer buffer(u"/VorrelExport_1795000000.mp4");

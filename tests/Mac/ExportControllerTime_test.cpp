@@ -46,6 +46,12 @@ PrTime DurationOf(csSDK_int32 scale, csSDK_int32 sample_size) {
 
 }  // namespace
 
+TEST(ExportControllerTime, WritesTimesAsPlainDigits) {
+  EXPECT_EQ(timestr(1795000000), "1795000000");
+  EXPECT_EQ(timestr(0), "0");
+  EXPECT_EQ(timestr(-12), "-12");
+}
+
 TEST(ExportControllerTime, ReadsARateFromAFramesDuration) {
   EXPECT_EQ(RateOf(kTicksPerSecond / 25), std::make_pair(25, 1));
   EXPECT_EQ(RateOf(kTicksPerSecond), std::make_pair(1, 1));

@@ -8,7 +8,7 @@
 
 #import "Controls.h"
 #import "DialogWindow.h"
-#include "ExportLifetime.h"
+#include "ExportState.h"
 #include "WindowScript.h"
 #include "WorkflowState.h"
 
@@ -28,13 +28,11 @@ class ExportFailure : public testing::Test {
       ++cleanups;
       cleanup_was_on_main_thread = [NSThread isMainThread];
     };
-    ExportLifetime::Open();
-    ExportLifetime::SetUploadIsRunning(true);
-    failures_ = ExportLifetime::Failures();
+    g_export = {ExportState::Activity::kUpload, true, false};
     testing::internal::CaptureStderr();
   }
 
-  void TearDown() override { ExportLifetime::Close(); }
+  void TearDown() override { g_export = ExportState(); }
 
   // The diagnostic lines so far.
   static std::string Log() { return testing::internal::GetCapturedStderr(); }
@@ -64,8 +62,6 @@ class ExportFailure : public testing::Test {
     [window orderOut:nil];
     return stays;
   }
-
-  unsigned failures_;
 };
 
 }  // namespace
@@ -73,13 +69,13 @@ class ExportFailure : public testing::Test {
 TEST_F(ExportFailure, CleansUpOnceForAnExport) {
   FailExport("first");
   EXPECT_EQ(Log(), "[orvanevorrel: export failed: first]\n");
-  EXPECT_FALSE(ExportLifetime::IsOpen());
-  EXPECT_FALSE(ExportLifetime::UploadIsRunning());
+  EXPECT_FALSE(g_export.open);
+  EXPECT_TRUE(g_export.failed);
+  EXPECT_EQ(g_export.activity, ExportState::Activity::kNone);
   testing::internal::CaptureStderr();
   FailExport("second");
   Log();
   EXPECT_EQ(cleanups, 1);
-  EXPECT_EQ(ExportLifetime::Failures(), failures_ + 2);
 }
 
 TEST_F(ExportFailure, SurvivesAFailingCleanup) {

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #import "Controls.h"
+#include "ExceptionGuard.h"
 #import "KcKeychain/KcKeychain.h"
+#import "PluginBundle.h"
 #include "PluginResources.h"
 #import "SavedLogin.h"
 #include "ScriptedApi.h"
@@ -11,6 +13,16 @@
 #include "WorkflowState.h"
 
 using namespace window_test;
+
+// Cannot be made.
+@interface BrokenController : OrvaneUIController
+@end
+
+@implementation BrokenController
+- (void)awakeFromNib {
+  Awake([] { [NSException raise:NSGenericException format:@"no such control"]; });
+}
+@end
 
 namespace {
 
@@ -63,6 +75,13 @@ class OrvaneUIControllerTest : public testing::Test {
 };
 
 }  // namespace
+
+// Nothing is thrown into the system's loader, and nobody goes on with half a window.
+TEST_F(OrvaneUIControllerTest, AWindowThatCannotBeMadeThrows) {
+  std::string message;
+  EXPECT_FALSE(CatchExceptions([] { [[BrokenController alloc] initWithProjectsApiPointer:nullptr]; }, &message));
+  EXPECT_EQ(message, "a window could not be made: no such control");
+}
 
 TEST_F(OrvaneUIControllerTest, NamesTheFirstMissingField) {
   Run([](Script &actions, OrvaneUIController *controller) {

@@ -6,7 +6,7 @@
 #include <thread>
 
 #import "Controls.h"
-#include "ExportLifetime.h"
+#include "ExportState.h"
 #include "PluginResources.h"
 #include "ScriptedApi.h"
 #include "TemporaryFolder.h"
@@ -52,7 +52,7 @@ class UploadStatusWindowControllerTest : public testing::Test {
     status_controller = nil;
   }
 
-  static bool UploadHasEnded() { return !ExportLifetime::UploadIsRunning(); }
+  static bool UploadHasEnded() { return g_export.activity != ExportState::Activity::kUpload; }
 
   ScriptedApi api_;
   OrvaneProjectsAPI client_;

@@ -1,0 +1,124 @@
+// The workflow with a facade of this test, through its entry, as somebody sees it who includes its header and no other.
+#include <gtest/gtest.h>
+
+#include "ExportController.h"
+#include "OrvaneUI.h"
+
+namespace {
+
+int launches = 0;
+int dialogs = 0;
+int uploads = 0;
+int facades = 0;
+std::string step_before_launch;
+std::string link_shown;
+double sent = 0;
+
+}  // namespace
+
+OrvaneUI::OrvaneUI() {
+  ++facades;
+}
+OrvaneUI::~OrvaneUI() {
+  --facades;
+}
+void OrvaneUI::Launch() {
+  ++launches;
+  step_before_launch = g_step;
+  g_step = "upload";
+}
+void OrvaneUI::UploadDlg() {
+  ++dialogs;
+  g_step = "doUpload";
+}
+void OrvaneUI::Upload() {
+  ++uploads;
+}
+void OrvaneUI::Complete(std::string link) {
+  link_shown = link;
+}
+void OrvaneUI::UpdateProgress(double, double now) {
+  sent = now;
+}
+
+namespace {
+
+int renders = 0;
+
+prSuiteError Query(csSDK_int64, PrTimelineID, csSDK_int64*) {
+  return 0;
+}
+prSuiteError Render(csSDK_int64, PrTimelineID, ExportControllerExportRec*) {
+  ++renders;
+  return 77;
+}
+
+csSDK_int32 Export() {
+  ecStdParms parameters = {};
+  ExportControllerTimelineInfoRec timeline = {};
+  return xExportControllerEntry(ecSelExportTimeline, &parameters, &timeline);
+}
+
+}  // namespace
+
+// Nothing of this facade calls the clean-up hook.
+TEST(ExportControllerAlone, RunsEveryExportWhole) {
+  const PrSDKExportControllerSuite suite = {Query, Render};
+  for (int i = 1; i <= 9; ++i) {
+    sExportControllerSuitePtr = i == 9 ? nullptr : &suite;
+    EXPECT_EQ(Export(), i == 9 ? 0 : 77);
+    EXPECT_EQ(step_before_launch, "start");
+    EXPECT_EQ(g_step, "");
+    EXPECT_EQ(launches, i);
+    EXPECT_EQ(dialogs, i);
+    EXPECT_EQ(uploads, i);
+    EXPECT_EQ(facades, 1) << "the facade of the export before is destroyed";
+  }
+  EXPECT_EQ(renders, 8);
+  g_pUpdFunc(2, 1);
+  EXPECT_EQ(sent, 1);
+  g_pCompleteFunc("link");
+  EXPECT_EQ(link_shown, "link");
+  EXPECT_EQ(xExportControllerEntry(ecSelShutdown, nullptr, nullptr), 0);
+  EXPECT_EQ(facades, 0);
+}
+
+TEST(ExportControllerAlone, DeclaresItsNames) {
+  for (std::string* text : {&g_sd, &g_un, &g_pw, &g_step, &g_prj, &g_fld, &g_fpath, &g_title, &g_desc}) *text = "x";
+  g_tags = {"x"};
+  simUiPtr = new OrvaneUI();
+  g_pCleanupFunc = cleanup;
+  g_pCompleteFunc = showCompleteWindow;
+  g_pUpdFunc = progressUpdate;
+  g_pCleanupFunc();
+  for (std::string* text : {&g_sd, &g_un, &g_pw, &g_step, &g_prj, &g_fld, &g_fpath, &g_title, &g_desc}) {
+    EXPECT_EQ(*text, "");
+  }
+  EXPECT_TRUE(g_tags.empty());
+  sErrorSuitePtr = nullptr;
+  sSequenceInfoSuitePtr = nullptr;
+  sTimeSuitePtr = nullptr;
+  ecStdParms parameters = {};
+  ExportControllerInitRec init = {};
+  EXPECT_EQ(ecStartup(&parameters, &init) + ecShutdown(&parameters), 0);
+
+  prUTF16Char path[256] = {};
+  copyConvertStringLiteralIntoUTF16(L"/name", path);
+  EXPECT_EQ(setDestinationPath(path, "/name"), 0);
+  EXPECT_GT(prUTF16CharLength(path), 5);
+  EXPECT_FALSE(fileExists(path));
+  prUTF16Char copy[256] = {};
+  prUTF16CharCopy(copy, path);
+  EXPECT_EQ(prUTF16CharLength(copy), prUTF16CharLength(path));
+  csSDK_int32 scale = 1;
+  csSDK_int32 sample_size = 1;
+  PrTime time = 1;
+  ConvertPrTimeToScaleSampleSize(nullptr, 0, &scale, &sample_size);
+  ConvertScaleSampleSizeToPrTime(nullptr, scale, sample_size, &time);
+  char narrow[8] = "";
+  wchar_t wide[8] = L"";
+  safeStrCpy(narrow, sizeof(narrow), timestr(12).c_str());
+  safeWcscat(wide, 8, L"12");
+  EXPECT_STREQ(narrow, "12");
+  EXPECT_STREQ(wide, L"12");
+}
