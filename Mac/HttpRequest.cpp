@@ -101,8 +101,8 @@ void HttpRequest::cleanup() {
   curl_easy_cleanup(curl);
 }
 
-std::string HttpRequest::get(std::string url, size_t maxAnswerBytes) {
-  AnswerBody out(maxAnswerBytes);
+std::string HttpRequest::get(std::string url) {
+  AnswerBody out(kMaxAnswerBytes);
   return BodyOrError(curl_read(url, out.Stream(), kRequestTimeoutSeconds), out);
 }
 

@@ -23,9 +23,9 @@ class HttpRequest {
   /// only fill the memory of the application.
   static constexpr size_t kMaxAnswerBytes = 32 * 1024 * 1024;
 
-  /// GET. Returns the body, whatever the HTTP status, or "error" when no complete answer of at most that many bytes
+  /// GET. Returns the body, whatever the HTTP status, or "error" when no complete answer of at most kMaxAnswerBytes
   /// came within 30 seconds. [main-thread]
-  static std::string get(std::string url, size_t maxAnswerBytes = kMaxAnswerBytes);
+  static std::string get(std::string url);
 
   /// POST of a body that is already application/x-www-form-urlencoded; it is sent as it stands. Returns as get().
   /// [main-thread]

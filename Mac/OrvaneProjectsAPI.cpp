@@ -12,8 +12,7 @@ std::string ApiBaseUrl(const std::string& subdomain, const char* path) {
   return "https://" + subdomain + "." + ORVANE_SERVICE_DOMAIN + path;
 }
 
-// A version number is a few bytes; a log-in answer a few hundred.
-constexpr size_t kMaxVersionBytes = 4 * 1024;
+// A log-in answer has a few hundred bytes. The reader takes twenty times the length of a text in memory.
 constexpr size_t kMaxLoginAnswerBytes = 1024 * 1024;
 
 // The answer of a log-in step; null when it is no JSON, or longer than such an answer can be.
@@ -61,6 +60,7 @@ std::string OrvaneProjectsAPI::login(std::string newSubdomain, std::string newUs
   const std::string body = "auth_key=" + authKey + "&username=" + username + "&password=" + password;
   const std::string token_text = http.post(step_url, body);
   if (token_text == "error") return "failed";
+  if (token_text.size() > kMaxLoginAnswerBytes) return token_text;  // too long for a token, so a refusal
   json::Value token_answer = ParseLoginAnswer(token_text);
   json::Value& token_root = token_answer["root"];
   const std::string token_status = token_root["status"];
@@ -87,6 +87,5 @@ std::string OrvaneProjectsAPI::uploadFile(std::string, std::string, std::string 
 }
 
 std::string OrvaneProjectsAPI::versionCheck() {
-  return http.get(std::string("https://") + ORVANE_WEB_HOST + "/downloads/vorrel-premiere/version.txt",
-                  kMaxVersionBytes);
+  return http.get(std::string("https://") + ORVANE_WEB_HOST + "/downloads/vorrel-premiere/version.txt");
 }
