@@ -1,4 +1,5 @@
-// Dictionaries that keep their keys in the order in which they were added.
+// Dictionaries that keep their keys in the order in which they were added. The window sets entries and reads them in
+// order; the rest makes them whole, as dictionaries are.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -51,7 +52,8 @@ ORV_RUNTIME_NAME("OrvMutableOrderedDictionary")
 
 - (void)addEntriesFromDictionary:(NSDictionary *)other;
 
-/// Moves the key to the index, or adds it there. The index counts without the key; the number of the others appends.
+/// Removes the key, if it is there, then inserts it at the index: that counts without the key, and the number of the
+/// others appends. With an index past that the key stays removed.
 - (void)insertObject:(id)object forKey:(id)key atIndex:(NSUInteger)index;
 
 - (void)replaceObjectAtIndex:(NSUInteger)index withObject:(id)object;

