@@ -1,5 +1,7 @@
 #import "PlatformJson.h"
 
+#include <cstring>
+
 namespace {
 
 // Whether the text keeps to both limits. It is looked at as far as strings and brackets go; whether it is JSON is the
@@ -8,8 +10,13 @@ bool IsWithinLimits(const char *text, size_t length) {
   size_t depth = 0;
   size_t values = 1;
   bool in_string = false;
+  bool opened = false;  // the last character beside white space was an opening bracket
   for (size_t i = 0; i < length && depth <= kMaxJsonDepth && values <= kMaxJsonValues; ++i) {
     const char character = text[i];
+    if (!in_string && (character == ' ' || (character >= '\t' && character <= '\r'))) continue;
+    const bool closes = character == ']' || character == '}';
+    if (opened && !closes) ++values;
+    opened = false;
     if (in_string) {
       if (character == '\\') ++i;
       if (character == '"') in_string = false;
@@ -17,8 +24,8 @@ bool IsWithinLimits(const char *text, size_t length) {
       in_string = true;
     } else if (character == '[' || character == '{') {
       ++depth;
-      ++values;
-    } else if (character == ']' || character == '}') {
+      opened = true;
+    } else if (closes) {
       if (depth > 0) --depth;
     } else if (character == ',') {
       ++values;
@@ -30,7 +37,8 @@ bool IsWithinLimits(const char *text, size_t length) {
 }  // namespace
 
 id ParseJson(const void *bytes, size_t length, NSJSONReadingOptions options) {
-  if (length == 0 || !IsWithinLimits(static_cast<const char *>(bytes), length)) return nil;
+  // A zero byte would turn the look at the strings round: some readers take texts in UTF-16 and UTF-32, too.
+  if (length == 0 || memchr(bytes, 0, length) || !IsWithinLimits(static_cast<const char *>(bytes), length)) return nil;
   NSData *data = [NSData dataWithBytesNoCopy:const_cast<void *>(bytes) length:length freeWhenDone:NO];
   return [NSJSONSerialization JSONObjectWithData:data options:options error:NULL];
 }

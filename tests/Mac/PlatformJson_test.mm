@@ -33,9 +33,11 @@ TEST(PlatformJson, RefusesWhatIsTooDeep) {
 }
 
 TEST(PlatformJson, RefusesTooManyValues) {
-  EXPECT_EQ([Parse("[" + Repeated("1,", kMaxJsonValues - 2) + "1]") count], kMaxJsonValues - 1);
-  EXPECT_EQ(Parse("[" + Repeated("1,", kMaxJsonValues) + "1]"), nil);
-  EXPECT_EQ(Parse("[" + Repeated("[],", kMaxJsonValues) + "1]"), nil);
+  for (const std::string value : {"1", "[]", "{ }"}) {
+    EXPECT_EQ([Parse("[" + Repeated(value + ",", kMaxJsonValues - 2) + value + "]") count], kMaxJsonValues - 1);
+    EXPECT_EQ(Parse("[" + Repeated(value + ",", kMaxJsonValues - 1) + value + "]"), nil);
+  }
+  EXPECT_EQ(Parse("[" + Repeated("[1],", kMaxJsonValues / 2) + "1]"), nil);
   EXPECT_NE(Parse("[\"" + Repeated(",", kMaxJsonValues) + "\"]"), nil) << "commas in a text";
 }
 
@@ -57,5 +59,11 @@ TEST(PlatformJson, TakesNothingButOneWholeListOrObject) {
     EXPECT_EQ(Parse(text), nil) << text;
   }
   EXPECT_EQ(ParseJson(nullptr, 0, 0), nil);
+  // In UTF-16.
+  const std::string wide("[\0"
+                         "1\0"
+                         "]\0",
+                         6);
+  EXPECT_EQ(Parse(wide), nil);
   EXPECT_TRUE([Parse(" {\"a\" : [ ] } ") isKindOfClass:[NSDictionary class]]);
 }
