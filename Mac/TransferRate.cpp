@@ -9,9 +9,13 @@ namespace {
 constexpr double kSteadySeconds = 3;
 constexpr double kSeenSeconds = 10;
 
+// Less than this shows as no kilobyte at all.
+constexpr double kSlowestRate = 500;
+
 std::string Remaining(double seconds) {
   if (seconds < 60) return "less than a minute left";
   const double minutes = std::ceil(seconds / 60);
+  if (minutes < 2) return "about a minute left";
   char text[64];
   if (minutes < 120) {
     std::snprintf(text, sizeof(text), "about %.0f minutes left", minutes);
@@ -24,6 +28,8 @@ std::string Remaining(double seconds) {
 }  // namespace
 
 void TransferRate::Add(double time, double done) {
+  // After a gap, as when the machine has slept, what was before tells nothing.
+  if (!samples_.empty() && time - samples_.back().time > kSeenSeconds) samples_.clear();
   samples_.push_back({time, done});
   while (samples_.size() > 1 && samples_[1].time <= time - kSeenSeconds) samples_.pop_front();
 }
@@ -33,10 +39,11 @@ std::string TransferRate::Text(double total) const {
   const double seconds = samples_.back().time - samples_.front().time;
   const double bytes = samples_.back().done - samples_.front().done;
   const double left = total - samples_.back().done;
-  if (seconds < kSteadySeconds || !(bytes > 0) || !(left > 0)) return "";
+  if (seconds < kSteadySeconds || !(left > 0)) return "";
   const double rate = bytes / seconds;
+  if (!(rate >= kSlowestRate)) return "";
   char text[64];
-  if (rate < 1e6) {
+  if (std::round(rate / 1e3) < 1e3) {
     std::snprintf(text, sizeof(text), "%.0f kB/s, ", rate / 1e3);
   } else {
     std::snprintf(text, sizeof(text), "%.1f MB/s, ", rate / 1e6);

@@ -11,7 +11,7 @@ class TransferRate {
   void Add(double time, double done);
 
   /// Rate and remaining time in words, such as "3.1 MB/s, about 4 minutes left"; empty until some seconds have been
-  /// seen, while nothing moves, and when everything has been sent.
+  /// seen, while hardly anything moves, and when everything has been sent.
   std::string Text(double total) const;
 
  private:

@@ -20,6 +20,10 @@ TEST(TransferRate, TellsRateAndRemainingTimeOnceTheyAreSteady) {
   EXPECT_EQ(AfterSteady(5, 2e5, 1e9), "200 kB/s, about 84 minutes left");
   EXPECT_EQ(AfterSteady(5, 1e5, 1e9), "100 kB/s, about 3 hours left");
   EXPECT_EQ(AfterSteady(5, 50e6, 1e9), "50.0 MB/s, less than a minute left");
+  EXPECT_EQ(AfterSteady(5, 1e6, 65e6), "1.0 MB/s, about a minute left");
+  EXPECT_EQ(AfterSteady(5, 999.4e3, 1e8), "999 kB/s, about 2 minutes left");
+  EXPECT_EQ(AfterSteady(5, 999.6e3, 1e8), "1.0 MB/s, about 2 minutes left");
+  EXPECT_EQ(AfterSteady(5, 499, 1e9), "") << "no kilobyte in a second";
   EXPECT_EQ(AfterSteady(5, 1e6, 5e6), "") << "everything is sent";
   EXPECT_EQ(AfterSteady(5, 0, 1e9), "") << "nothing moves";
 }
@@ -32,4 +36,7 @@ TEST(TransferRate, FollowsAChangeOfSpeed) {
   EXPECT_EQ(transfer.Text(done + 120e6), "1.0 MB/s, about 2 minutes left");
   for (int second = 75; second < 90; ++second) transfer.Add(second, done);
   EXPECT_EQ(transfer.Text(done + 120e6), "");
+  // The machine sleeps for a day.
+  for (int second = 90; second < 94; ++second) transfer.Add(86400 + second, done += 1e6);
+  EXPECT_EQ(transfer.Text(done + 120e6), "1.0 MB/s, about 2 minutes left");
 }
