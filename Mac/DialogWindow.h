@@ -3,6 +3,8 @@
 
 #import <Cocoa/Cocoa.h>
 
+#include <functional>
+
 #include "RuntimeName.h"
 
 /// Closes on Escape as by its close button: its delegate is asked and told. Without a close button it takes Escape as
@@ -16,19 +18,14 @@ ORV_RUNTIME_NAME("OrvDialogWindow")
 }
 @end
 
-/// While one lives, a DialogWindow that is told to close stays, and closes when the last one goes: its controller is
-/// waiting for an answer, and would come back to what the close has destroyed. Other windows are left alone. The
-/// window is retained. [main-thread]
-class WindowAtWork {
- public:
-  explicit WindowAtWork(NSWindow *window);
-  ~WindowAtWork();
-  WindowAtWork(const WindowAtWork &) = delete;
-  WindowAtWork &operator=(const WindowAtWork &) = delete;
+/// Runs a controller's action in the guard. If the window is a DialogWindow and is told to close meanwhile, it stays
+/// until the action, or the outermost of several, has ended: the controller is waiting for an answer, and would come
+/// back to what the close has destroyed. The window is retained. [main-thread]
+void RunAtWork(NSWindow *window, const std::function<void()> &action);
 
- private:
-  DialogWindow *window_;
-};
+/// For windowWillClose: of a window that runs modally: ends its loop, and the export through the clean-up hook if the
+/// user does not go on with it. [main-thread]
+void DialogWillClose(bool endsExport);
 
 /// Shows the window in the middle of the screen, with the keyboard, and runs it modally; takes it off the screen when
 /// the modal loop has ended. Returns the loop's result. Throws std::runtime_error without a window, as when its

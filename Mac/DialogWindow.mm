@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 
+#include "ExceptionGuard.h"
+#include "WorkflowState.h"
+
 // Whether the event is a press of a key with these modifiers and no other.
 static BOOL IsKeyWithModifiers(NSEvent *event, NSUInteger wanted) {
   const NSUInteger modifiers =
@@ -99,13 +102,33 @@ static DialogWindow *AsDialog(NSWindow *window) {
   return [window isKindOfClass:[DialogWindow class]] ? static_cast<DialogWindow *>(window) : nil;
 }
 
-WindowAtWork::WindowAtWork(NSWindow *window) : window_([AsDialog(window) retain]) {
-  [window_ postponeClosing];
+// Keeps the window from closing while it lives.
+class WindowAtWork {
+ public:
+  explicit WindowAtWork(NSWindow *window) : window_([AsDialog(window) retain]) { [window_ postponeClosing]; }
+  ~WindowAtWork() {
+    [window_ closeIfAsked];
+    [window_ release];
+  }
+  WindowAtWork(const WindowAtWork &) = delete;
+  WindowAtWork &operator=(const WindowAtWork &) = delete;
+
+ private:
+  DialogWindow *window_;
+};
+
+void RunAtWork(NSWindow *window, const std::function<void()> &action) {
+  RunGuarded([window, &action] {
+    const WindowAtWork atWork(window);
+    action();
+  });
 }
 
-WindowAtWork::~WindowAtWork() {
-  [window_ closeIfAsked];
-  [window_ release];
+void DialogWillClose(bool endsExport) {
+  RunGuarded([endsExport] {
+    [NSApp stopModal];
+    if (endsExport) g_pCleanupFunc();
+  });
 }
 
 NSInteger RunModalDialog(NSWindow *window) {

@@ -104,17 +104,11 @@ static NSString *const kInstallerAddress =
 }
 
 - (void)windowWillClose:(NSNotification *)notification {
-  RunGuarded([] {
-    [NSApp stopModal];
-    if (g_step != "upload") g_pCleanupFunc();
-  });
+  DialogWillClose(g_step != "upload");
 }
 
 - (IBAction)loginBtn:(id)sender {
-  RunGuarded([self] {
-    const WindowAtWork atWork(orvaneWindow);
-    [self logIn];
-  });
+  RunAtWork(orvaneWindow, [self] { [self logIn]; });
 }
 
 - (void)logIn {

@@ -18,11 +18,6 @@
   OrvaneProjectsAPI *orvane;
   NSMutableDictionary *ProjectDict;
   MutableOrderedDictionary *FolderDict;
-  // The listing of folders that is under way: the ids of the folders around the one that is being listed, outermost
-  // first; how many have been listed; whether it has met a limit.
-  NSMutableArray *openFolders;
-  NSUInteger foldersListed;
-  BOOL listingWasCut;
   NSImage *orvaneIcon;
   NSPopUpButton *inputProject;
   NSPopUpButton *inputFolder;
@@ -44,7 +39,7 @@
 @property(nonatomic, retain) IBOutlet NSProgressIndicator *spinnerFolderSelect;
 @property(nonatomic, retain) IBOutlet NSTextField *inputTitle;
 
-/// Says what to do while no project is chosen.
+/// Says what to do while no project is chosen, and what the list of folders leaves out.
 @property(nonatomic, assign) IBOutlet NSTextField *folderHint;
 
 /// The client must be logged in, is not owned and must outlive the window.
@@ -60,7 +55,7 @@
 - (IBAction)logoutBtn:(id)sender;
 - (void)alertDidEnd:(NSAlert *)alert returnCode:(NSInteger)returnCode contextInfo:(void *)contextInfo;
 
-/// The whole tree below a folder, depth first: label to id, each label indented by three spaces for each level.
+/// The whole tree below a folder, autoreleased: what a FolderListing of its own makes of it.
 - (MutableOrderedDictionary *)getSubfoldersForFolderID:(NSString *)folderID project:(NSString *)projectID;
 
 @end

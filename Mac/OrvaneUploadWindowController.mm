@@ -7,6 +7,7 @@
 #import "ButtonTitle.h"
 #import "DialogWindow.h"
 #include "ExceptionGuard.h"
+#include "FolderListing.h"
 #import "OrderedDictionary.h"
 #include "PlatformString.h"
 #import "PluginBundle.h"
@@ -17,11 +18,7 @@
 
 static NSString *const kProjectPlaceholder = @"Select a project...";
 static NSString *const kFolderPlaceholder = @"Select a folder...";
-
-// Where the listing of a project's folders ends, so that a service whose folders hold themselves or never end cannot
-// hold up the application for good. What has been listed by then stays.
-static const NSUInteger kMaxFolderDepth = 50;
-static const NSUInteger kMaxFolders = 10000;
+static NSString *const kFolderHint = @"Choose a project to see its folders.";
 
 // The id of a placeholder: nothing is chosen.
 static NSString *const kNoChoice = @"0";
@@ -40,12 +37,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 - (void)fillProjects;
 - (void)fillFoldersOfProject:(NSString *)projectID;
 - (NSString *)choiceOf:(NSPopUpButton *)chooser in:(NSDictionary *)identifiers;
-- (void)addFolders:(NSArray *)entries
-           project:(NSString *)projectID
-            format:(NSString *)format
-                to:(MutableOrderedDictionary *)folders;
-- (BOOL)mayEnterFolder:(NSString *)folderID;
-- (void)logListingEndedAt:(NSString *)reason;
+- (void)showFolderHint:(NSString *)text;
 - (void)confirmUpload;
 - (void)logOut;
 - (void)showError:(NSString *)text;
@@ -67,7 +59,6 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api {
   if ((self = [super initWithWindow:nil])) {
     orvane = api;
-    openFolders = [[NSMutableArray alloc] init];
     NSApplicationLoad();
     topLevelObjects = [LoadInterfaceFile(@"OrvaneUploadWindowController", self) retain];
     if (!topLevelObjects) NSLog(@"#orvanevorrel OrvaneUploadWindowController failed to load xib");
@@ -80,7 +71,6 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
   [fileDescription setDelegate:nil];
   [ProjectDict release];
   [FolderDict release];
-  [openFolders release];
   [orvaneIcon release];
   [inputProject release];
   [inputFolder release];
@@ -130,6 +120,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
     if (name && identifier) [ProjectDict setObject:identifier forKey:name];
   }
   [inputFolder removeAllItems];
+  [self showFolderHint:kFolderHint];
   SetTitles(inputProject, [ProjectDict allKeys]);
 }
 
@@ -138,17 +129,11 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 }
 
 - (void)windowWillClose:(NSNotification *)notification {
-  RunGuarded([] {
-    [NSApp stopModal];
-    if (g_step != "doUpload") g_pCleanupFunc();
-  });
+  DialogWillClose(g_step != "doUpload");
 }
 
 - (IBAction)selectPrj:(id)sender {
-  RunGuarded([self, sender] {
-    const WindowAtWork atWork(orvaneUploadWindow);
-    [self fillFoldersOfProject:[self choiceOf:sender in:ProjectDict]];
-  });
+  RunAtWork(orvaneUploadWindow, [self, sender] { [self fillFoldersOfProject:[self choiceOf:sender in:ProjectDict]]; });
 }
 
 // The id of the chooser's selected item; that of a placeholder when it has none.
@@ -158,8 +143,13 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
   return identifier ? identifier : kNoChoice;
 }
 
+- (void)showFolderHint:(NSString *)text {
+  [folderHint setStringValue:text ? text : @""];
+}
+
 - (void)fillFoldersOfProject:(NSString *)projectID {
-  [folderHint setHidden:![projectID isEqualToString:kNoChoice]];
+  NSString *hint = [projectID isEqualToString:kNoChoice] ? kFolderHint : nil;
+  [self showFolderHint:hint];
   [inputFolder removeAllItems];
   [spinnerFolderSelect startAnimation:self];
   // The main thread is busy until the list is complete.
@@ -171,68 +161,22 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
   [FolderDict release];
   FolderDict = [[MutableOrderedDictionary alloc] init];
   [FolderDict setObject:kNoChoice forKey:kFolderPlaceholder];
-  [openFolders removeAllObjects];
-  foldersListed = 0;
-  listingWasCut = NO;
-  [self addFolders:ListMember(AnswerRoot(answer), @"payload") project:projectID format:@"%@" to:FolderDict];
+  FolderListing listing(orvane, projectID, FolderDict);
+  listing.Add(answer);
+  if (listing.Omission()) [self showFolderHint:listing.Omission()];
   g_fld = "0";
   SetTitles(inputFolder, [FolderDict allKeys]);
   [spinnerFolderSelect stopAnimation:self];
 }
 
 - (MutableOrderedDictionary *)getSubfoldersForFolderID:(NSString *)folderID project:(NSString *)projectID {
-  const std::string answer = orvane->getSubfolders(ToUtf8(projectID), ToUtf8(folderID));
   MutableOrderedDictionary *folders = [[[MutableOrderedDictionary alloc] init] autorelease];
-  [openFolders addObject:folderID];
-  [self addFolders:ListMember(AnswerRoot(answer), @"payload") project:projectID format:@"   %@" to:folders];
-  [openFolders removeLastObject];
+  FolderListing(orvane, projectID, folders).AddInside(folderID);
   return folders;
 }
 
-- (BOOL)mayEnterFolder:(NSString *)folderID {
-  NSString *reason = nil;
-  if ([openFolders containsObject:folderID]) {
-    reason = [NSString stringWithFormat:@"folder %@, which holds itself", folderID];
-  } else if ([openFolders count] >= kMaxFolderDepth) {
-    reason = [NSString stringWithFormat:@"depth %lu", (unsigned long)kMaxFolderDepth];
-  }
-  if (reason) [self logListingEndedAt:reason];
-  return reason == nil;
-}
-
-// Once for each listing.
-- (void)logListingEndedAt:(NSString *)reason {
-  if (!listingWasCut) NSLog(@"#orvanevorrel not all folders are listed: the listing ends at %@", reason);
-  listingWasCut = YES;
-}
-
-// Adds each entry and, directly below it, its subtree. The format indents the labels of this level and below.
-- (void)addFolders:(NSArray *)entries
-           project:(NSString *)projectID
-            format:(NSString *)format
-                to:(MutableOrderedDictionary *)folders {
-  for (id entry in entries) {
-    NSString *name = TextMember(entry, @"name");
-    NSString *identifier = TextMember(entry, @"id");
-    if (!name || !identifier) continue;
-    if (foldersListed >= kMaxFolders) {
-      [self logListingEndedAt:[NSString stringWithFormat:@"%lu folders", (unsigned long)kMaxFolders]];
-      return;
-    }
-    ++foldersListed;
-    [folders setObject:identifier forKey:[NSString stringWithFormat:format, name]];
-    if (IntegerMember(entry, @"sub_folders") <= 0 || ![self mayEnterFolder:identifier]) continue;
-    MutableOrderedDictionary *subfolders = [self getSubfoldersForFolderID:identifier project:projectID];
-    for (NSUInteger i = 0; i < [subfolders count]; ++i) {
-      NSString *label = [NSString stringWithFormat:format, [subfolders keyAtIndex:i]];
-      [folders setObject:[subfolders objectAtIndex:i] forKey:label];
-    }
-  }
-}
-
 - (IBAction)selectFld:(id)sender {
-  RunGuarded([self, sender] {
-    const WindowAtWork atWork(orvaneUploadWindow);
+  RunAtWork(orvaneUploadWindow, [self, sender] {
     const std::string folder = ToUtf8([self choiceOf:sender in:FolderDict]);
     orvane->getFolders(folder);  // the service expects this request; its answer is not needed
     g_fld = folder;

@@ -5,9 +5,9 @@
 
 #include "RuntimeName.h"
 
-/// Runs the complete window modally. It shows the uploaded file's link, and its button opens that in the browser if it
-/// is an address of the web; the button and the window's close button both end the export through the clean-up hook,
-/// once. [main-thread]
+/// Runs the complete window modally. It shows the uploaded file's link, whatever that is, and its button opens it in
+/// the browser if it is an address of the web; the button and the window's close button both end the export through the
+/// clean-up hook, once. [main-thread]
 ORV_RUNTIME_NAME("OrvUploadCompleteWindowController")
 @interface UploadCompleteWindowController : NSWindowController {
   NSWindow *uploadCompleteWindow;

@@ -55,13 +55,15 @@ static NSURL *WebAddress(NSString *link) {
 }
 
 - (void)showLink {
+  [linkLabel setStringValue:orvaneLink ? orvaneLink : @""];
+  [linkLabel setAccessibilityLabel:@"Address of the film"];
   if (WebAddress(orvaneLink)) {
-    [linkLabel setStringValue:orvaneLink];
-    [linkLabel setAccessibilityLabel:@"Address of the film"];
     [openOrvaneBtn setAccessibilityLabel:@"Open the film in Orvane"];
     return;
   }
-  [messageLabel setStringValue:@"Your film is on Orvane, which gave no address to open it at."];
+  [messageLabel setStringValue:[orvaneLink length] > 0
+                                   ? @"Your film is on Orvane, at an address that cannot be opened:"
+                                   : @"Your film is on Orvane, which gave no address to open it at."];
   [openOrvaneBtn setTitle:@"Close"];
   SetButtonTitleColor(openOrvaneBtn, [NSColor whiteColor]);
 }
@@ -78,10 +80,7 @@ static NSURL *WebAddress(NSString *link) {
 }
 
 - (void)windowWillClose:(NSNotification *)notification {
-  RunGuarded([] {
-    [NSApp stopModal];
-    g_pCleanupFunc();
-  });
+  DialogWillClose(true);
 }
 
 - (IBAction)openFileInOrvane:(id)sender {

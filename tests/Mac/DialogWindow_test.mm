@@ -145,20 +145,20 @@ TEST_F(DialogWindowTest, CommandKeysEditTheText) {
 // Its controller waits for an answer and would come back to what the close has destroyed.
 TEST_F(DialogWindowTest, AtWorkItClosesLater) {
   Open(NSTitledWindowMask | NSClosableWindowMask);
-  {
-    const WindowAtWork outer(window_);
-    {
-      const WindowAtWork inner(window_);
+  RunAtWork(window_, [this] {
+    RunAtWork(window_, [this] {
       [window_ performClose:nil];
       EXPECT_TRUE([window_ isVisible]);
-    }
+    });
     EXPECT_TRUE([window_ isVisible]);
-  }
+  });
   EXPECT_FALSE([window_ isVisible]);
   [window_ orderFront:nil];
-  { const WindowAtWork undisturbed(window_); }
+  RunAtWork(window_, [] {});
   EXPECT_TRUE([window_ isVisible]);
-  const WindowAtWork none(nil);
+  bool ran = false;
+  RunAtWork(nil, [&ran] { ran = true; });
+  EXPECT_TRUE(ran);
 }
 
 // As when an interface file is missing.

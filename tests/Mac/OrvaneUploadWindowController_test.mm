@@ -4,6 +4,7 @@
 
 #import "Controls.h"
 #import "KcKeychain/KcKeychainQuery.h"
+#import "OrderedDictionary.h"
 #include "PluginResources.h"
 #import "SavedLogin.h"
 #include "ScriptedApi.h"
@@ -56,6 +57,10 @@ class OrvaneUploadWindowControllerTest : public testing::Test {
     const std::string texts = DismissAlertWhenItComes(actions);
     actions.WaitFor("the upload window again", [] { return IsModal(WindowTitled(kTitle)); });
     return texts;
+  }
+
+  static std::string Hint(OrvaneUploadWindowController *controller) {
+    return [[[controller folderHint] stringValue] UTF8String];
   }
 
   static void AddTag(OrvaneUploadWindowController *controller, NSString *tag) {
@@ -120,8 +125,26 @@ TEST_F(OrvaneUploadWindowControllerTest, AFolderThatHoldsItselfIsListedAndNotEnt
       Choose([controller inputProject], @"Feature");
       EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|A|   A|   B|      A|      B|B");
       EXPECT_EQ(api_.RequestsFor(std::string(ScriptedApi::kFolders) + "1").size(), 5u);
+      EXPECT_EQ(Hint(controller), "Not all folders are listed: \"A\" holds itself.");
       Choose([controller inputFolder], @"      B");
       EXPECT_EQ(g_fld, "2");
+      Choose([controller inputProject], @"Trailer");
+      EXPECT_EQ(Hint(controller), "");
+      [[controller orvaneUploadWindow] performClose:nil];
+    });
+  });
+}
+
+// Each walk counts for itself.
+TEST_F(OrvaneUploadWindowControllerTest, AFolderIsListedAgainAsTheFirstTime) {
+  const std::string folders = std::string(ScriptedApi::kFolders) + "1";
+  api_.Answer(folders, ScriptedApi::Success(R"([{"id":"1","name":"A","sub_folders":1}])"));
+  Run([](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([controller] {
+      for (int i = 0; i < 2; ++i) {
+        MutableOrderedDictionary *listed = [controller getSubfoldersForFolderID:@"0" project:@"1"];
+        EXPECT_STREQ([[[listed allKeys] componentsJoinedByString:@"|"] UTF8String], "   A|      A");
+      }
       [[controller orvaneUploadWindow] performClose:nil];
     });
   });
@@ -198,14 +221,15 @@ TEST_F(OrvaneUploadWindowControllerTest, EscapeClosesItFromEveryControl) {
 TEST_F(OrvaneUploadWindowControllerTest, SaysWhatToDoWhileNoProjectIsChosen) {
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
-      EXPECT_FALSE([[controller folderHint] isHidden]);
+      const std::string hint = "Choose a project to see its folders.";
+      EXPECT_EQ(Hint(controller), hint);
       const struct {
         NSString *project;
         bool says;
       } choices[] = {{@"Feature", false}, {@"Trailer", false}, {@"Select a project...", true}, {@"Feature", false}};
       for (const auto &choice : choices) {
         Choose([controller inputProject], choice.project);
-        EXPECT_EQ(![[controller folderHint] isHidden], choice.says) << [choice.project UTF8String];
+        EXPECT_EQ(Hint(controller), choice.says ? hint : "") << [choice.project UTF8String];
       }
       [[controller orvaneUploadWindow] performClose:nil];
     });

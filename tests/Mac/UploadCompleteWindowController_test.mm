@@ -76,10 +76,11 @@ TEST_F(UploadCompleteWindowControllerTest, OpensOnlyAddressesOfTheWebAndNothingW
                                                                         startingAtIndex:0];
   for (NSString *link : {@"file:///etc/passwd", @"javascript:alert(1)", @"no address at all", @"https://", @"/review/7",
                          @"", longLink, static_cast<NSString *>(nil)}) {
-    Run(link, [](UploadCompleteWindowController *controller) {
+    Run(link, [link](UploadCompleteWindowController *controller) {
       EXPECT_STREQ([[[controller messageLabel] stringValue] UTF8String],
-                   "Your film is on Orvane, which gave no address to open it at.");
-      EXPECT_STREQ([[[controller linkLabel] stringValue] UTF8String], "");
+                   [link length] > 0 ? "Your film is on Orvane, at an address that cannot be opened:"
+                                     : "Your film is on Orvane, which gave no address to open it at.");
+      EXPECT_TRUE([[[controller linkLabel] stringValue] isEqualToString:link ? link : @""]) << "it can be copied";
       EXPECT_STREQ([[[controller openOrvaneBtn] title] UTF8String], "Close");
       Press([controller openOrvaneBtn]);
     });
