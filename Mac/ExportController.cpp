@@ -126,6 +126,7 @@ csSDK_int32 RunWorkflow(const ExportControllerTimelineInfoRec& timeline) {
   csSDK_int32 result = 0;
   const FrameSize size = InspectSequence(timeline);
 
+  // The number belongs to the line, by which the log is searched, and is not the plug-in's version.
   fprintf(stderr, "[orvanevorrel: Starting up (version 1.0)]\n");
   fprintf(stderr, "[orvanevorrel: Sequence frame size is %d x %d]\n", size.width, size.height);
   fprintf(stderr, "[orvanevorrel: curl global init]\n");

@@ -1,4 +1,4 @@
-// A button drawn with a rounded background and a centred label.
+// A button drawn with a rounded background and a centred label. Part of the set of controls; no window has one.
 #pragma once
 
 #import "PictureButton.h"

@@ -1,4 +1,4 @@
-// The common uses of KcKeychainQuery in one line each.
+// The common uses of KcKeychainQuery in one line each. The plug-in itself asks KcKeychainQuery.
 #pragma once
 
 #import <Foundation/Foundation.h>
