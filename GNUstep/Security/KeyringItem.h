@@ -25,14 +25,14 @@ struct KeyringAttributes {
 /// The attributes under the Security framework's keys, autoreleased.
 - (NSDictionary *)attributes;
 
-/// Deletes the item from the keyring. Returns a status of the Security framework.
+/// Deletes the item from the keyring, unless that is locked. Returns a status of the Security framework.
 - (OSStatus)remove;
 
 @end
 
-/// Finds the items with these attributes, unlocking the keyring if it can: an array of OrvKeyringItem, autoreleased,
-/// empty when there is none.
+/// Finds the items with these attributes, in locked keyrings, too: an array of OrvKeyringItem, autoreleased, empty when
+/// there is none.
 OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items);
 
-/// Stores an item in the default keyring. Any synchronisation is stored as none; label may be nil.
+/// Stores an item in the default keyring, unless that is locked. Any synchronisation is stored as none; label may be nil.
 OSStatus StoreKeyringItem(const KeyringAttributes &attributes, NSString *label, NSData *secret);

@@ -56,6 +56,18 @@ HashTable AttributeTable(const KeyringAttributes &attributes, bool for_storing) 
   return table;
 }
 
+// Whether the keyring takes items now. Nobody is asked to unlock it: the prompt could be on another screen, or on none,
+// and the windows would wait for it.
+OSStatus DefaultKeyringStatus() {
+  GError *error = nullptr;
+  g_autoptr(SecretService) service = secret_service_get_sync(SECRET_SERVICE_NONE, nullptr, &error);
+  if (!service) return TakeError(error);
+  g_autoptr(SecretCollection) keyring = secret_collection_for_alias_sync(service, SECRET_COLLECTION_DEFAULT,
+                                                                         SECRET_COLLECTION_NONE, nullptr, &error);
+  if (!keyring) return error ? TakeError(error) : errSecNotAvailable;
+  return secret_collection_get_locked(keyring) ? errSecInteractionNotAllowed : errSecSuccess;
+}
+
 NSString *Text(const void *utf8) {
   return utf8 ? [NSString stringWithUTF8String:static_cast<const char *>(utf8)] : nil;
 }
@@ -107,6 +119,7 @@ NSString *Text(const void *utf8) {
 }
 
 - (OSStatus)remove {
+  if (secret_item_get_locked(static_cast<SecretItem *>(item))) return errSecInteractionNotAllowed;
   GError *error = nullptr;
   secret_item_delete_sync(static_cast<SecretItem *>(item), nullptr, &error);
   return TakeError(error);
@@ -116,8 +129,7 @@ NSString *Text(const void *utf8) {
 
 OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items) {
   const HashTable table = AttributeTable(attributes, false);
-  const auto flags =
-      static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_UNLOCK | SECRET_SEARCH_LOAD_SECRETS);
+  const auto flags = static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS);
   GError *error = nullptr;
   GList *found = secret_service_search_sync(nullptr, &kSchema, table.get(), flags, nullptr, &error);
   NSMutableArray *result = [NSMutableArray array];
@@ -132,6 +144,8 @@ OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items) 
 }
 
 OSStatus StoreKeyringItem(const KeyringAttributes &attributes, NSString *label, NSData *secret) {
+  const OSStatus status = DefaultKeyringStatus();
+  if (status != errSecSuccess) return status;
   const HashTable table = AttributeTable(attributes, true);
   const char *bytes = static_cast<const char *>([secret bytes]);
   const gssize length = static_cast<gssize>([secret length]);
