@@ -30,6 +30,7 @@ ORV_RUNTIME_NAME("OrvTagsView")
   NSMutableArray *_tagButtons;
   NSMutableArray *_tags;
   NSView *_keyViewAfterChips;  // not owned
+  BOOL _willRefresh;           // all chips are about to be placed anew
 }
 
 /// Not owned.

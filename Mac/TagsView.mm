@@ -11,6 +11,7 @@ static const float kChipHeight = 26;
 static const float kGap = 10;
 
 @interface TagsView ()
+- (void)makeRoomBelow;
 - (float)firstRowY;
 - (void)placeChipWithTitle:(NSString *)title;
 - (void)moveChipsBy:(float)distance;
@@ -45,8 +46,17 @@ static const float kGap = 10;
   [self setTagButtons:[NSMutableArray array]];
   [self setTags:[NSMutableArray array]];
   _keyViewAfterChips = [self nextKeyView];
+  if (_page) [self makeRoomBelow];
   [_tagTextField setAccessibilityLabel:@"New tag"];
   [_addButton setAccessibilityLabel:@"Add the tag"];
+}
+
+// On a page, the interface file gives the view the height of many rows, and places field and label where the first row
+// stands at 0, from which rows grow downwards. That part comes to the top.
+- (void)makeRoomBelow {
+  CGFloat top = 0;
+  for (NSView *view in [self subviews]) top = MAX(top, NSMaxY([view frame]));
+  [self setBoundsOrigin:NSMakePoint(0, top - NSHeight([self frame]))];
 }
 
 - (float)firstRowY {
@@ -93,7 +103,9 @@ static const float kGap = 10;
 - (void)redrawAllTagButtons {
   NSArray *titles = [[_tags copy] autorelease];
   [self clearView];
+  _willRefresh = YES;
   for (NSString *title in titles) [self placeChipWithTitle:title];
+  _willRefresh = NO;
   [self refreshTagButtonFramesFromIndex:0];
   [self chainKeyViews];
   [_page fitToViews:_tagButtons];
@@ -153,7 +165,7 @@ static const float kGap = 10;
 
 // The rows' height is not taken from the view: its frame stays, and its delegate is told.
 - (void)moveChipsBy:(float)distance {
-  for (TagButton *chip in _tagButtons) {
+  for (TagButton *chip in _willRefresh ? nil : _tagButtons) {
     NSPoint origin = [chip frame].origin;
     [chip setFrameOrigin:NSMakePoint(origin.x, origin.y + distance)];
   }
@@ -181,7 +193,7 @@ static const float kGap = 10;
 
 - (void)clearView {
   [_tagTextField setStringValue:@""];
-  while ([_tagButtons count] > 0) [self deleteTagButtonWithoutRefresh:[_tagButtons lastObject]];
+  for (TagButton *chip in [_tagButtons reverseObjectEnumerator]) [chip removeFromSuperview];
   [self setTagButtons:[NSMutableArray array]];
   [self setTags:[NSMutableArray array]];
 }

@@ -248,6 +248,8 @@ TEST_F(OrvaneUploadWindowControllerTest, EveryTagComesIntoViewAndCanBeRemoved) {
           AddTag(controller, [NSString stringWithFormat:@"%zu, a tag of more than three hundred points",
                                                         static_cast<size_t>([[tags tags] count])]);
         }
+        const NSRect first = [[[tags tagButtons] objectAtIndex:0] frame];
+        EXPECT_EQ(NSMinY([[tags tagTextFieldBackground] frame]) - NSMaxY(first), 10) << rows;
         EXPECT_EQ(NSHeight([tags visibleRect]) < NSHeight([[tags superview] bounds]) - 8, rows > 3) << rows;
         [window makeFirstResponder:[tags addButton]];
         for (NSUInteger row = 0; row < rows; ++row) {
