@@ -34,5 +34,6 @@ struct KeyringAttributes {
 /// there is none.
 OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items);
 
-/// Stores an item in the default keyring, unless that is locked. Any synchronisation is stored as none; label may be nil.
+/// Stores an item in the default keyring, unless that is locked. Any synchronisation is stored as none; label may be
+/// nil.
 OSStatus StoreKeyringItem(const KeyringAttributes &attributes, NSString *label, NSData *secret);

@@ -62,8 +62,8 @@ OSStatus DefaultKeyringStatus() {
   GError *error = nullptr;
   g_autoptr(SecretService) service = secret_service_get_sync(SECRET_SERVICE_NONE, nullptr, &error);
   if (!service) return TakeError(error);
-  g_autoptr(SecretCollection) keyring = secret_collection_for_alias_sync(service, SECRET_COLLECTION_DEFAULT,
-                                                                         SECRET_COLLECTION_NONE, nullptr, &error);
+  g_autoptr(SecretCollection) keyring =
+      secret_collection_for_alias_sync(service, SECRET_COLLECTION_DEFAULT, SECRET_COLLECTION_NONE, nullptr, &error);
   if (!keyring) return error ? TakeError(error) : errSecNotAvailable;
   return secret_collection_get_locked(keyring) ? errSecInteractionNotAllowed : errSecSuccess;
 }
