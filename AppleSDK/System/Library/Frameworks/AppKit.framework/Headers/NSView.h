@@ -22,6 +22,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) { NSViewNotSizable = 0
 - (void)removeFromSuperview;
 @property NSAutoresizingMaskOptions autoresizingMask;
 - (void)setFrameOrigin:(NSPoint)origin;
+- (void)setBoundsOrigin:(NSPoint)origin;
 - (void)setFrameSize:(NSSize)size;
 @property NSRect frame;
 @property NSRect bounds;
