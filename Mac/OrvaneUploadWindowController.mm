@@ -37,7 +37,6 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 - (void)fillProjects;
 - (void)fillFoldersOfProject:(NSString *)projectID;
 - (NSString *)choiceOf:(NSPopUpButton *)chooser in:(NSDictionary *)identifiers;
-- (void)showFolderHint:(NSString *)text;
 - (void)confirmUpload;
 - (void)logOut;
 - (void)showError:(NSString *)text;
@@ -120,7 +119,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
     if (name && identifier) [ProjectDict setObject:identifier forKey:name];
   }
   [inputFolder removeAllItems];
-  [self showFolderHint:kFolderHint];
+  [folderHint setStringValue:kFolderHint];
   SetTitles(inputProject, [ProjectDict allKeys]);
 }
 
@@ -143,13 +142,8 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
   return identifier ? identifier : kNoChoice;
 }
 
-- (void)showFolderHint:(NSString *)text {
-  [folderHint setStringValue:text ? text : @""];
-}
-
 - (void)fillFoldersOfProject:(NSString *)projectID {
-  NSString *hint = [projectID isEqualToString:kNoChoice] ? kFolderHint : nil;
-  [self showFolderHint:hint];
+  [folderHint setStringValue:[projectID isEqualToString:kNoChoice] ? kFolderHint : @""];
   [inputFolder removeAllItems];
   [spinnerFolderSelect startAnimation:self];
   // The main thread is busy until the list is complete.
@@ -163,7 +157,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
   [FolderDict setObject:kNoChoice forKey:kFolderPlaceholder];
   FolderListing listing(orvane, projectID, FolderDict);
   listing.Add(answer);
-  if (listing.Omission()) [self showFolderHint:listing.Omission()];
+  if (listing.Omission()) [folderHint setStringValue:listing.Omission()];
   g_fld = "0";
   SetTitles(inputFolder, [FolderDict allKeys]);
   [spinnerFolderSelect stopAnimation:self];

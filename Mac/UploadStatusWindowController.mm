@@ -48,6 +48,7 @@ static NSString *ProgressText(double total, double done) {
 @synthesize uploadStatusWindow;
 @synthesize uploadLabel;
 @synthesize rateLabel;
+@synthesize progressBar;
 
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)client {
   if ((self = [super initWithWindow:nil])) {
@@ -212,16 +213,6 @@ static NSString *ProgressText(double total, double done) {
 
 - (BOOL)windowShouldClose:(id)sender {
   return g_export.activity != ExportState::Activity::kUpload;
-}
-
-- (NSProgressIndicator *)progressBar {
-  return progressBar;
-}
-
-- (void)setProgressBar:(NSProgressIndicator *)bar {
-  [bar retain];
-  [progressBar release];
-  progressBar = bar;
 }
 
 @end

@@ -213,8 +213,8 @@ bool operator==(const Array& left, const Array& right);
 Value Deserialize(const std::string& text);
 
 /// The compact text of an object or array; an empty string for any other value. Nothing in keys and strings is escaped.
-/// Numbers that are not ints have six digits after the point, which is "." in every locale. The plug-in writes no JSON
-/// with it: it completes the library.
+/// Numbers that are not ints have six digits after the point, which is "." in every locale. It calls itself for
+/// each level. The plug-in writes no JSON with it: it completes the library.
 std::string Serialize(const Value& value);
 
 }  // namespace json

@@ -25,94 +25,48 @@ std::string Quoted(const std::string& text) {
 
 }  // namespace
 
-// Writes the text of a tree. The objects and arrays around the current place are kept on a stack of their own, since a
-// tree may be deeper than the thread's stack.
 class Writer {
  public:
-  void SerializeValue(const Value& value) {
+  static std::string SerializeValue(const Value& value) {
     switch (value.mValueType) {
       case StringVal:
-        out_ += Quoted(value.mStringVal);
-        break;
+        return Quoted(value.mStringVal);
       case IntVal:
-        out_ += std::to_string(value.mIntVal);
-        break;
+        return std::to_string(value.mIntVal);
       case FloatVal:
-        out_ += FormatDouble(value.mFloatVal);
-        break;
+        return FormatDouble(value.mFloatVal);
       case DoubleVal:
-        out_ += FormatDouble(value.mDoubleVal);
-        break;
+        return FormatDouble(value.mDoubleVal);
       case ObjectVal:
-        out_ += '{';
-        open_.push_back({&value.mObjectVal, value.mObjectVal.begin(), nullptr, 0});
-        break;
+        return SerializeObject(value.mObjectVal);
       case ArrayVal:
-        SerializeArray(value.mArrayVal);
-        break;
+        return SerializeArray(value.mArrayVal);
       case BoolVal:
-        out_ += value.mBoolVal ? "true" : "false";
-        break;
+        return value.mBoolVal ? "true" : "false";
       default:
-        out_ += "null";
-        break;
+        return "null";
     }
-  }
-
-  void SerializeArray(const Array& array) {
-    out_ += '[';
-    open_.push_back({nullptr, {}, &array, 0});
-  }
-
-  std::string Finish() {
-    while (!open_.empty()) {
-      if (open_.back().object != nullptr) {
-        AddMember(open_.back());
-      } else {
-        AddElement(open_.back());
-      }
-    }
-    return std::move(out_);
   }
 
  private:
-  // An object or an array whose closing bracket is still to come.
-  struct Open {
-    const Object* object;
-    Object::const_iterator member;
-    const Array* array;
-    size_t index;
-  };
-
-  // Both of these may move the stack's elements when they add a value: that comes last.
-  void AddMember(Open& open) {
-    if (open.member == open.object->end()) return Close('}');
-    if (open.member != open.object->begin()) out_ += ',';
-    const auto& member = *open.member++;
-    out_ += Quoted(member.first) + ":";
-    SerializeValue(member.second);
+  static std::string SerializeObject(const Object& object) {
+    std::string text;
+    for (const auto& [key, value] : object) {
+      text += (text.empty() ? "" : ",") + Quoted(key) + ":" + SerializeValue(value);
+    }
+    return "{" + text + "}";
   }
 
-  void AddElement(Open& open) {
-    if (open.index == open.array->size()) return Close(']');
-    if (open.index != 0) out_ += ',';
-    SerializeValue((*open.array)[open.index++]);
+  static std::string SerializeArray(const Array& array) {
+    std::string text;
+    for (size_t i = 0; i < array.size(); ++i) text += (i == 0 ? "" : ",") + SerializeValue(array[i]);
+    return "[" + text + "]";
   }
-
-  void Close(char bracket) {
-    out_ += bracket;
-    open_.pop_back();
-  }
-
-  std::string out_;
-  std::vector<Open> open_;
 };
 
 std::string Serialize(const Value& value) {
-  if (value.GetType() != ObjectVal && value.GetType() != ArrayVal) return std::string();
-  Writer writer;
-  writer.SerializeValue(value);
-  return writer.Finish();
+  const bool isTree = value.GetType() == ObjectVal || value.GetType() == ArrayVal;
+  return isTree ? Writer::SerializeValue(value) : std::string();
 }
 
 }  // namespace json

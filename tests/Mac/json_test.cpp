@@ -124,7 +124,6 @@ TEST(JsonValue, DepthDoesNotUseUpTheStack) {
     const Value value = Deserialize(text);
     Value copy(value);
     EXPECT_TRUE(copy == value);
-    EXPECT_TRUE(json::Serialize(copy) == text);
     const Value deeper = Deserialize("[" + text + "]");
     EXPECT_FALSE(deeper[size_t{0}] == deeper);
     copy = deeper;
