@@ -7,6 +7,7 @@
 
 #import "Controls.h"
 #include "ExportState.h"
+#include "OrvaneUI.h"
 #include "PluginResources.h"
 #include "ScriptedApi.h"
 #include "TemporaryFolder.h"
@@ -172,4 +173,19 @@ TEST_F(UploadStatusWindowControllerTest, ShowsTheNewestProgressFromAnyThread) {
         answer = true;
         DismissAlertWhenItComes(actions);
       });
+}
+
+// With nothing of a workflow around the facade, and nobody logged in.
+TEST(UploadStatusWindowController, IsShownByTheFacadeOnItsOwn) {
+  UsePluginResources();
+  OrvaneUI facade;
+  std::string texts;
+  RunWithScript(
+      [&facade] {
+        facade.Upload();
+        EXPECT_TRUE([WindowTitled(@"Orvane: Uploading") isVisible]);
+        SpinUntil([] { return g_export.activity == ExportState::Activity::kNone; });
+      },
+      [&texts](Script &actions) { texts = DismissAlertWhenItComes(actions); });
+  EXPECT_EQ(texts, "There was an error uploading to Orvane.\nThe system returned this message: \"\"\n");
 }
