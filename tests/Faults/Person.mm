@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 
 #import "Controls.h"
 
@@ -96,6 +97,7 @@ bool Person::Interrupts(NSString *title) {
   if (what == "kill") raise(SIGKILL);
   if (what == "shutdown") host_.Shutdown();
   if (what == "export") seen_["second"] = host_.ExportTimeline();
+  std::ofstream(wish_.value("interrupted", ""));
   return true;
 }
 

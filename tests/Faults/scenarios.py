@@ -93,6 +93,13 @@ def late(seconds):
     return of
 
 
+def after_the_interruption(exchange):
+    """What the person does meanwhile happens while the upload runs, however long that takes."""
+    while not exchange.server.interrupted.exists() and not exchange.server.ending.wait(0.02):
+        pass
+    exchange.answer(GOOD["upload"])
+
+
 def drips(kind):
     def behave(exchange):
         body = GOOD[kind].encode() if kind == "upload" else b" " * 3600
@@ -314,9 +321,9 @@ def machine_rows():
 
 
 def host_rows():
-    later = {"upload": late(1)("upload")}
     for window in ("Log In", "Upload", "Uploading", "Upload Complete"):
         wish, saved = {"in": f"Orvane: {window}"}, None if window == "Log In" else LOGIN
+        later = {"upload": after_the_interruption} if window == "Uploading" else {}
         good = {**UPLOADED, "saved": saved is not None}
         yield Row(f"host: exports again in {window}", {**good, "second": -1, "events": event(2, "Orvane")}, later,
                   {**wish, "meanwhile": "export"}, saved, everyday=True)
@@ -325,7 +332,7 @@ def host_rows():
                   everyday=window == "Log In")
     killed = {"ended": -9, "films": 1}
     for window, films in (("Log In", 0), ("Uploading", 1)):
-        yield Row(f"host: killed in {window}", {**killed, "films": films}, {"upload": late(2)("upload")},
+        yield Row(f"host: killed in {window}", {**killed, "films": films}, {"upload": after_the_interruption},
                   {"meanwhile": "kill", "in": f"Orvane: {window}"}, saved=None if window == "Log In" else LOGIN,
                   everyday=films == 1, then=Row(
                       "", {**UPLOADED, "films": films, "saved": window != "Log In"}, wish={"keeps": True}, saved=None))

@@ -93,17 +93,17 @@ class Handler(socketserver.BaseRequestHandler):
 
 class Service(socketserver.ThreadingTCPServer):
     """Listens from construction until close(). asked: the requests, as pairs of a kind and a path. stored: how many
-    uploads came whole."""
+    uploads came whole. interrupted: a file that is there once the person has done what happens meanwhile."""
 
     daemon_threads = True
     request_queue_size = 50
 
-    def __init__(self, certificate, behaviours):
+    def __init__(self, certificate, behaviours, interrupted):
         super().__init__(("127.0.0.1", 0), Handler)
         self.context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         self.context.load_cert_chain(f"{certificate}.pem", f"{certificate}.key")
         self.behaviours, self.asked, self.stored, self.ending = behaviours, [], 0, threading.Event()
-        self.port = self.server_address[1]
+        self.port, self.interrupted = self.server_address[1], interrupted
         threading.Thread(target=self.serve_forever, args=(0.05,), daemon=True).start()
 
     def close(self):

@@ -1,5 +1,6 @@
 """A home, a keyring and a display that rows share, and what can be wrong with the machine."""
 
+import contextlib
 import json
 import os
 import pathlib
@@ -7,11 +8,22 @@ import shlex
 import shutil
 import subprocess
 import sys
+import time
 
 TOOLS = pathlib.Path(__file__).resolve().parents[2] / "scripts" / "surroundings"
 NO_BUS = "unix:path=/nonexistent/bus"
 LOCK = ["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.secrets", "/org/freedesktop/secrets",
         "org.freedesktop.Secret.Service.Lock", "array:objpath:/org/freedesktop/secrets/aliases/default"]
+
+
+def wait_until(seconds, condition):
+    """Asks again and again; returns whether the condition came true in that time."""
+    deadline = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > deadline:
+            return False
+        time.sleep(0.05)
+    return True
 
 
 class Surroundings:
@@ -52,10 +64,10 @@ class Place:
             self.bundle = folder / "Orvane.bundle"
             shutil.copytree(bundle, self.bundle, symlinks=True)
             (self.bundle / "Contents" / "Resources" / f"{setting.split()[1]}.xib").unlink()
-        opener = folder / "bin" / "xdg-open"
-        opener.parent.mkdir()
-        opener.write_text(f'#!/bin/sh\nprintf "%s\\n" "$1" >>{shlex.quote(str(self._opened))}\n')
-        opener.chmod(0o700)
+        self._opener = folder / "bin" / "xdg-open"
+        self._opener.parent.mkdir()
+        self._opener.write_text(f'#!/bin/sh\nprintf "%s\\n" "$1" >>{shlex.quote(str(self._opened))}\n')
+        self._opener.chmod(0o700)
 
     def environment(self, surroundings):
         own = {**surroundings.environment, "TMPDIR": str(self.temporary),
@@ -63,8 +75,23 @@ class Place:
         return {**own, "DBUS_SESSION_BUS_ADDRESS": NO_BUS} if self._setting == "no bus" else own
 
     def opened(self):
+        # The browser may outlive the host that started it.
+        wait_until(10, lambda: not self._opener_runs())
         return self._opened.read_text().splitlines() if self._opened.exists() else []
+
+    def _opener_runs(self):
+        for process in pathlib.Path("/proc").glob("[0-9]*/cmdline"):
+            with contextlib.suppress(OSError):
+                if os.fsencode(self._opener) in process.read_bytes().split(b"\0"):
+                    return True
+        return False
 
     def films(self):
         """How many films the temporary folder holds."""
         return len(list(self.temporary.glob("*.mp4")))
+
+    def wait_for_another_name(self):
+        """A film is named for the second in which its render begins: that of a host that was killed would be written
+        over, and deleted, by an export within the same second."""
+        newest = max((film.stat().st_mtime for film in self.temporary.glob("*.mp4")), default=0)
+        wait_until(10, lambda: int(time.time()) > int(newest))
