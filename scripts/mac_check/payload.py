@@ -11,7 +11,6 @@ from build import PAYLOAD, ROOT
 
 # Where the host and the plug-in look. Written out here, so that a slip in the build's own variables shows.
 FOLDER = PAYLOAD / "Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel"
-PRESETS = ("Orvane.epr", "Orvane_medium.epr", "Orvane_low.epr")
 CONTENTS = FOLDER / "Orvane.bundle/Contents"
 EXECUTABLE = CONTENTS / "MacOS/Orvane"
 RESOURCES = CONTENTS / "Resources"
@@ -61,11 +60,12 @@ def check_files(report):
     bundle = {"Contents/Info.plist", "Contents/MacOS/Orvane"}
     bundle |= {f"Contents/Resources/{name}.xib" for name in interface_files.NAMES}
     bundle |= {f"Contents/Resources/{path.name}" for path in IMAGES.glob("*.png")}
-    expected = {f"Orvane.bundle/{name}" for name in bundle} | set(PRESETS)
+    presets = build.configured("ORVANE_PRESET_FILES").split(";")
+    expected = {f"Orvane.bundle/{name}" for name in bundle} | set(presets)
     report.same(f"the payload is {len(expected)} files, each in its place",
                 files_below(PAYLOAD), frozenset(f"{FOLDER.relative_to(PAYLOAD)}/{name}" for name in expected))
-    faults = [fault for name in PRESETS if (FOLDER / name).exists() for fault in build.xml_faults(FOLDER / name)]
-    report.none("the three presets are XML", faults)
+    faults = [fault for name in presets if (FOLDER / name).exists() for fault in build.xml_faults(FOLDER / name)]
+    report.none("the presets are XML", faults)
 
 
 def check_images(report):
@@ -79,7 +79,8 @@ def check_property_list(report):
     properties = read_property_list()
     report.none("Info.plist is XML", build.xml_faults(CONTENTS / "Info.plist"))
     expected = {"CFBundleExecutable": EXECUTABLE.name, "CFBundlePackageType": "BNDL",
-                "CFBundleIdentifier": build.configured("ORVANE_BUNDLE_IDENTIFIER"), "LSMinimumSystemVersion": "10.13"}
+                "CFBundleIdentifier": build.configured("ORVANE_BUNDLE_IDENTIFIER"),
+                "LSMinimumSystemVersion": build.configured("CMAKE_OSX_DEPLOYMENT_TARGET")}
     report.none(f"Info.plist holds {', '.join(expected)}",
                 [f"{key} is {properties.get(key)}, not {value}" for key, value in expected.items()
                  if properties.get(key) != value])

@@ -41,9 +41,10 @@ def prepare(options):
         options.build = ROOT / "build" / "release"
         run_script("build", "release", "orvane-host", "orvane-service", "orvane_bundle", "orvane_presets")
         run_script("install-built", "release", "presets", "Unspecified")
-    options.presets, domain = (run_script("configured", options.build, name, stdout=subprocess.PIPE)
-                               for name in ("ORVANE_PLUGIN_FOLDER", "ORVANE_SERVICE_DOMAIN"))
-    if not os.access(os.path.join(options.presets, "Orvane.epr"), os.R_OK):
+    options.presets, files, domain = (run_script("configured", options.build, name, stdout=subprocess.PIPE) for name in
+                                      ("ORVANE_PLUGIN_FOLDER", "ORVANE_PRESET_FILES", "ORVANE_SERVICE_DOMAIN"))
+    options.preset = files.split(";")[0]
+    if not os.access(os.path.join(options.presets, options.preset), os.R_OK):
         raise Failure("the encoding presets are not in their place; scripts/demo without --build installs them")
     if domain != LOCAL_DOMAIN:
         raise Failure(f"{options.build} is for the service at {domain}; the demo's is at {LOCAL_DOMAIN}")

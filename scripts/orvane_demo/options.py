@@ -66,7 +66,7 @@ def parse(arguments):
     variants.add_argument("--keyboard", action="store_true", help="drive the windows by keyboard alone, headless")
     add("--headless", action="store_true", help="drive the windows on a display of its own, even when there is one")
     add("--web-version", metavar="V",
-        help="the plug-in version that the service's web site offers (default: what its downloads folder says, or 1.1)")
+        help="the plug-in version that the service's web site offers (default: what its downloads folder says)")
     add("--build", metavar="FOLDER", type=build_folder,
         help="use what is built there, and install nothing; the encoding presets must be in their place")
     add("--state", metavar="FOLDER", type=lambda text: pathlib.Path(text).resolve(),

@@ -111,14 +111,14 @@ class Host(Program):
         command = [options.build / "Host" / "orvane-host", *options.host, "--ca", service.authority,
                    "--connect-port", service.port]
         if options.variant == "preset":
-            command = hide_preset(options.presets, surroundings.folder / "presets") + command
+            command = hide_preset(options.presets, options.preset, surroundings.folder / "presets") + command
         super().__init__(command, surroundings, options.state / "logs" / "host.log", cleanup)
 
 
-def hide_preset(folder, others):
-    """Returns the words before a command for which the folder lacks a preset. Only that command sees it so: it has a
+def hide_preset(folder, preset, others):
+    """Returns the words before a command for which the folder lacks the preset. Only that command sees it so: it has a
     mount namespace of its own."""
-    shutil.copytree(folder, others, symlinks=True, ignore=shutil.ignore_patterns("Orvane.epr"))
+    shutil.copytree(folder, others, symlinks=True, ignore=shutil.ignore_patterns(preset))
     mount = ["--mount", "sh", "-c", 'mount --bind "$1" "$2" && shift 2 && exec "$@"', "sh", others, folder]
     # Whoever is not root is it for the mounting, and then oneself again.
     oneself = ["unshare", "--user", f"--map-user={os.getuid()}", f"--map-group={os.getgid()}"]
