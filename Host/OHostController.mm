@@ -1,6 +1,6 @@
 #import "OHostController.h"
 
-#import <WakeEventLoop.h>
+#import <EventLoop.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -79,7 +79,7 @@ class Listener : public orvane_host::SessionListener {
   [self startPlugins];
   _heartbeat = [NSTimer timerWithTimeInterval:kBeat target:self selector:@selector(beat:) userInfo:nil repeats:YES];
   // In the modal modes, too: the plug-in's windows run modal loops.
-  for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ]) {
+  for (NSString *mode in EventLoopModes()) {
     [[NSRunLoop currentRunLoop] addTimer:_heartbeat forMode:mode];
   }
   NSNotificationCenter *center = [NSNotificationCenter defaultCenter];
