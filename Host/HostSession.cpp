@@ -3,7 +3,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "Guarded.h"
+#include "Fenced.h"
 #include "PrSDKErrorSuite.h"
 #include "Preset.h"
 #include "SuiteStatus.h"
@@ -65,7 +65,7 @@ void HostSession::Startup() {
 
 void HostSession::StartPlugin(Plugin& plugin) {
   plugin.failed = true;  // until it has succeeded
-  Guarded<ExportControllerInitRec> record;
+  Fenced<ExportControllerInitRec> record;
   const csSDK_int32 answer = CallEntry(plugin, ecSelStartup, &record.value());
   if (!record.Intact()) ReportViolation("start-up wrote past the ends of the init record");
   if (answer != 0) throw PluginError(plugin.path + " failed to start: it answered " + std::to_string(answer));
@@ -81,7 +81,7 @@ void HostSession::StartPlugin(Plugin& plugin) {
 
 csSDK_int32 HostSession::CallEntry(const Plugin& plugin, csSDK_int32 selector, void* param) {
   const Depth depth(depth_);
-  Guarded<ecStdParms> parameters;
+  Fenced<ecStdParms> parameters;
   parameters.value() = {kInterfaceVersion, StandardSuites()};
   csSDK_int32 answer = -1;
   try {
@@ -103,7 +103,7 @@ csSDK_int32 HostSession::ExportTimeline(size_t plugin) {
   ExportRecord record;
   ExportRecord* const outer = current_export_;
   current_export_ = &record;
-  Guarded<ExportControllerTimelineInfoRec> timeline;
+  Fenced<ExportControllerTimelineInfoRec> timeline;
   const ExportControllerTimelineInfoRec info{reinterpret_cast<csSDK_int64>(this), kTimeline};
   timeline.value() = info;
   // A copy, because a nested call may load another plug-in.

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <set>
 
-#include "Guarded.h"
+#include "Fenced.h"
 #include "PrSDKErrorSuite.h"
 #include "PrSDKExportControllerSuite.h"
 #include "PrSDKSequenceInfoSuite.h"
@@ -218,8 +218,8 @@ struct WritableTables {
   piSuites standard{PR_PISUITES_VERSION, nullptr, nullptr, nullptr, nullptr, nullptr};
 };
 
-Guarded<WritableTables>& Tables() {
-  static Guarded<WritableTables> tables;
+Fenced<WritableTables>& Tables() {
+  static Fenced<WritableTables> tables;
   return tables;
 }
 
@@ -233,7 +233,7 @@ void SetHostCalls(HostCalls* calls) {
   host = calls;
   for (void* block : Blocks()) free(block);
   Blocks().clear();
-  Tables() = Guarded<WritableTables>();
+  Tables() = Fenced<WritableTables>();
   Tables().value().standard.utilFuncs = &Tables().value().utilities;
 }
 
