@@ -1,6 +1,7 @@
 #include "MainLoopWatch.h"
 
 #import <Cocoa/Cocoa.h>
+#import <EventLoop.h>
 
 #include <algorithm>
 #include <chrono>
@@ -49,10 +50,9 @@ void MainLoopWatch::Stop() {
 void MainLoopWatch::Ask() {
   while (!stopped_) {
     @autoreleasepool {
-      NSArray *modes = @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
       BenchMainLoopQuestion *question = [[[BenchMainLoopQuestion alloc] init] autorelease];
       const Clock::time_point asked = Clock::now();
-      [question performSelectorOnMainThread:@selector(answer) withObject:nil waitUntilDone:NO modes:modes];
+      [question performSelectorOnMainThread:@selector(answer) withObject:nil waitUntilDone:NO modes:EventLoopModes()];
       while (!question->answered && !stopped_) std::this_thread::sleep_for(kInterval);
       const Clock::time_point end =
           question->answered ? Clock::time_point(Clock::duration(question->answeredAt)) : Clock::now();

@@ -3,6 +3,7 @@
 import contextlib
 import fcntl
 import os
+import pathlib
 import secrets
 import shlex
 import signal
@@ -10,12 +11,13 @@ import subprocess
 import sys
 import time
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "surroundings"))
 from checks import Checks
 from driver import Driver
 from failure import Failure
 from keyboard import KeyboardDriver
 from options import ROOT, parse
-from processes import Host, Service, Surroundings
+from processes import Host, OwnSurroundings, Service
 from screen import Screen
 
 LOCAL_DOMAIN = "orvane.localhost:48443"
@@ -93,7 +95,7 @@ def explain(options, service):
 
 def export(options, cleanup):
     started = time.time()
-    surroundings = Surroundings(options, cleanup)
+    surroundings = OwnSurroundings(options, cleanup)
     service = Service(options, surroundings, cleanup)
     explain(options, service)
     host = Host(options, surroundings, service, cleanup)

@@ -30,8 +30,8 @@ class Person {
  private:
   void WorkOn(NSString *title);
   bool Interrupts(NSString *title);
-  void LogIn();
-  void ChooseAndUpload();
+  void WorkLogin();
+  void WorkUpload();
   void ReadAlert();
   void NoteProgress();
 

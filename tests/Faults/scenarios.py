@@ -15,7 +15,7 @@ class Row:
     name: str
     expect: dict                                    # facts and what they must be: a value or a predicate
     behaviours: dict = field(default_factory=dict)  # of the service, by request
-    wish: dict = field(default_factory=dict)        # for the person at the windows, see Person.h
+    wish: dict = field(default_factory=dict)        # see Person.h and faulty_export.mm
     saved: str = LOGIN                              # what the keyring holds at the start; None for nothing
     setting: str = ""                               # what is wrong with the machine
     certificate: str = "good"
