@@ -111,7 +111,6 @@ class Listener : public orvane_host::SessionListener {
     OHostAddExportItem(_exportMenu, name, static_cast<NSInteger>(i), self, @selector(exportTimeline:));
   }
   NSString *list = [names componentsJoinedByString:@", "];
-  [_mainWindow showPlugins:[names count] ? list : @"none"];
   [_mainWindow tell:[names count] ? [NSString stringWithFormat:@"Ready. Choose File > Export > %@", list]
                                   : @"No plug-in was found; there is nothing to export with."];
 }

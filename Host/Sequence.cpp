@@ -108,6 +108,7 @@ Sequence MakeSequence(const SequenceWish& wish) {
     throw MediaError("the frame size " + std::to_string(sequence.width) + "x" + std::to_string(sequence.height) +
                      " is not supported");
   }
+  if (!IsUsualRate(sequence.rate)) throw MediaError("a rate is 1/1 to 240/1 frames a second");
   if (!(sequence.seconds > 0)) throw MediaError("the duration is not known; give it with --seconds");
   return sequence;
 }

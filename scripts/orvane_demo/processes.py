@@ -73,7 +73,6 @@ class Service(Program):
         self.password, self.authority = password.read_text().strip(), self.data / "ca" / "ca.pem"
         self.command = [options.build / "Service" / "orvane-service", "--data", self.data, "--port"]
         words = ["--demo-password-file", password]
-        words += ["--web-version", options.web_version] if options.web_version else []
         words += ["--refuse-uploads", REFUSAL] if options.variant == "upload" else []
         for port in [options.port] if options.port is not None else [DEFAULT_PORT, 0]:
             super().__init__([*self.command, str(port), *words], surroundings, options.state / "logs" / "service.log",

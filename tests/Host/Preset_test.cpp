@@ -57,7 +57,7 @@ std::vector<std::string> Find(xmlDoc* document, const char* expression) {
   return found;
 }
 
-// The host follows the references without asking twice, so that each must lead to one object and none may be lost.
+// The editing application follows the references, so that each must lead to one object and none may be lost.
 TEST(Preset, EveryObjectOfTheThreeFilesIsReferredToOnce) {
   std::set<std::string> preset_ids;
   for (const char* name : {ORVANE_HIGH_PRESET, ORVANE_MEDIUM_PRESET, ORVANE_LOW_PRESET}) {
