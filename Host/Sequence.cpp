@@ -76,7 +76,7 @@ void ReadFilm(const std::string& path, Sequence& sequence) {
   for (const char* key : {"r_frame_rate", "avg_frame_rate"}) {
     const std::optional<Rational> rate = ParseRatio(video->value(key, ""), '/');
     if (rate && IsUsualRate(*rate)) {
-      sequence.rate = StandardRate(*rate);
+      sequence.rate = *rate;
       break;
     }
   }

@@ -57,12 +57,12 @@ std::string Milliseconds(double seconds) {
 void MeasureLongUpload(OrvaneProjectsAPI &client, const Sizes &sizes, const std::string &folder) {
   MakeUploadFile(folder, sizes.memoryUpload);
   PluginUpload upload(client);
-  ResetPeak();
-  const long long before = ResidentBytes();
+  ResetPeakOfMemory();
+  const long before = ProcessMemory("VmRSS");
   upload.Run();
-  const double growth = static_cast<double>(PeakResidentBytes() - before) / kMebibyte;
+  const double growth = static_cast<double>(ProcessMemory("VmHWM") - before) / 1024;
   Print({"memory growth, " + SizeText(sizes.memoryUpload) + " upload", Text(growth, 1, "MiB"),
-         "from " + Text(static_cast<double>(before) / kMebibyte, 1, "MiB"), Text(growth, 1, "MiB"), "8 MiB at most",
+         "from " + Text(static_cast<double>(before) / 1024, 1, "MiB"), Text(growth, 1, "MiB"), "8 MiB at most",
          growth <= kWantedGrowthMebibytes, "peak over what was in use before the window opened"});
 }
 

@@ -8,12 +8,12 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <thread>
 
 #import "Controls.h"
 #include "LocalTrust.h"
 #import "Person.h"
+#include "ProcessMemory.h"
 #include "SavedItem.h"
 #include "TemporaryFolder.h"
 #include "WindowScript.h"
@@ -22,15 +22,6 @@ using namespace window_test;
 using nlohmann::json;
 
 namespace {
-
-// A figure in KiB of /proc/self/status.
-long Status(const std::string &name) {
-  std::ifstream lines("/proc/self/status");
-  for (std::string line; std::getline(lines, line);) {
-    if (line.rfind(name + ":", 0) == 0) return atol(line.c_str() + name.size() + 1);
-  }
-  return 0;
-}
 
 size_t Entries(const char *folder) {
   const std::filesystem::directory_iterator entries(folder);
@@ -68,8 +59,8 @@ void RunRow(const json &row, json &seen) {
   orvane_host::HostSession host(SmallSequence(row.value("seconds", 0.4)));
   host.Load(row["bundle"]);
   host.Startup();
-  std::ofstream("/proc/self/clear_refs") << "5";  // the peak counts from here
-  const long before = Status("VmRSS");
+  ResetPeakOfMemory();
+  const long before = ProcessMemory("VmRSS");
 
   Person person(row, host, seen);
   std::atomic<bool> over(false);
@@ -93,7 +84,7 @@ void RunRow(const json &row, json &seen) {
       });
   seen["modal"] = [NSApp modalWindow] != nil;
   host.Shutdown();
-  seen["growth"] = (Status("VmHWM") - before) / 1024;
+  seen["growth"] = (ProcessMemory("VmHWM") - before) / 1024;
   for (const auto &event : host.Events()) seen["events"].push_back({event.type, event.title + ": " + event.text});
   seen["saved"] = ItemIsSaved();
 }

@@ -107,23 +107,6 @@ TEST(Renderer, FilmKeepsItsShapeAndGetsSilence) {
   EXPECT_NEAR(static_cast<double>(bright), 240, 8);
 }
 
-// Containers count time in units of their own, in which a standard rate is a hair off.
-TEST(Renderer, AFilmOfAStandardRateOpensAtThatRate) {
-  const TemporaryFolder folder;
-  const std::pair<const char*, const char*> rates[] = {
-      {"19001/317", "60000/1001"}, {"2997/100", "30000/1001"}, {"25", "25/1"}, {"15/2", "15/2"}};
-  for (const auto& [coded, opened] : rates) {
-    const std::string film = folder / "film.mkv";
-    const ChildResult made = RunChild({"ffmpeg", "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i",
-                                       std::string("color=white:size=64x64:rate=") + coded, "-t", "1", film});
-    ASSERT_EQ(made.status, 0) << made.errors;
-    SequenceWish wish;
-    wish.media = film;
-    const Rational rate = MakeSequence(wish).rate;
-    EXPECT_EQ(std::to_string(rate.numerator) + "/" + std::to_string(rate.denominator), opened) << coded;
-  }
-}
-
 TEST(Renderer, CancelAndFailureLeaveNothingAndHarmNothing) {
   const TemporaryFolder folder;
   const std::string destination = folder / "film.mp4";
