@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <memory>
 
 namespace {
 
@@ -42,9 +41,10 @@ MainLoopWatch::~MainLoopWatch() {
   Stop();
 }
 
-void MainLoopWatch::Stop() {
+double MainLoopWatch::Stop() {
   stopped_ = true;
   if (thread_.joinable()) thread_.join();
+  return longest_;
 }
 
 void MainLoopWatch::Ask() {
@@ -56,24 +56,10 @@ void MainLoopWatch::Ask() {
       while (!question->answered && !stopped_) std::this_thread::sleep_for(kInterval);
       const Clock::time_point end =
           question->answered ? Clock::time_point(Clock::duration(question->answeredAt)) : Clock::now();
-      std::lock_guard<std::mutex> lock(mutex_);
-      waits_.push_back(std::chrono::duration<double>(end - asked).count());
+      longest_ = std::max(longest_, std::chrono::duration<double>(end - asked).count());
     }
     std::this_thread::sleep_for(kInterval);
   }
-}
-
-double MainLoopWatch::Longest() const {
-  std::lock_guard<std::mutex> lock(mutex_);
-  return waits_.empty() ? 0 : *std::max_element(waits_.begin(), waits_.end());
-}
-
-double MainLoopWatch::Percentile99() const {
-  std::lock_guard<std::mutex> lock(mutex_);
-  if (waits_.empty()) return 0;
-  std::vector<double> sorted = waits_;
-  std::sort(sorted.begin(), sorted.end());
-  return sorted[(sorted.size() - 1) * 99 / 100];
 }
 
 }  // namespace bench

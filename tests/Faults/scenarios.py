@@ -1,7 +1,6 @@
 """The table: what goes wrong, and what must come of it. A row more is a line more."""
 
 import json
-import time
 from dataclasses import dataclass, field
 
 from service import GOOD, LINK, success
@@ -59,12 +58,11 @@ def says(body, status=200, headers=()):
     return lambda kind: lambda exchange: exchange.answer(body, status, headers)
 
 
-def sends(*pieces, pause=0.0):
+def sends(*pieces):
     """Sends what is no proper answer, and closes."""
     def behave(exchange):
         for piece in pieces:
             exchange.send(piece)
-            time.sleep(pause)
         exchange.close()
     return lambda kind: behave
 
@@ -76,12 +74,6 @@ def endless(head, piece, limit=1024 * MIB):
             exchange.send(piece)
         exchange.server.ending.wait(60)
     return lambda kind: behave
-
-
-def waits(seconds):
-    def behave(exchange):
-        exchange.server.ending.wait(seconds)
-    return behave
 
 
 def late(seconds):
