@@ -25,9 +25,9 @@ void ForgetLabelAndDealloc(id view, SEL selector) {
 
 }  // namespace
 
-void InstallAccessibilityLabel() {
+const Replacement replacement([] {
   original_dealloc = ReplaceInstanceMethod<Dealloc>("NSView", "dealloc", ForgetLabelAndDealloc);
-}
+});
 
 @implementation NSView (AccessibilityLabel)
 

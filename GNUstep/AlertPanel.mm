@@ -144,7 +144,7 @@ void OrderAboveFloatingWindows(id panel, SEL selector, NSWindowOrderingMode plac
 
 }  // namespace
 
-void InstallAlertPanel() {
+const Replacement replacement([] {
   original_init_with_content_rect = OverrideInstanceMethod<InitWithContentRect>(
       "GSAlertPanel", "initWithContentRect:styleMask:backing:defer:", InitClosablePanel);
   original_order_window =
@@ -152,4 +152,4 @@ void InstallAlertPanel() {
   class_addMethod(objc_getClass("GSAlertPanel"), sel_registerName("windowShouldClose:"),
                   reinterpret_cast<IMP>(PressDefaultButton), "c@:@");
   ReplaceInstanceMethod<void (*)(id, SEL)>("GSAlertPanel", "sizePanelToFit", LayOutPanel);
-}
+});

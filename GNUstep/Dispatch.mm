@@ -1,6 +1,7 @@
 #import <Cocoa/Cocoa.h>
-#import <WakeEventLoop.h>
+#import <EventLoop.h>
 #include <dispatch/dispatch.h>
+#include <sys/eventfd.h>
 
 #include <deque>
 #include <mutex>
@@ -32,114 +33,82 @@ dispatch_block_t TakeFromMainQueue() {
   return block;
 }
 
-NSArray *Modes() {
-  return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
+// Can be read from as soon as the main thread has blocks to run; its run loop watches it.
+int WakeDescriptor() {
+  static const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  return descriptor;
 }
 
-bool MainQueueIsEmpty() {
-  std::lock_guard<std::mutex> lock(main_queue_mutex);
-  return main_queue_blocks.empty();
-}
-
-// Asks the main thread to run what is queued. Any thread.
-void WakeMainThread();
-
-// Marks the main queue as at work for one scope. A block that raises leaves the scope early, and the run loop swallows
-// what it raised: the blocks behind it are asked for again.
-struct Draining {
-  Draining() { main_queue_is_draining = true; }
-  ~Draining() {
-    main_queue_is_draining = false;
-    if (!MainQueueIsEmpty()) WakeMainThread();
+// What one block raises must not keep those behind it from running.
+void Run(dispatch_block_t block) {
+  @try {
+    block();
+  } @catch (NSException *raised) {
+    NSLog(@"A block of the main queue raised %@", raised);
   }
-};
+}
+
+void DrainMainQueue() {
+  if (main_queue_is_draining) return;  // a nested run loop does not re-enter the serial queue
+  main_queue_is_draining = true;
+  while (dispatch_block_t block = TakeFromMainQueue()) {
+    OwnedBlock owned(block);
+    @autoreleasepool {
+      Run(block);
+    }
+  }
+  main_queue_is_draining = false;
+  WakeEventLoop();
+}
 
 }  // namespace
 
-@interface OrvDispatchWork : NSObject {
+@interface OrvMainQueueWatcher : NSObject <RunLoopEvents>
+@end
+
+@implementation OrvMainQueueWatcher
+
+// On the main thread, which loads this code.
++ (void)load {
+  @autoreleasepool {
+    OrvMainQueueWatcher *watcher = [[OrvMainQueueWatcher alloc] init];
+    void *descriptor = reinterpret_cast<void *>(static_cast<intptr_t>(WakeDescriptor()));
+    for (NSString *mode in EventLoopModes()) {
+      [[NSRunLoop currentRunLoop] addEvent:descriptor type:ET_RDESC watcher:watcher forMode:mode];
+    }
+  }
+}
+
+- (void)receivedEvent:(void *)data type:(RunLoopEventType)type extra:(void *)extra forMode:(NSString *)mode {
+  eventfd_t wakes = 0;
+  eventfd_read(WakeDescriptor(), &wakes);
+  DrainMainQueue();
+}
+
+@end
+
+@interface OrvBackgroundWork : NSObject {
   dispatch_block_t block;
 }
 - (id)initWithBlock:(dispatch_block_t)aBlock;
-- (void)runInBackground;
-+ (void)wakeMainThread;
-+ (void)queueDraining;
-+ (void)drainMainQueue;
-+ (void)endPolling;
+- (void)run;
 @end
 
-@implementation OrvDispatchWork
+@implementation OrvBackgroundWork
 
 - (id)initWithBlock:(dispatch_block_t)aBlock {
   if ((self = [super init])) block = Block_copy(aBlock);
   return self;
 }
 
-- (void)dealloc {
-  if (block) Block_release(block);
-  [super dealloc];
-}
-
-- (void)runInBackground {
+- (void)run {
   @autoreleasepool {
     OwnedBlock owned(block);
-    block = nullptr;
     owned.block();
   }
 }
 
-+ (void)wakeMainThread {
-  @autoreleasepool {
-    [self performSelectorOnMainThread:@selector(queueDraining) withObject:nil waitUntilDone:NO modes:Modes()];
-  }
-}
-
-// The run loop takes all requests that have come in as one batch, and those behind one that runs a modal loop would
-// wait until it ends. As the last of the next batch the queue keeps nobody waiting.
-+ (void)queueDraining {
-  [[NSRunLoop currentRunLoop] performSelector:@selector(drainMainQueue)
-                                       target:self
-                                     argument:nil
-                                        order:NSUIntegerMax
-                                        modes:Modes()];
-  [NSThread detachNewThreadSelector:@selector(requestEndOfPolling) toTarget:self withObject:nil];
-}
-
-// The run loop looks at the queue's place in the batch only when a request of another thread ends its poll().
-+ (void)requestEndOfPolling {
-  @autoreleasepool {
-    [self performSelectorOnMainThread:@selector(endPolling) withObject:nil waitUntilDone:NO modes:Modes()];
-  }
-}
-
-+ (void)endPolling {
-}
-
-+ (void)drainMainQueue {
-  if (main_queue_is_draining) return;  // a nested run loop does not re-enter the serial queue
-  Draining draining;
-  while (dispatch_block_t block = TakeFromMainQueue()) {
-    OwnedBlock owned(block);
-    @autoreleasepool {
-      block();
-    }
-  }
-  WakeEventLoop();
-}
-
 @end
-
-namespace {
-
-void WakeMainThread() {
-  // A request of the main thread to itself does not end the run loop's poll(); one from another thread does.
-  if ([NSThread isMainThread]) {
-    [NSThread detachNewThreadSelector:@selector(wakeMainThread) toTarget:[OrvDispatchWork class] withObject:nil];
-  } else {
-    [OrvDispatchWork wakeMainThread];
-  }
-}
-
-}  // namespace
 
 dispatch_queue_t dispatch_get_main_queue(void) {
   return reinterpret_cast<dispatch_queue_t>(&main_queue_tag);
@@ -151,16 +120,14 @@ dispatch_queue_t dispatch_get_global_queue(long, unsigned long) {
 
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
   if (queue != dispatch_get_main_queue()) {
-    OrvDispatchWork *work = [[OrvDispatchWork alloc] initWithBlock:block];
-    [NSThread detachNewThreadSelector:@selector(runInBackground) toTarget:work withObject:nil];
+    OrvBackgroundWork *work = [[OrvBackgroundWork alloc] initWithBlock:block];
+    [NSThread detachNewThreadSelector:@selector(run) toTarget:work withObject:nil];
     [work release];
     return;
   }
-  bool queue_was_empty;
   {
     std::lock_guard<std::mutex> lock(main_queue_mutex);
-    queue_was_empty = main_queue_blocks.empty();
     main_queue_blocks.push_back(Block_copy(block));
   }
-  if (queue_was_empty) WakeMainThread();
+  eventfd_write(WakeDescriptor(), 1);
 }

@@ -22,6 +22,6 @@ NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat si
 
 }  // namespace
 
-void InstallFontFallback() {
+const Replacement replacement([] {
   original_font_with_name = ReplaceClassMethod<FontWithName>("NSFont", "fontWithName:size:", FontWithFallback);
-}
+});

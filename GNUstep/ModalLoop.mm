@@ -1,7 +1,7 @@
 // GNUstep notices stopModal only when the next event arrives, and may raise when no modal session runs. AppKit does
 // neither: stopping wakes the loop by itself, and stopping nothing does nothing.
 #import <Cocoa/Cocoa.h>
-#import <WakeEventLoop.h>
+#import <EventLoop.h>
 
 #include "MethodReplacement.h"
 #include "Replacements.h"
@@ -19,7 +19,7 @@ void StopModalAndWake(id application, SEL selector, NSInteger code) {
 
 }  // namespace
 
-void InstallModalLoop() {
+const Replacement replacement([] {
   // stopModal sends stopModalWithCode:, so one replacement covers both.
   original_stop_modal = ReplaceInstanceMethod<StopModal>("NSApplication", "stopModalWithCode:", StopModalAndWake);
-}
+});

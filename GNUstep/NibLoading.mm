@@ -28,10 +28,10 @@ void ReleaseLostDocuments(NSArray *documents) {
 
 }  // namespace
 
-void InstallNibLoading() {
+const Replacement replacement([] {
   original_init_with_data =
       ReplaceInstanceMethod<InitWithData>("NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote);
-}
+});
 
 @implementation NSBundle (TopLevelNibLoading)
 

@@ -85,10 +85,10 @@ void DrawStateImageInMenusAlone(id cell, SEL selector, NSRect frame, NSView *vie
 
 }  // namespace
 
-void InstallPopUpButton() {
+const Replacement replacement([] {
   original_send_event = ReplaceInstanceMethod<SendEvent>("NSApplication", "sendEvent:", SendEventToOpenMenuFirst);
   original_send_action =
       ReplaceInstanceMethod<SendAction>("NSApplication", "sendAction:to:from:", CloseMenuAndSendAction);
   original_draw_state_image = ReplaceInstanceMethod<DrawStateImage>(
       "NSMenuItemCell", "drawStateImageWithFrame:inView:", DrawStateImageInMenusAlone);
-}
+});

@@ -2,9 +2,28 @@
 
 #import <Cocoa/Cocoa.h>
 
-// Installs the replacements as soon as there is an application: when this code is in a bundle, at once, and when it is
-// in the program itself, before the application finishes launching. Earlier would be too early: a class whose method
-// is replaced before its first use is used without having been initialised.
+#include <vector>
+
+namespace {
+
+// What waits for the application.
+std::vector<void (*)()> &Waiting() {
+  static std::vector<void (*)()> waiting;
+  return waiting;
+}
+
+const Replacement json_reader(InstallJsonReader);
+
+}  // namespace
+
+Replacement::Replacement(void (*install)()) {
+  if (NSApp) {
+    install();
+  } else {
+    Waiting().push_back(install);
+  }
+}
+
 @interface OrvReplacements : NSObject
 @end
 
@@ -12,10 +31,6 @@
 
 + (void)load {
   @autoreleasepool {
-    if (NSApp) {
-      [self install:nil];
-      return;
-    }
     [[NSNotificationCenter defaultCenter] addObserver:self
                                              selector:@selector(install:)
                                                  name:NSApplicationWillFinishLaunchingNotification
@@ -25,18 +40,7 @@
 
 + (void)install:(NSNotification *)notification {
   [[NSNotificationCenter defaultCenter] removeObserver:self];
-  InstallAccessibilityLabel();
-  InstallAlertPanel();
-  InstallFontFallback();
-  InstallJsonReader();
-  InstallModalLoop();
-  InstallNibLoading();
-  InstallPopUpButton();
-  InstallReturnKey();
-  InstallTemplateImages();
-  InstallTextTruncation();
-  InstallWindowDisplay();
-  InstallWorkspaceOpen();
+  for (void (*install)() : Waiting()) install();
 }
 
 @end

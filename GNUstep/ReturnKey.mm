@@ -35,7 +35,7 @@ BOOL PerformKeyEquivalentUnlessText(id window, SEL selector, NSEvent *event) {
 
 }  // namespace
 
-void InstallReturnKey() {
+const Replacement replacement([] {
   original_perform_key_equivalent =
       ReplaceInstanceMethod<PerformKeyEquivalent>("NSWindow", "performKeyEquivalent:", PerformKeyEquivalentUnlessText);
-}
+});

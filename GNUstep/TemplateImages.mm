@@ -26,6 +26,6 @@ NSImage *ImageNamedWithTemplates(id image_class, SEL selector, NSString *name) {
 
 }  // namespace
 
-void InstallTemplateImages() {
+const Replacement replacement([] {
   original_image_named = ReplaceClassMethod<ImageNamed>("NSImage", "imageNamed:", ImageNamedWithTemplates);
-}
+});

@@ -56,6 +56,6 @@ void DrawFitted(id text, SEL selector, NSRect rectangle) {
 
 }  // namespace
 
-void InstallTextTruncation() {
+const Replacement replacement([] {
   original_draw_in_rect = ReplaceInstanceMethod<DrawInRect>("NSAttributedString", "drawInRect:", DrawFitted);
-}
+});

@@ -16,7 +16,7 @@ void DisplayAndOrderFront(id window, SEL selector, id sender) {
 
 }  // namespace
 
-void InstallWindowDisplay() {
+const Replacement replacement([] {
   original_make_key_and_order_front =
       ReplaceInstanceMethod<MakeKeyAndOrderFront>("NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront);
-}
+});

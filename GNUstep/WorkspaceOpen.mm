@@ -36,6 +36,4 @@ BOOL OpenInBrowser(id, SEL, NSURL *url) {
 
 }  // namespace
 
-void InstallWorkspaceOpen() {
-  ReplaceInstanceMethod<OpenURL>("NSWorkspace", "openURL:", OpenInBrowser);
-}
+const Replacement replacement([] { ReplaceInstanceMethod<OpenURL>("NSWorkspace", "openURL:", OpenInBrowser); });

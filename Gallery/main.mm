@@ -8,7 +8,6 @@
 #import "ControlsWindow.h"
 #include "DisplayIsReachable.h"
 #import "LinuxTheme.h"
-#include "Options.h"
 #import "PluginBundle.h"
 
 @interface GalleryDelegate : NSObject
@@ -35,7 +34,12 @@
 @end
 
 int main(int argc, char **argv, char **environment) {
-  if (const auto status = ReadOptions(argc, argv)) return *status;
+  if (argc > 1) {
+    puts("orvane-gallery shows the plug-in's controls in all their states in a window, to look at and to press. It "
+         "ends\n"
+         "when the window is closed, and takes no arguments.");
+    return std::string(argv[1]) == "--help" ? 0 : 2;
+  }
   std::string reason;
   if (!DisplayIsReachable(&reason)) {
     fprintf(stderr, "orvane-gallery: %s\n", reason.c_str());

@@ -6,29 +6,16 @@
 namespace orvane_host::internal {
 
 // Loading goes through NSBundle, not dlopen alone, so that a plug-in finds its own bundle by its identifier.
-std::string LoadBundleCode(const std::string &path, std::string &error) {
+void *LoadBundleCode(const std::string &path, std::string &error) {
   @autoreleasepool {
     NSBundle *bundle = [NSBundle bundleWithPath:[NSString stringWithUTF8String:path.c_str()]];
     NSString *executable = [bundle executablePath];
-    if (!bundle || !executable) {
-      error = "it is not a bundle with an executable";
-      return "";
-    }
-    const char *file = [executable fileSystemRepresentation];
+    error = "it is not a bundle with an executable";
+    if (!executable) return nullptr;
     // NSBundle only says that loading failed; the linker says why.
-    void *handle = dlopen(file, RTLD_LAZY);
-    if (!handle) {
-      const char *reason = dlerror();
-      error = reason ? reason : "unknown reason";
-      return "";
-    }
-    const BOOL loaded = [bundle load];
-    dlclose(handle);
-    if (!loaded) {
-      error = "the bundle's code cannot be loaded";
-      return "";
-    }
-    return file;
+    void *code = dlopen([executable fileSystemRepresentation], RTLD_LAZY);
+    error = code ? "the bundle's code cannot be loaded" : dlerror();
+    return code && [bundle load] ? code : nullptr;
   }
 }
 

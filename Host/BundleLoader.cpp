@@ -28,11 +28,9 @@ std::vector<std::string> FindPluginBundles(const std::string& folder) {
 ExportControllerEntryFunc LoadPluginBundle(const std::string& path) {
   if (!fs::is_directory(path)) throw PluginError("cannot load " + path + ": there is no such folder");
   std::string error;
-  const std::string executable = internal::LoadBundleCode(fs::absolute(path).lexically_normal().string(), error);
-  if (executable.empty()) throw PluginError("cannot load " + path + ": " + error);
-  void* handle = dlopen(executable.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-  void* entry = handle ? dlsym(handle, EXPORT_CONTROLLER_ENTRY_NAME) : nullptr;
-  if (handle) dlclose(handle);  // only the extra reference of dlopen
+  void* code = internal::LoadBundleCode(fs::absolute(path).lexically_normal().string(), error);
+  if (!code) throw PluginError("cannot load " + path + ": " + error);
+  void* entry = dlsym(code, EXPORT_CONTROLLER_ENTRY_NAME);
   if (!entry) throw PluginError(path + " is not an export controller: it has no " EXPORT_CONTROLLER_ENTRY_NAME);
   return reinterpret_cast<ExportControllerEntryFunc>(entry);
 }

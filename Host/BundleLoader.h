@@ -26,8 +26,8 @@ ExportControllerEntryFunc LoadPluginBundle(const std::string& path);
 
 namespace internal {
 
-/// Loads the bundle's code. Returns the path of its executable, or an empty string and the reason in error.
-std::string LoadBundleCode(const std::string& path, std::string& error);
+/// Loads the bundle's code for good. Returns its handle for dlsym(), or null and the reason in error.
+void* LoadBundleCode(const std::string& path, std::string& error);
 
 }  // namespace internal
 }  // namespace orvane_host

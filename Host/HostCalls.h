@@ -22,17 +22,17 @@ class HostCalls {
  public:
   virtual ~HostCalls() = default;
 
-  /// Reports a violation and returns false on any thread but the main thread.
-  virtual bool CheckThread(const char* function) = 0;
+  /// Reports a violation on any thread but the main thread.
+  virtual void CheckThread(const char* function) = 0;
 
-  virtual SPErr Acquire(const char* name, csSDK_int32 version, const void** suite) = 0;
-  virtual SPErr Release(const char* name, csSDK_int32 version) = 0;
+  virtual const void* Acquire(const char* name, csSDK_int32 version) = 0;
+  virtual void Release(const char* name, csSDK_int32 version) = 0;
 
-  /// The sequence with that identifier; reports a violation and returns null when it is not the open one's.
-  virtual const Sequence* FindSequence(PrTimelineID timeline, const char* function) = 0;
+  /// The sequence with that identifier; reports a violation when it is not the open one's.
+  virtual const Sequence& FindSequence(PrTimelineID timeline, const char* function) = 0;
 
   /// As FindSequence, and checks the handle, too.
-  virtual bool CheckTimeline(csSDK_int64 data, PrTimelineID timeline, const char* function) = 0;
+  virtual void CheckTimeline(csSDK_int64 data, PrTimelineID timeline, const char* function) = 0;
 
   /// Renders. record is not null.
   virtual prSuiteError Export(const ExportControllerExportRec& record) = 0;

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "Guarded.h"
+#include "Fenced.h"
 #include "PrSDKErrorSuite.h"
 #include "Preset.h"
 #include "SuiteStatus.h"
@@ -22,18 +22,6 @@ constexpr PrTimelineID kTimeline = 0x4F525631;
 constexpr csSDK_int32 kInterfaceVersion = 1;
 
 bool session_exists = false;
-
-// Counts the calls into a plug-in, also when an exception ends one.
-class Depth {
- public:
-  explicit Depth(int& depth) : depth_(depth) { ++depth_; }
-  ~Depth() { --depth_; }
-  Depth(const Depth&) = delete;
-  Depth& operator=(const Depth&) = delete;
-
- private:
-  int& depth_;
-};
 
 }  // namespace
 
@@ -65,14 +53,13 @@ void HostSession::Startup() {
 
 void HostSession::StartPlugin(Plugin& plugin) {
   plugin.failed = true;  // until it has succeeded
-  Guarded<ExportControllerInitRec> record;
+  Fenced<ExportControllerInitRec> record;
   const csSDK_int32 answer = CallEntry(plugin, ecSelStartup, &record.value());
   if (!record.Intact()) ReportViolation("start-up wrote past the ends of the init record");
   if (answer != 0) throw PluginError(plugin.path + " failed to start: it answered " + std::to_string(answer));
   const auto name = ReadUtf16(record.value().displayName, EXPORT_CONTROLLER_TEXT_UNITS);
   if (!name || name->empty()) {
     ReportViolation("start-up left a display name that is empty, has no end or is not UTF-16");
-    throw PluginError(plugin.path + " gave itself no name");
   }
   plugin.name = *name;
   plugin.started = true;
@@ -80,10 +67,10 @@ void HostSession::StartPlugin(Plugin& plugin) {
 }
 
 csSDK_int32 HostSession::CallEntry(const Plugin& plugin, csSDK_int32 selector, void* param) {
-  const Depth depth(depth_);
-  Guarded<ecStdParms> parameters;
+  ++depth_;  // a call that throws ends the process
+  Fenced<ecStdParms> parameters;
   parameters.value() = {kInterfaceVersion, StandardSuites()};
-  csSDK_int32 answer = -1;
+  csSDK_int32 answer = 0;
   try {
     answer = plugin.entry(selector, &parameters.value(), param);
   } catch (const std::exception& error) {
@@ -95,6 +82,7 @@ csSDK_int32 HostSession::CallEntry(const Plugin& plugin, csSDK_int32 selector, v
   if (!parameters.Intact() || memcmp(&parameters.value(), &expected, sizeof(expected)) != 0 || !TablesIntact()) {
     ReportViolation("the host's parameters or function tables were written to");
   }
+  --depth_;
   return answer;
 }
 
@@ -103,7 +91,7 @@ csSDK_int32 HostSession::ExportTimeline(size_t plugin) {
   ExportRecord record;
   ExportRecord* const outer = current_export_;
   current_export_ = &record;
-  Guarded<ExportControllerTimelineInfoRec> timeline;
+  Fenced<ExportControllerTimelineInfoRec> timeline;
   const ExportControllerTimelineInfoRec info{reinterpret_cast<csSDK_int64>(this), kTimeline};
   timeline.value() = info;
   // A copy, because a nested call may load another plug-in.
@@ -146,44 +134,36 @@ void HostSession::CheckNothingHeld() {
   if (LiveBlocks() > 0) ReportViolation(std::to_string(LiveBlocks()) + " blocks of memory were not freed at shut-down");
 }
 
-bool HostSession::CheckThread(const char* function) {
-  if (std::this_thread::get_id() == main_thread_) return true;
+void HostSession::CheckThread(const char* function) {
+  if (std::this_thread::get_id() == main_thread_) return;
   ReportViolation(std::string(function) + " was called on another thread than the main thread");
-  return false;
 }
 
-SPErr HostSession::Acquire(const char* name, csSDK_int32 version, const void** suite) {
-  *suite = FindSuite(name, version);
-  if (!*suite) {
-    ReportViolation(std::string("there is no suite \"") + name + "\" version " + std::to_string(version));
-    return kSuiteNotAvailable;
-  }
+const void* HostSession::Acquire(const char* name, csSDK_int32 version) {
+  const void* suite = FindSuite(name, version);
+  if (!suite) ReportViolation(std::string("there is no suite \"") + name + "\" version " + std::to_string(version));
   ++held_suites_[{name, version}];
-  return kSuiteSuccess;
+  return suite;
 }
 
-SPErr HostSession::Release(const char* name, csSDK_int32 version) {
-  const auto held = held_suites_.find({name, version});
-  if (held == held_suites_.end() || held->second == 0) {
+void HostSession::Release(const char* name, csSDK_int32 version) {
+  int& held = held_suites_[{name, version}];
+  if (held == 0) {
     ReportViolation(std::string("the suite \"") + name + "\" version " + std::to_string(version) +
                     " was released without having been acquired");
-    return kSuiteBadArgument;
   }
-  --held->second;
-  return kSuiteSuccess;
+  --held;
 }
 
-const Sequence* HostSession::FindSequence(PrTimelineID timeline, const char* function) {
-  if (timeline == kTimeline) return &sequence_;
+const Sequence& HostSession::FindSequence(PrTimelineID timeline, const char* function) {
+  if (timeline == kTimeline) return sequence_;
   ReportViolation(std::string(function) + " was called with another timeline than the one to export");
-  return nullptr;
 }
 
-bool HostSession::CheckTimeline(csSDK_int64 data, PrTimelineID timeline, const char* function) {
-  if (!FindSequence(timeline, function)) return false;
-  if (data == reinterpret_cast<csSDK_int64>(this)) return true;
+void HostSession::CheckTimeline(csSDK_int64 data, PrTimelineID timeline, const char* function) {
+  FindSequence(timeline, function);
+  if (data == reinterpret_cast<csSDK_int64>(this)) return;
   ReportViolation(std::string(function) + " was called with another handle than that of the timeline");
-  return false;
 }
 
 prSuiteError HostSession::Export(const ExportControllerExportRec& record) {
@@ -194,14 +174,10 @@ prSuiteError HostSession::Export(const ExportControllerExportRec& record) {
     if (!path || path->empty() || path->front() != '/') {
       ReportViolation(std::string(i == 0 ? "the destination" : "the preset") +
                       " is not a full path in UTF-16 of at most 255 units with a zero unit after it");
-      return kSuiteBadArgument;
     }
     paths[i] = *path;
   }
-  if (!current_export_) {
-    ReportViolation("an export was asked for outside of the call that exports a timeline");
-    return kSuiteBadArgument;
-  }
+  if (!current_export_) ReportViolation("an export was asked for outside of the call that exports a timeline");
   // Kept, as a nested export may come and go while the progress window lets the menu be used.
   ExportRecord* const asking = current_export_;
   asking->asked = true;

@@ -29,7 +29,7 @@ class SessionListener {
 };
 
 /// The thread that makes the session is the main thread, on which everything here is called. There is one session at a
-/// time in a process. A violation by the plug-in goes to the violation handler.
+/// time in a process. A violation by the plug-in ends the process.
 class HostSession : private HostCalls {
  public:
   /// listener may be null; it must outlive the session.
@@ -88,11 +88,11 @@ class HostSession : private HostCalls {
   void CheckNothingHeld();
   static ExitStatus Judge(const ExportRecord& record, csSDK_int32 answer);
 
-  bool CheckThread(const char* function) override;
-  SPErr Acquire(const char* name, csSDK_int32 version, const void** suite) override;
-  SPErr Release(const char* name, csSDK_int32 version) override;
-  const Sequence* FindSequence(PrTimelineID timeline, const char* function) override;
-  bool CheckTimeline(csSDK_int64 data, PrTimelineID timeline, const char* function) override;
+  void CheckThread(const char* function) override;
+  const void* Acquire(const char* name, csSDK_int32 version) override;
+  void Release(const char* name, csSDK_int32 version) override;
+  const Sequence& FindSequence(PrTimelineID timeline, const char* function) override;
+  void CheckTimeline(csSDK_int64 data, PrTimelineID timeline, const char* function) override;
   prSuiteError Export(const ExportControllerExportRec& record) override;
   void Raise(const ErrorEvent& event) override;
   RenderResult RenderInto(const std::string& destination, const std::string& preset_path);

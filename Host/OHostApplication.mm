@@ -1,18 +1,11 @@
 #import "OHostApplication.h"
 
+#import <EventLoop.h>
+
 @implementation OHostApplication
 
 + (void)postOrder:(OHostOrder)order data:(NSInteger)data {
-  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
-                                      location:NSZeroPoint
-                                 modifierFlags:0
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                       subtype:order
-                                         data1:data
-                                         data2:0]
-           atStart:NO];
+  PostApplicationEvent(order, data);
 }
 
 - (void)sendEvent:(NSEvent *)event {

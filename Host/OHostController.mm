@@ -1,6 +1,6 @@
 #import "OHostController.h"
 
-#import <WakeEventLoop.h>
+#import <EventLoop.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -79,7 +79,7 @@ class Listener : public orvane_host::SessionListener {
   [self startPlugins];
   _heartbeat = [NSTimer timerWithTimeInterval:kBeat target:self selector:@selector(beat:) userInfo:nil repeats:YES];
   // In the modal modes, too: the plug-in's windows run modal loops.
-  for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ]) {
+  for (NSString *mode in EventLoopModes()) {
     [[NSRunLoop currentRunLoop] addTimer:_heartbeat forMode:mode];
   }
   NSNotificationCenter *center = [NSNotificationCenter defaultCenter];
@@ -111,7 +111,6 @@ class Listener : public orvane_host::SessionListener {
     OHostAddExportItem(_exportMenu, name, static_cast<NSInteger>(i), self, @selector(exportTimeline:));
   }
   NSString *list = [names componentsJoinedByString:@", "];
-  [_mainWindow showPlugins:[names count] ? list : @"none"];
   [_mainWindow tell:[names count] ? [NSString stringWithFormat:@"Ready. Choose File > Export > %@", list]
                                   : @"No plug-in was found; there is nothing to export with."];
 }

@@ -4,12 +4,10 @@
 
 #include "Sequence.h"
 
-/// The host's main window: the open sequence, the plug-ins, and what has happened. Main thread.
+/// The host's main window: the open sequence, and line by line what has happened. Main thread.
 @interface OHostMainWindow : NSObject {
   NSWindow *_window;
-  NSTextField *_plugins;
   NSTextView *_log;
-  NSTextField *_status;
 }
 
 /// Makes the window without showing it; delegate is not retained.
@@ -17,10 +15,7 @@
 
 - (NSWindow *)window;
 
-/// Shows the names of the plug-ins.
-- (void)showPlugins:(NSString *)text;
-
-/// Shows the text in the status line and adds it to the log.
+/// Adds a line.
 - (void)tell:(NSString *)text;
 
 @end

@@ -21,36 +21,6 @@ const char* const kExitStatuses =
 // Checks without a text of their own in the help.
 const CLI::Validator kFile = CLI::Validator(CLI::ExistingFile).description("");
 
-// Reads two numbers with the separator between them.
-std::pair<long, long> TwoNumbers(const char* option, const std::string& text, char separator) {
-  long first = 0;
-  long second = 0;
-  char between = 0;
-  char more = 0;
-  if (sscanf(text.c_str(), "%9ld%c%9ld%c", &first, &between, &second, &more) != 3 || between != separator) {
-    throw CLI::ValidationError(option, "\"" + text + "\" is not two numbers with \"" + separator + "\" between them");
-  }
-  return {first, second};
-}
-
-std::pair<int, int> Size(const std::string& text) {
-  const auto [width, height] = TwoNumbers("--size", text, 'x');
-  const auto fits = [](long side) { return side >= kSmallestSide && side <= kLargestSide; };
-  if (!fits(width) || !fits(height)) {
-    throw CLI::ValidationError("--size", "the sides of a frame are " + std::to_string(kSmallestSide) + " to " +
-                                             std::to_string(kLargestSide) + " pixels");
-  }
-  return {static_cast<int>(width), static_cast<int>(height)};
-}
-
-Rational Rate(const std::string& text) {
-  const auto [numerator, denominator] = TwoNumbers("--rate", text, '/');
-  if (denominator < 1 || numerator < denominator || numerator > 240 * denominator) {
-    throw CLI::ValidationError("--rate", "a rate is 1/1 to 240/1 frames a second");
-  }
-  return {numerator, denominator};
-}
-
 // The authority that the service makes for itself, or an empty path.
 std::string DefaultAuthority() {
   const char* data = getenv("XDG_DATA_HOME");
@@ -67,14 +37,19 @@ void AddOptions(CLI::App& app, Options& options) {
                  "the sequence is this film (default: a test picture with a time code and a tone)")
       ->type_name("FILE")
       ->check(kFile);
-  app.add_option_function<std::string>(
-         "--size", [&options](const std::string& text) { options.sequence.size = Size(text); },
-         "frame size in pixels (default: the film's, or 1280x720)")
-      ->type_name("WxH");
-  app.add_option_function<std::string>(
-         "--rate", [&options](const std::string& text) { options.sequence.rate = Rate(text); },
+  app.add_option("--size", options.sequence.size, "frame size in pixels (default: the film's, or 1280x720)")
+      ->type_name("WxH")
+      ->delimiter('x')
+      ->check(CLI::Range(kSmallestSide, kLargestSide).description(""));
+  app.add_option_function<std::pair<int, int>>(
+         "--rate",
+         [&options](const std::pair<int, int>& rate) {
+           options.sequence.rate = Rational{rate.first, rate.second};
+         },
          "frame rate (default: the film's, or 25/1)")
-      ->type_name("N/D");
+      ->type_name("N/D")
+      ->delimiter('/')
+      ->check(CLI::Range(1, 1000000).description(""));
   app.add_option("--seconds", options.sequence.seconds, "duration (default: the film's, or 10)")
       ->type_name("S")
       ->check(CLI::Range(0.01, 86400.0).description(""));

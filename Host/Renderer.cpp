@@ -1,15 +1,13 @@
 #include "Renderer.h"
 
-#include <openssl/evp.h>
+#include <glib.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <memory>
+#include <stdexcept>
 #include <system_error>
 
 #include "ChildProcess.h"
@@ -26,22 +24,11 @@ namespace fs = std::filesystem;
 constexpr int kProgressIntervalMs = 30;
 
 std::string Sha256(const std::string& path) {
-  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
-  EVP_DigestInit_ex(context.get(), EVP_sha256(), nullptr);
-  std::ifstream file(path, std::ios::binary);
-  std::array<char, 65536> buffer{};
-  while (file.read(buffer.data(), buffer.size()) || file.gcount() > 0) {
-    EVP_DigestUpdate(context.get(), buffer.data(), static_cast<size_t>(file.gcount()));
-  }
-  std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-  unsigned length = 0;
-  EVP_DigestFinal_ex(context.get(), digest.data(), &length);
-  std::string hex;
-  for (unsigned i = 0; i < length; ++i) {
-    hex += "0123456789abcdef"[digest[i] >> 4];
-    hex += "0123456789abcdef"[digest[i] & 15];
-  }
-  return hex;
+  g_autoptr(GMappedFile) file = g_mapped_file_new(path.c_str(), FALSE, nullptr);
+  if (!file) throw std::runtime_error("cannot read " + path);
+  g_autoptr(GBytes) bytes = g_mapped_file_get_bytes(file);
+  g_autofree gchar* digest = g_compute_checksum_for_bytes(G_CHECKSUM_SHA256, bytes);
+  return digest;
 }
 
 // Reads FFmpeg's progress, lines such as "out_time_us=1200000", and removes the whole lines from output. Returns the

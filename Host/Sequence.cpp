@@ -76,7 +76,7 @@ void ReadFilm(const std::string& path, Sequence& sequence) {
   for (const char* key : {"r_frame_rate", "avg_frame_rate"}) {
     const std::optional<Rational> rate = ParseRatio(video->value(key, ""), '/');
     if (rate && IsUsualRate(*rate)) {
-      sequence.rate = StandardRate(*rate);
+      sequence.rate = *rate;
       break;
     }
   }
@@ -108,6 +108,7 @@ Sequence MakeSequence(const SequenceWish& wish) {
     throw MediaError("the frame size " + std::to_string(sequence.width) + "x" + std::to_string(sequence.height) +
                      " is not supported");
   }
+  if (!IsUsualRate(sequence.rate)) throw MediaError("a rate is 1/1 to 240/1 frames a second");
   if (!(sequence.seconds > 0)) throw MediaError("the duration is not known; give it with --seconds");
   return sequence;
 }

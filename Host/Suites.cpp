@@ -4,7 +4,7 @@
 #include <cstring>
 #include <set>
 
-#include "Guarded.h"
+#include "Fenced.h"
 #include "PrSDKErrorSuite.h"
 #include "PrSDKExportControllerSuite.h"
 #include "PrSDKSequenceInfoSuite.h"
@@ -21,18 +21,15 @@ namespace {
 HostCalls* host = nullptr;
 
 // The start of every function: a host is there, and the thread is its main thread.
-bool Enter(const char* function) {
-  if (host) return host->CheckThread(function);
-  ReportViolation(std::string(function) + " was called while no host runs");
-  return false;
+void Enter(const char* function) {
+  if (!host) ReportViolation(std::string(function) + " was called while no host runs");
+  host->CheckThread(function);
 }
 
 // As Enter, for the functions with a result: the plug-in must say where to put it.
-bool EnterWith(const void* result, const char* function) {
-  if (!Enter(function)) return false;
-  if (result) return true;
-  ReportViolation(std::string(function) + " was called without a place for its result");
-  return false;
+void EnterWith(const void* result, const char* function) {
+  Enter(function);
+  if (!result) ReportViolation(std::string(function) + " was called without a place for its result");
 }
 
 // ---- the basic suite
@@ -43,49 +40,50 @@ std::set<void*>& Blocks() {
 }
 
 SPErr AcquireSuite(const char* name, csSDK_int32 version, const void** suite) {
-  if (!EnterWith(suite, "AcquireSuite") || !EnterWith(name, "AcquireSuite")) return kSuiteBadArgument;
-  return host->Acquire(name, version, suite);
+  EnterWith(suite, "AcquireSuite");
+  EnterWith(name, "AcquireSuite");
+  *suite = host->Acquire(name, version);
+  return kSuiteSuccess;
 }
 
 SPErr ReleaseSuite(const char* name, csSDK_int32 version) {
-  if (!EnterWith(name, "ReleaseSuite")) return kSuiteBadArgument;
-  return host->Release(name, version);
+  EnterWith(name, "ReleaseSuite");
+  host->Release(name, version);
+  return kSuiteSuccess;
 }
 
 csSDK_int32 IsEqual(const char* token1, const char* token2) {
-  if (!Enter("IsEqual")) return 0;
+  Enter("IsEqual");
   return token1 && token2 && strcmp(token1, token2) == 0;
 }
 
 SPErr AllocateBlock(size_t size, void** block) {
-  if (!EnterWith(block, "AllocateBlock")) return kSuiteBadArgument;
+  EnterWith(block, "AllocateBlock");
   *block = malloc(size ? size : 1);
   if (!*block) return kSuiteFailed;
   Blocks().insert(*block);
   return kSuiteSuccess;
 }
 
-bool ForgetBlock(void* block, const char* function) {
-  if (Blocks().erase(block)) return true;
-  ReportViolation(std::string(function) + " was given a block that is not the host's");
-  return false;
+void ForgetBlock(void* block, const char* function) {
+  if (Blocks().erase(block) == 0) {
+    ReportViolation(std::string(function) + " was given a block that is not the host's");
+  }
 }
 
 SPErr FreeBlock(void* block) {
-  if (!Enter("FreeBlock") || !ForgetBlock(block, "FreeBlock")) return kSuiteBadArgument;
+  Enter("FreeBlock");
+  ForgetBlock(block, "FreeBlock");
   free(block);
   return kSuiteSuccess;
 }
 
 SPErr ReallocateBlock(void* block, size_t new_size, void** new_block) {
-  if (!EnterWith(new_block, "ReallocateBlock")) return kSuiteBadArgument;
-  if (block && !ForgetBlock(block, "ReallocateBlock")) return kSuiteBadArgument;
+  EnterWith(new_block, "ReallocateBlock");
+  if (block) ForgetBlock(block, "ReallocateBlock");
   void* larger = realloc(block, new_size ? new_size : 1);
-  if (!larger) {
-    if (block) Blocks().insert(block);
-    return kSuiteFailed;
-  }
-  Blocks().insert(larger);
+  if (larger || block) Blocks().insert(larger ? larger : block);
+  if (!larger) return kSuiteFailed;
   *new_block = larger;
   return kSuiteSuccess;
 }
@@ -97,29 +95,28 @@ SPErr Undefined() {
 // ---- the export-controller suite
 
 prSuiteError QueryTimeline(csSDK_int64 data, PrTimelineID timeline, csSDK_int64* info) {
-  if (!EnterWith(info, "QueryTimeline")) return kSuiteBadArgument;
-  if (!host->CheckTimeline(data, timeline, "QueryTimeline")) return kSuiteBadArgument;
+  EnterWith(info, "QueryTimeline");
+  host->CheckTimeline(data, timeline, "QueryTimeline");
   *info = 0;
   return kSuiteSuccess;
 }
 
 prSuiteError ExportTimeline(csSDK_int64 data, PrTimelineID timeline, ExportControllerExportRec* record) {
-  if (!EnterWith(record, "ExportTimeline")) return kSuiteBadArgument;
-  if (!host->CheckTimeline(data, timeline, "ExportTimeline")) return kSuiteBadArgument;
+  EnterWith(record, "ExportTimeline");
+  host->CheckTimeline(data, timeline, "ExportTimeline");
   return host->Export(*record);
 }
 
 // ---- the error suite
 
 prSuiteError SetEventStringUnicode(csSDK_uint32 type, prUTF16Char* title, prUTF16Char* description) {
-  const char* function = "SetEventStringUnicode";
-  if (!EnterWith(title, function) || !EnterWith(description, function)) return kSuiteBadArgument;
+  EnterWith(title, "SetEventStringUnicode");
+  EnterWith(description, "SetEventStringUnicode");
   const auto title_text = ReadUtf16(title, EXPORT_CONTROLLER_TEXT_UNITS);
   // The description has no buffer of a known size; this is far beyond a readable message.
   const auto text = ReadUtf16(description, 16384);
   if (!title_text || !text || type < kEventTypeInformational || type > kEventTypeError) {
     ReportViolation("SetEventStringUnicode was given an unknown type or a text that is not UTF-16 or has no end");
-    return kSuiteBadArgument;
   }
   host->Raise({type, *title_text, *text});
   return kSuiteSuccess;
@@ -130,10 +127,8 @@ prSuiteError SetEventStringUnicode(csSDK_uint32 type, prUTF16Char* title, prUTF1
 // Puts out what read makes of the sequence.
 template <class Result, class Reader>
 prSuiteError Tell(PrTimelineID timeline, Result* result, const char* function, Reader read) {
-  if (!EnterWith(result, function)) return kSuiteBadArgument;
-  const Sequence* sequence = host->FindSequence(timeline, function);
-  if (!sequence) return kSuiteBadArgument;
-  *result = read(*sequence);
+  EnterWith(result, function);
+  *result = read(host->FindSequence(timeline, function));
   return kSuiteSuccess;
 }
 
@@ -144,9 +139,8 @@ prSuiteError GetFrameRect(PrTimelineID timeline, prRect* rect) {
 }
 
 prSuiteError GetPixelAspectRatio(PrTimelineID timeline, csSDK_uint32* numerator, csSDK_uint32* denominator) {
-  const char* function = "GetPixelAspectRatio";
-  if (!EnterWith(denominator, function)) return kSuiteBadArgument;
-  return Tell(timeline, numerator, function, [denominator](const Sequence& sequence) {
+  EnterWith(denominator, "GetPixelAspectRatio");
+  return Tell(timeline, numerator, "GetPixelAspectRatio", [denominator](const Sequence& sequence) {
     *denominator = static_cast<csSDK_uint32>(sequence.pixel_aspect.denominator);
     return static_cast<csSDK_uint32>(sequence.pixel_aspect.numerator);
   });
@@ -176,13 +170,13 @@ prSuiteError GetProxyFlag(PrTimelineID timeline, prBool* proxy) {
 // ---- the time suite
 
 prSuiteError GetTicksPerSecond(PrTime* ticks) {
-  if (!EnterWith(ticks, "GetTicksPerSecond")) return kSuiteBadArgument;
+  EnterWith(ticks, "GetTicksPerSecond");
   *ticks = kTicksPerSecond;
   return kSuiteSuccess;
 }
 
 prSuiteError GetTicksPerVideoFrame(PrVideoFrameRates code, PrTime* ticks) {
-  if (!EnterWith(ticks, "GetTicksPerVideoFrame")) return kSuiteBadArgument;
+  EnterWith(ticks, "GetTicksPerVideoFrame");
   const auto rate = RateOfCode(static_cast<int>(code));
   if (!rate) return kSuiteBadArgument;
   *ticks = TicksPerFrame(*rate);
@@ -190,7 +184,7 @@ prSuiteError GetTicksPerVideoFrame(PrVideoFrameRates code, PrTime* ticks) {
 }
 
 prSuiteError GetTicksPerAudioSample(float rate, PrTime* ticks) {
-  if (!EnterWith(ticks, "GetTicksPerAudioSample")) return kSuiteBadArgument;
+  EnterWith(ticks, "GetTicksPerAudioSample");
   const auto per_sample = TicksPerSample(rate);
   if (!per_sample) return kSuiteBadArgument;
   *ticks = *per_sample;
@@ -218,13 +212,14 @@ struct WritableTables {
   piSuites standard{PR_PISUITES_VERSION, nullptr, nullptr, nullptr, nullptr, nullptr};
 };
 
-Guarded<WritableTables>& Tables() {
-  static Guarded<WritableTables> tables;
+Fenced<WritableTables>& Tables() {
+  static Fenced<WritableTables> tables;
   return tables;
 }
 
 SPBasicSuite* GetSpBasicSuite() {
-  return Enter("getSPBasicSuite") ? &Tables().value().basic : nullptr;
+  Enter("getSPBasicSuite");
+  return &Tables().value().basic;
 }
 
 }  // namespace
@@ -233,7 +228,7 @@ void SetHostCalls(HostCalls* calls) {
   host = calls;
   for (void* block : Blocks()) free(block);
   Blocks().clear();
-  Tables() = Guarded<WritableTables>();
+  Tables() = Fenced<WritableTables>();
   Tables().value().standard.utilFuncs = &Tables().value().utilities;
 }
 

@@ -22,10 +22,6 @@ std::int64_t TicksPerFrame(Rational rate);
 /// The frame rate of one of the time suite's codes (1 to 8), or nothing for another number.
 std::optional<Rational> RateOfCode(int code);
 
-/// The standard rate that a film's rate stands for: files often hold one that is a hair off, such as 19001/317 for
-/// 60000/1001. Other rates come back as they are.
-Rational StandardRate(Rational rate);
-
 /// The duration of one sample in ticks, or nothing for a rate (samples a second) that does not divide a second.
 std::optional<std::int64_t> TicksPerSample(float rate);
 

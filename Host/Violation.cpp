@@ -8,24 +8,7 @@
 
 namespace orvane_host {
 
-namespace {
-
-ViolationHandler& Handler() {
-  static ViolationHandler handler;
-  return handler;
-}
-
-}  // namespace
-
-void SetViolationHandler(ViolationHandler handler) {
-  Handler() = std::move(handler);
-}
-
 void ReportViolation(const std::string& what) {
-  if (Handler()) {
-    Handler()(what);
-    return;
-  }
   fprintf(stderr, "orvane-host: the plug-in broke the rules: %s\n", what.c_str());
   fprintf(stderr, "orvane-host: %s\n", TextOf(ExitStatus::kContractViolation));
   fflush(nullptr);

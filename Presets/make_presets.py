@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Writes the three encoding presets that are installed beside the plug-in.
+"""Writes the encoding presets that are installed beside the plug-in.
 
-Usage: make_presets.py HIGH MEDIUM LOW
+Usage: make_presets.py FILE...
 
-The arguments are the files to write. The host's preset format is a flat list of numbered objects that refer to each
-other, some three hundred lines for each file, in which the three differ by a dozen values. They are told here once, as
+The arguments are the files to write, one for each of PRESETS. The host's preset format is a flat list of numbered objects that refer to each
+other, some three hundred lines for each file, in which they differ by a dozen values. They are told here once, as
 a tree.
 """
 import sys
@@ -187,7 +187,7 @@ def document(preset):
 def main():
     files = sys.argv[1:]
     if len(files) != len(PRESETS):
-        sys.exit("usage: make_presets.py HIGH MEDIUM LOW")
+        sys.exit(f"make_presets: {len(PRESETS)} presets for {len(files)} files")
     for preset, file in zip(PRESETS, files):
         document(preset).write(file, encoding="UTF-8", xml_declaration=True, short_empty_elements=True)
 

@@ -13,7 +13,4 @@ namespace bench {
 /// std::runtime_error when that takes longer than so many seconds. Main thread.
 void RunMainLoopUntil(const std::function<bool()>& condition, double seconds);
 
-/// Runs the body. Returns false when it threw, and writes the text to standard error.
-bool RunReporting(const std::function<void()>& body);
-
 }  // namespace bench

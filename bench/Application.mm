@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "FailureOf.h"
 #import "LinuxTheme.h"
 
 @interface BenchApplicationDelegate : NSObject {
@@ -31,9 +32,10 @@
 }
 
 - (void)run {
-  const bool worked = bench::RunReporting(*body);
+  const std::string failure = window_test::FailureOf(*body);
+  if (!failure.empty()) fprintf(stderr, "benchmark: %s\n", failure.c_str());
   fflush(stdout);
-  exit(worked ? 0 : 1);
+  exit(failure.empty() ? 0 : 1);
 }
 
 @end

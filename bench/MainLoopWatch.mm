@@ -1,10 +1,10 @@
 #include "MainLoopWatch.h"
 
 #import <Cocoa/Cocoa.h>
+#import <EventLoop.h>
 
 #include <algorithm>
 #include <chrono>
-#include <memory>
 
 namespace {
 
@@ -41,39 +41,25 @@ MainLoopWatch::~MainLoopWatch() {
   Stop();
 }
 
-void MainLoopWatch::Stop() {
+double MainLoopWatch::Stop() {
   stopped_ = true;
   if (thread_.joinable()) thread_.join();
+  return longest_;
 }
 
 void MainLoopWatch::Ask() {
   while (!stopped_) {
     @autoreleasepool {
-      NSArray *modes = @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
       BenchMainLoopQuestion *question = [[[BenchMainLoopQuestion alloc] init] autorelease];
       const Clock::time_point asked = Clock::now();
-      [question performSelectorOnMainThread:@selector(answer) withObject:nil waitUntilDone:NO modes:modes];
+      [question performSelectorOnMainThread:@selector(answer) withObject:nil waitUntilDone:NO modes:EventLoopModes()];
       while (!question->answered && !stopped_) std::this_thread::sleep_for(kInterval);
       const Clock::time_point end =
           question->answered ? Clock::time_point(Clock::duration(question->answeredAt)) : Clock::now();
-      std::lock_guard<std::mutex> lock(mutex_);
-      waits_.push_back(std::chrono::duration<double>(end - asked).count());
+      longest_ = std::max(longest_, std::chrono::duration<double>(end - asked).count());
     }
     std::this_thread::sleep_for(kInterval);
   }
-}
-
-double MainLoopWatch::Longest() const {
-  std::lock_guard<std::mutex> lock(mutex_);
-  return waits_.empty() ? 0 : *std::max_element(waits_.begin(), waits_.end());
-}
-
-double MainLoopWatch::Percentile99() const {
-  std::lock_guard<std::mutex> lock(mutex_);
-  if (waits_.empty()) return 0;
-  std::vector<double> sorted = waits_;
-  std::sort(sorted.begin(), sorted.end());
-  return sorted[(sorted.size() - 1) * 99 / 100];
 }
 
 }  // namespace bench

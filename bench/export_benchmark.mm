@@ -4,6 +4,7 @@
 // Prints a line for scripts/bench's table. It needs a display, a keyring, a home and temporary folder of its own, and
 // the installed presets.
 #import <Cocoa/Cocoa.h>
+#import <EventLoop.h>
 
 #include <chrono>
 #include <cstring>
@@ -15,8 +16,11 @@
 #include "Deployment.h"
 #include "Figure.h"
 #include "HostSession.h"
+#import "PluginWindows.h"
 #include "SinkProcess.h"
 #include "WorkflowState.h"
+
+using namespace window_test;
 
 // Does in the plug-in's windows what a person would, as soon as they run modally.
 @interface BenchPerson : NSObject {
@@ -26,32 +30,18 @@
 - (void)act:(NSTimer *)timer;
 @end
 
-static id Control(NSWindow *window, NSString *name) {
-  return [static_cast<id>([window delegate]) valueForKey:name];
-}
-
-static void Choose(NSPopUpButton *popUp, NSInteger index) {
-  [popUp selectItemAtIndex:index];
-  [NSApp sendAction:[popUp action] to:[popUp target] from:popUp];
-}
-
 @implementation BenchPerson
 
 - (void)act:(NSTimer *)timer {
   NSWindow *window = [NSApp modalWindow];
   NSString *title = [window title];
-  if ([title isEqualToString:@"Orvane: Log In"] && [[Control(window, @"inputSubdomain") stringValue] length] == 0) {
-    [Control(window, @"inputSubdomain") setStringValue:@"acme"];
-    [Control(window, @"inputUsername") setStringValue:@"editor"];
-    [Control(window, @"inputPassword") setStringValue:@"secret"];
-    [Control(window, @"loginBtn") performClick:nil];
-  } else if ([title isEqualToString:@"Orvane: Upload"] && [[Control(window, @"inputTitle") stringValue] length] == 0) {
-    [Control(window, @"inputTitle") setStringValue:@"Scene 12"];
-    NSPopUpButton *project = Control(window, @"inputProject");
-    Choose(project, [project indexOfItemWithTitle:@"Near"]);
-    Choose(Control(window, @"inputFolder"), 1);
-    [Control(window, @"uploadBtn") performClick:nil];
-  } else if ([title isEqualToString:@"Orvane: Upload Complete"]) {
+  if ([title isEqualToString:kLoginTitle] && [[PluginControl(title, @"inputSubdomain") stringValue] length] == 0) {
+    LogIn("secret");
+  } else if ([title isEqualToString:kUploadTitle] && [[PluginControl(title, @"inputTitle") stringValue] length] == 0) {
+    ChooseProject(@"Near");
+    ChooseFolder([PluginControl(title, @"inputFolder") itemTitleAtIndex:1]);
+    Upload(@"Scene 12");
+  } else if ([title isEqualToString:kCompleteTitle]) {
     [window performClose:nil];
     sawTheEnd = YES;
   }
@@ -92,7 +82,7 @@ double Export(orvane_host::HostSession &host) {
                                          selector:@selector(act:)
                                          userInfo:nil
                                           repeats:YES];
-  for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ]) {
+  for (NSString *mode in EventLoopModes()) {
     [[NSRunLoop currentRunLoop] addTimer:timer forMode:mode];
   }
   const double seconds = SecondsOf([&host, person] {

@@ -11,9 +11,13 @@ set(ORVANE_KEYCHAIN_ERROR_DOMAIN "com.orvane.vorrel.keychain" CACHE STRING
 # Fixed: the host looks for plug-ins in this folder. Sources, presets, scripts and stand-in host take it from here.
 set(ORVANE_MEDIACORE_FOLDER "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore")
 set(ORVANE_PLUGIN_FOLDER "${ORVANE_MEDIACORE_FOLDER}/OrvaneVorrel" CACHE INTERNAL "Where bundle and presets go")
-set(ORVANE_HIGH_PRESET Orvane.epr)
-set(ORVANE_MEDIUM_PRESET Orvane_medium.epr)
-set(ORVANE_LOW_PRESET Orvane_low.epr)
+
+# The encoding presets, for large frames first: what the sources call each, and its file.
+set(presets HIGH:Orvane.epr MEDIUM:Orvane_medium.epr LOW:Orvane_low.epr)
+list(TRANSFORM presets REPLACE ".*:" "" OUTPUT_VARIABLE files)
+set(ORVANE_PRESET_FILES "${files}" CACHE INTERNAL "File names of the encoding presets")
+list(TRANSFORM presets REPLACE "(.*):(.*)" "#define ORVANE_\\1_PRESET \"\\2\"")
+list(JOIN presets "\n" ORVANE_PRESET_DEFINITIONS)
 
 configure_file("${PROJECT_SOURCE_DIR}/Mac/Deployment.h.in"
                "${CMAKE_BINARY_DIR}/generated/Deployment.h" @ONLY)

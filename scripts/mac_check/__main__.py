@@ -26,7 +26,6 @@ def look_at_product(report):
     payload.check_files(report)
     payload.check_property_list(report)
     payload.check_versions(report)
-    payload.check_images(report)
     if not payload.EXECUTABLE.exists():
         return
     executable.check_executable(report, payload.EXECUTABLE)

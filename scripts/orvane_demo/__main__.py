@@ -3,6 +3,7 @@
 import contextlib
 import fcntl
 import os
+import pathlib
 import secrets
 import shlex
 import signal
@@ -10,12 +11,13 @@ import subprocess
 import sys
 import time
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "surroundings"))
 from checks import Checks
 from driver import Driver
 from failure import Failure
 from keyboard import KeyboardDriver
 from options import ROOT, parse
-from processes import Host, Service, Surroundings
+from processes import Host, OwnSurroundings, Service
 from screen import Screen
 
 LOCAL_DOMAIN = "orvane.localhost:48443"
@@ -41,9 +43,10 @@ def prepare(options):
         options.build = ROOT / "build" / "release"
         run_script("build", "release", "orvane-host", "orvane-service", "orvane_bundle", "orvane_presets")
         run_script("install-built", "release", "presets", "Unspecified")
-    options.presets, domain = (run_script("configured", options.build, name, stdout=subprocess.PIPE)
-                               for name in ("ORVANE_PLUGIN_FOLDER", "ORVANE_SERVICE_DOMAIN"))
-    if not os.access(os.path.join(options.presets, "Orvane.epr"), os.R_OK):
+    options.presets, files, domain = (run_script("configured", options.build, name, stdout=subprocess.PIPE) for name in
+                                      ("ORVANE_PLUGIN_FOLDER", "ORVANE_PRESET_FILES", "ORVANE_SERVICE_DOMAIN"))
+    options.preset = files.split(";")[0]
+    if not os.access(os.path.join(options.presets, options.preset), os.R_OK):
         raise Failure("the encoding presets are not in their place; scripts/demo without --build installs them")
     if domain != LOCAL_DOMAIN:
         raise Failure(f"{options.build} is for the service at {domain}; the demo's is at {LOCAL_DOMAIN}")
@@ -92,7 +95,7 @@ def explain(options, service):
 
 def export(options, cleanup):
     started = time.time()
-    surroundings = Surroundings(options, cleanup)
+    surroundings = OwnSurroundings(options, cleanup)
     service = Service(options, surroundings, cleanup)
     explain(options, service)
     host = Host(options, surroundings, service, cleanup)

@@ -100,8 +100,7 @@ class Checks:
 
     def _page_facts(self, page):
         # Only what the driver has typed and chosen can be compared.
-        opened = self._surroundings.opened
-        yield "the browser was sent to the page", opened.exists() and opened.read_text() == f"{self.link}\n"
+        yield "the browser was sent to the page", self._surroundings.browser.opened() == [self.link]
         yield "the page has the title", html.escape(TITLE) in page
         yield "the page has the description", all(html.escape(line) in page for line in DESCRIPTION)
         for tag in TAGS:

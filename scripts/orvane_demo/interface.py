@@ -14,15 +14,22 @@ class Interface:
 
     def place(self, control, height):
         """The middle of the control with this id, in pixels from the upper left corner of a window of this height."""
-        view = self._content.find(f".//*[@id='{control}']")
-        _, _, x, y = (number / 2 for number in self._frame(view))
-        while view is not self._content:
-            frame, stretch = self._frame(view), view.find("autoresizingMask[@flexibleMinY='YES']")
-            if frame:
-                x, y, from_top = x + frame[0], y + self._bottom(view), stretch is not None
-            view = self._parents[view]
+        views = self._way_out(self._content.find(f".//*[@id='{control}']"))
+        _, _, width, own_height = self._frame(views[0])
+        x = width / 2 + sum(self._frame(view)[0] for view in views)
+        y = own_height / 2 + sum(self._bottom(view) for view in views)
         # The windows grow and shrink at their bottom; most controls stay where they are below the top.
+        from_top = views[-1].find("autoresizingMask[@flexibleMinY='YES']") is not None
         return round(x), round((self._frame(self._content)[3] if from_top else height) - y)
+
+    def _way_out(self, view):
+        """The view and those that hold it, below the content."""
+        views = []
+        while view is not self._content:
+            if self._frame(view):
+                views.append(view)
+            view = self._parents[view]
+        return views
 
     def _bottom(self, view):
         """How far above the bottom of the view that holds it the view begins. A page counts from its top."""

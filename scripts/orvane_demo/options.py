@@ -3,9 +3,6 @@
 import argparse
 import os
 import pathlib
-import re
-import shutil
-import subprocess
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 
@@ -18,29 +15,11 @@ It is 1 when something is not as it should be, 2 for wrong options, 3 when you e
 this machine does not let the demo hide the preset."""
 
 
-# What the host would refuse after everything is built is refused here already, in its words.
-
-
-def two_numbers(separator):
-    def check(text):
-        if not re.fullmatch(rf"\d+{separator}\d+", text):
-            raise argparse.ArgumentTypeError(f'"{text}" is not two numbers with "{separator}" between them')
-        return text
-    return check
-
-
 def film(text):
+    # Not after everything was built.
     path = os.path.realpath(text)
     if not os.path.exists(path):
         raise argparse.ArgumentTypeError(f"File does not exist: {path}")
-    if shutil.which("ffprobe"):
-        question = ["-select_streams", "V", "-show_entries", "stream=index", "-of", "csv=p=0"]
-        probe = subprocess.run(["ffprobe", "-v", "error", *question, f"file:{path}"], capture_output=True, text=True,
-                               errors="replace", check=False)
-        if probe.returncode != 0:
-            raise argparse.ArgumentTypeError(f"cannot read {path}: {probe.stderr.strip()}")
-        if not probe.stdout.strip():
-            raise argparse.ArgumentTypeError(f"{path} has no picture")
     return path
 
 
@@ -55,8 +34,8 @@ def parse(arguments):
     parser = argparse.ArgumentParser("demo", "demo [OPTION...]", WHAT, STATUSES, allow_abbrev=False)
     add, variants = parser.add_argument, parser.add_mutually_exclusive_group()
     add("--media", metavar="FILE", type=film, help="the sequence is this film (default: a test picture)")
-    add("--size", metavar="WxH", type=two_numbers("x"), help="frame size in pixels (default: the film's, or 1280x720)")
-    add("--rate", metavar="N/D", type=two_numbers("/"), help="frame rate (default: the film's, or 25/1)")
+    add("--size", metavar="WxH", help="frame size in pixels (default: the film's, or 1280x720)")
+    add("--rate", metavar="N/D", help="frame rate (default: the film's, or 25/1)")
     add("--seconds", metavar="S", type=float, help="duration (default: the film's, or 10)")
     variants.add_argument(
         "--fail", metavar="WHAT", action="append", choices=["input", "login", "preset", "render", "cancel", "upload"],
@@ -65,8 +44,6 @@ def parse(arguments):
              "refuses it); the first two are headless")
     variants.add_argument("--keyboard", action="store_true", help="drive the windows by keyboard alone, headless")
     add("--headless", action="store_true", help="drive the windows on a display of its own, even when there is one")
-    add("--web-version", metavar="V",
-        help="the plug-in version that the service's web site offers (default: what its downloads folder says, or 1.1)")
     add("--build", metavar="FOLDER", type=build_folder,
         help="use what is built there, and install nothing; the encoding presets must be in their place")
     add("--state", metavar="FOLDER", type=lambda text: pathlib.Path(text).resolve(),

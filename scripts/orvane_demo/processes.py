@@ -10,53 +10,34 @@ import signal
 import subprocess
 import sys
 
-from failure import Failure, wait_until
-from options import ROOT
+from failure import Failure
+from surroundings import TOOLS, Browser, Surroundings, wait_until
 
 DEFAULT_PORT = 48443
 REFUSAL = "The demo was asked for a refusal."
 
 
-class Surroundings:
-    """A home, a keyring and, without a person, a display of the demo's own. They and all that was started with their
-    environment end with the demo, however that ends."""
+class OwnSurroundings(Surroundings):
+    """A home, a keyring and, without a person, a display of the demo's own. They end with the demo, however that
+    ends."""
 
     def __init__(self, options, cleanup):
-        tools = ROOT / "scripts" / "surroundings"
-        command = [tools / "with_home", tools / "with_keyring"]
-        command[1:1] = [] if options.headless else ["--home", options.state / "home"]
-        command += [tools / "with_display"] if options.headless else []
-        teller = "import json, os, sys; print(json.dumps(dict(os.environ)), flush=True); sys.stdin.read()"
-        self._process = subprocess.Popen([*command, sys.executable, "-c", teller], stdin=subprocess.PIPE,
-                                         stdout=subprocess.PIPE, start_new_session=True)
-        cleanup.callback(self._end)
-        told = self._process.stdout.readline()
-        if not told:
-            raise Failure("the host's surroundings could not be made")
-        self.environment = json.loads(told)
+        home = [] if options.headless else ["--home", options.state / "home"]
+        display = [TOOLS / "with_display"] if options.headless else []
+        super().__init__(TOOLS / "with_home", *home, TOOLS / "with_keyring", *display)
+        cleanup.callback(self.end)
         self.folder = pathlib.Path(self.environment["TMPDIR"])
-        self._note_pages(with_browser=not options.headless)
+        self.browser = Browser(self.folder, "" if options.headless else self._browser_of_the_person())
+        self.environment["PATH"] = self.browser.path(self.environment)
 
-    def _end(self):
-        self._process.stdin.close()
-        self._process.wait()
-
-    def _note_pages(self, with_browser):
-        """The plug-in opens the film's page with xdg-open. This one notes the address; a person's browser gets it as
-        well, with the person's own environment."""
-        self.opened, opener = self.folder / "opened", self.folder / "bin" / "xdg-open"
-        script = f'#!/bin/sh\nprintf "%s\\n" "$1" >>{shlex.quote(str(self.opened))}\n'
-        opener.parent.mkdir(mode=0o700)
-        if with_browser:
-            # Not on a command line, which everybody on the machine can read: an environment may hold secrets.
-            own = opener.parent / "environment"
-            become = "import json, os, sys; os.execvpe('xdg-open', sys.argv[1:], json.load(open(sys.argv[1])))"
-            own.write_text(json.dumps(dict(os.environ)))
-            own.chmod(0o600)
-            script += f'exec {shlex.join([sys.executable, "-c", become, str(own)])} "$1"\n'
-        opener.write_text(script)
-        opener.chmod(0o700)
-        self.environment["PATH"] = f"{opener.parent}:{self.environment['PATH']}"
+    def _browser_of_the_person(self):
+        """What opens a page in it, with the person's own environment. That is not on a command line, which everybody on
+        the machine can read: it may hold secrets."""
+        own = self.folder / "environment"
+        become = "import json, os, sys; os.execvpe('xdg-open', sys.argv[1:], json.load(open(sys.argv[1])))"
+        own.write_text(json.dumps(dict(os.environ)))
+        own.chmod(0o600)
+        return f'exec {shlex.join([sys.executable, "-c", become, str(own)])} "$1"\n'
 
 
 class Program:
@@ -92,7 +73,6 @@ class Service(Program):
         self.password, self.authority = password.read_text().strip(), self.data / "ca" / "ca.pem"
         self.command = [options.build / "Service" / "orvane-service", "--data", self.data, "--port"]
         words = ["--demo-password-file", password]
-        words += ["--web-version", options.web_version] if options.web_version else []
         words += ["--refuse-uploads", REFUSAL] if options.variant == "upload" else []
         for port in [options.port] if options.port is not None else [DEFAULT_PORT, 0]:
             super().__init__([*self.command, str(port), *words], surroundings, options.state / "logs" / "service.log",
@@ -111,14 +91,14 @@ class Host(Program):
         command = [options.build / "Host" / "orvane-host", *options.host, "--ca", service.authority,
                    "--connect-port", service.port]
         if options.variant == "preset":
-            command = hide_preset(options.presets, surroundings.folder / "presets") + command
+            command = hide_preset(options.presets, options.preset, surroundings.folder / "presets") + command
         super().__init__(command, surroundings, options.state / "logs" / "host.log", cleanup)
 
 
-def hide_preset(folder, others):
-    """Returns the words before a command for which the folder lacks a preset. Only that command sees it so: it has a
+def hide_preset(folder, preset, others):
+    """Returns the words before a command for which the folder lacks the preset. Only that command sees it so: it has a
     mount namespace of its own."""
-    shutil.copytree(folder, others, symlinks=True, ignore=shutil.ignore_patterns("Orvane.epr"))
+    shutil.copytree(folder, others, symlinks=True, ignore=shutil.ignore_patterns(preset))
     mount = ["--mount", "sh", "-c", 'mount --bind "$1" "$2" && shift 2 && exec "$@"', "sh", others, folder]
     # Whoever is not root is it for the mounting, and then oneself again.
     oneself = ["unshare", "--user", f"--map-user={os.getuid()}", f"--map-group={os.getgid()}"]

@@ -6,7 +6,8 @@ import re
 import subprocess
 import time
 
-from failure import Failure, wait_until
+from failure import Failure
+from surroundings import wait_until
 
 # What the window manager puts around a window.
 FRAME, TITLE_BAR = 1, 20

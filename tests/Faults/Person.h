@@ -13,9 +13,9 @@ namespace window_test {
 class Person {
  public:
   /// What the person notes goes into seen; both must outlive this object. wish may hold
-  /// "meanwhile": "export", "shutdown" or "kill", done once when the window of the title "in" is up;
-  /// "remember" (bool), "again" (bool: log in once more, without it), "vanish" (a folder that goes before Upload is
-  /// pressed) and "open" (bool: press the button of the complete window).
+  /// "meanwhile": "export", "shutdown" or "kill", done once when the window of the title "in" is up,
+  /// after which the file "interrupted" is there; "remember" (bool), "again" (bool: log in once more, without it),
+  /// "vanish" (a folder that goes before Upload is pressed) and "open" (bool: press the button of the complete window).
   Person(const nlohmann::json &wish, orvane_host::HostSession &host, nlohmann::json &seen);
 
   /// Looks at the windows and does the next thing. To be called again and again, also in modal loops.
@@ -30,8 +30,8 @@ class Person {
  private:
   void WorkOn(NSString *title);
   bool Interrupts(NSString *title);
-  void LogIn();
-  void ChooseAndUpload();
+  void WorkLogin();
+  void WorkUpload();
   void ReadAlert();
   void NoteProgress();
 

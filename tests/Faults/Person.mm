@@ -4,34 +4,18 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 
 #import "Controls.h"
+#import "PluginWindows.h"
 
 namespace window_test {
 
 namespace {
 
-NSString *const kLogin = @"Orvane: Log In";
-NSString *const kUpload = @"Orvane: Upload";
-NSString *const kProgress = @"Orvane: Uploading";
-NSString *const kComplete = @"Orvane: Upload Complete";
-
 // A window is worked when it was the modal one for so many looks: one may go an instant before the next comes.
 constexpr int kLooks = 4;
 constexpr int kQuietLooks = 20;
-
-id Control(NSString *title, NSString *name) {
-  return [static_cast<id>([WindowTitled(title) delegate]) valueForKey:name];
-}
-
-// The first few titles of a menu.
-nlohmann::json Titles(NSPopUpButton *popUp) {
-  nlohmann::json titles = nlohmann::json::array();
-  for (NSString *title in [popUp itemTitles]) {
-    if (titles.size() < 12) titles.push_back(std::string([title UTF8String]).substr(0, 80));
-  }
-  return titles;
-}
 
 // What can be chosen beside the placeholder; nil for nothing.
 NSString *Choice(NSPopUpButton *popUp, NSString *placeholder) {
@@ -60,10 +44,10 @@ void Person::Act() {
     return;
   }
   NSString *title = nil;
-  for (NSString *known in @[ kLogin, kUpload, kComplete ]) {
+  for (NSString *known in @[ kLoginTitle, kUploadTitle, kCompleteTitle ]) {
     if (IsModal(WindowTitled(known))) title = known;
   }
-  if (!title && WindowTitled(kProgress) && !upload_failed_) title = kProgress;
+  if (!title && WindowTitled(kProgressTitle) && !upload_failed_) title = kProgressTitle;
   looks_ = title == title_ ? looks_ + 1 : 0;
   title_ = title;
   const bool nothing = !title && ![NSApp modalWindow];
@@ -76,13 +60,13 @@ void Person::Act() {
 }
 
 void Person::WorkOn(NSString *title) {
-  if (Interrupts(title) || title == kProgress) return;
-  if (title == kLogin && logins_ < (wish_.value("again", false) ? 2 : 1)) {
-    LogIn();
-  } else if (title == kUpload && uploads_ == 0) {
-    ChooseAndUpload();
-  } else if (title == kComplete && wish_.value("open", false)) {
-    Press(Control(title, @"openOrvaneBtn"));
+  if (Interrupts(title) || title == kProgressTitle) return;
+  if (title == kLoginTitle && logins_ < (wish_.value("again", false) ? 2 : 1)) {
+    WorkLogin();
+  } else if (title == kUploadTitle && uploads_ == 0) {
+    WorkUpload();
+  } else if (title == kCompleteTitle && wish_.value("open", false)) {
+    Press(PluginControl(title, @"openOrvaneBtn"));
   } else {
     [WindowTitled(title) performClose:nil];
   }
@@ -96,33 +80,26 @@ bool Person::Interrupts(NSString *title) {
   if (what == "kill") raise(SIGKILL);
   if (what == "shutdown") host_.Shutdown();
   if (what == "export") seen_["second"] = host_.ExportTimeline();
+  std::ofstream(wish_.value("interrupted", ""));
   return true;
 }
 
-void Person::LogIn() {
+void Person::WorkLogin() {
   ++logins_;
-  [Control(kLogin, @"inputSubdomain") setStringValue:@"acme"];
-  [Control(kLogin, @"inputUsername") setStringValue:@"editor"];
-  [Control(kLogin, @"inputPassword") setStringValue:@"let-me-in"];
-  const bool remember = wish_.value("remember", false) && logins_ == 1;
-  [Control(kLogin, @"rememberMeCheckbox") setState:remember ? NSOnState : NSOffState];
-  Press(Control(kLogin, @"loginBtn"));
+  LogIn("let-me-in", wish_.value("remember", false) && logins_ == 1);
 }
 
-void Person::ChooseAndUpload() {
+void Person::WorkUpload() {
   ++uploads_;
-  NSPopUpButton *projects = Control(kUpload, @"inputProject");
+  NSPopUpButton *projects = PluginControl(kUploadTitle, @"inputProject");
   seen_["projects"] = [projects numberOfItems] - 1;
-  seen_["project_titles"] = Titles(projects);
-  if (NSString *project = Choice(projects, @"Select a project...")) Choose(projects, project);
-  NSPopUpButton *folders = Control(kUpload, @"inputFolder");
+  if (NSString *project = Choice(projects, @"Select a project...")) ChooseProject(project);
+  NSPopUpButton *folders = PluginControl(kUploadTitle, @"inputFolder");
   seen_["folders"] = [folders numberOfItems] - 1;
-  seen_["folder_titles"] = Titles(folders);
-  if (NSString *folder = Choice(folders, @"Select a folder...")) Choose(folders, folder);
-  [Control(kUpload, @"inputTitle") setStringValue:@"Scene 12"];
+  if (NSString *folder = Choice(folders, @"Select a folder...")) ChooseFolder(folder);
   const std::string vanishing = wish_.value("vanish", "");
   if (!vanishing.empty()) std::filesystem::remove_all(vanishing);
-  Press(Control(kUpload, @"uploadBtn"));
+  Upload(@"Scene 12");
 }
 
 void Person::ReadAlert() {
@@ -136,14 +113,12 @@ void Person::ReadAlert() {
 }
 
 void Person::NoteProgress() {
-  NSWindow *progress = WindowTitled(kProgress);
+  NSWindow *progress = WindowTitled(kProgressTitle);
   if (progress) seen_["progress"] = TextsOf(progress).substr(0, 2000);
-  NSWindow *complete = WindowTitled(kComplete);
-  if (complete) seen_["complete"] = TextsOf(complete).substr(0, 2000);
 }
 
 bool Person::ExportIsOver() {
-  const bool upload_is_on = WindowTitled(kProgress) && !upload_failed_;
+  const bool upload_is_on = WindowTitled(kProgressTitle) && !upload_failed_;
   return quiet_ >= kQuietLooks && !upload_is_on;
 }
 

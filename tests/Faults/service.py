@@ -41,6 +41,7 @@ class Exchange:
         self.method, self.path = line.split(" ")[:2]
         headers = {name.lower(): value.strip() for name, _, value in (field.partition(":") for field in fields)}
         self.length, self._expects = int(headers.get("content-length", 0)), "expect" in headers
+        self.received = 0  # of the body
 
     def _until(self, end):
         while end not in self._rest:
@@ -61,6 +62,7 @@ class Exchange:
         while len(self._rest) < int(self.length * share):
             self._receive()
         body, self._rest = self._rest[:self.length], self._rest[self.length:]
+        self.received = len(body)
         return body
 
     def send(self, data):
@@ -81,7 +83,10 @@ class Exchange:
 class Handler(socketserver.BaseRequestHandler):
     def handle(self):
         try:
-            with self.server.context.wrap_socket(self.request, server_side=True) as connection:
+            # TLS begins with its record of a handshake. What begins otherwise is not encrypted, and served as well.
+            if self.request.recv(1, socket.MSG_PEEK) == b"\x16":
+                self.request = self.server.context.wrap_socket(self.request, server_side=True)
+            with self.request as connection:
                 rest = b""
                 while True:
                     exchange = Exchange(self.server, connection, rest)
@@ -93,17 +98,19 @@ class Handler(socketserver.BaseRequestHandler):
 
 class Service(socketserver.ThreadingTCPServer):
     """Listens from construction until close(). asked: the requests, as pairs of a kind and a path. stored: how many
-    uploads came whole."""
+    uploads came whole. unencrypted: the requests that came without TLS, as pairs of a kind and whether they had a body.
+    interrupted: a file that is there once the person has done what happens meanwhile."""
 
     daemon_threads = True
     request_queue_size = 50
 
-    def __init__(self, certificate, behaviours):
+    def __init__(self, certificate, behaviours, interrupted):
         super().__init__(("127.0.0.1", 0), Handler)
         self.context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         self.context.load_cert_chain(f"{certificate}.pem", f"{certificate}.key")
         self.behaviours, self.asked, self.stored, self.ending = behaviours, [], 0, threading.Event()
-        self.port = self.server_address[1]
+        self.unencrypted = []
+        self.port, self.interrupted = self.server_address[1], interrupted
         threading.Thread(target=self.serve_forever, args=(0.05,), daemon=True).start()
 
     def close(self):
@@ -114,22 +121,15 @@ class Service(socketserver.ThreadingTCPServer):
     def conduct(self, exchange):
         kind = self._kind(exchange)
         self.asked.append((kind, exchange.path[:200]))
-        moved = exchange.path.startswith("/moved/")
-        if kind == "upload":
-            self._conduct_upload(exchange, moved)
-        elif moved:
-            exchange.answer(GOOD[kind])
-        else:
-            self.behaviours.get(kind, lambda exchange: exchange.answer(GOOD[kind]))(exchange)
-
-    def _conduct_upload(self, exchange, moved):
-        behaviour = self.behaviours.get("upload")
-        if behaviour and not moved and getattr(behaviour, "reads_itself", False):
-            behaviour(exchange)
-            return
-        if exchange.method == "POST":
+        behave = self.behaviours.get(kind)
+        if not behave or exchange.path.startswith("/moved/"):
+            def behave(exchange):
+                exchange.answer(GOOD[kind])
+        if kind == "upload" and exchange.method == "POST" and not getattr(behave, "reads_itself", False):
             self.stored += b'name="Filedata"' in exchange.body()
-        (behaviour if behaviour and not moved else lambda exchange: exchange.answer(GOOD["upload"]))(exchange)
+        if not isinstance(exchange.connection, ssl.SSLSocket):
+            self.unencrypted.append((kind, exchange.received > 0))
+        behave(exchange)
 
     def _kind(self, exchange):
         if exchange.path.startswith("/moved/"):
@@ -142,7 +142,6 @@ class Service(socketserver.ThreadingTCPServer):
         body = exchange.body()
         if "/get_folders/" in exchange.path:
             if b"folder_id=" in body:
-                exchange.folder = body.rsplit(b"=", 1)[1].decode()
                 return "folders"
             # The second one after a list of projects is for the folder that was chosen.
             last = next(kind for kind, _ in reversed(self.asked) if kind in ("top", "projects"))

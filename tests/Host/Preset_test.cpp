@@ -9,15 +9,17 @@
 #include <string>
 #include <vector>
 
+#include "Deployment.h"
+
 namespace orvane_host {
 namespace {
 
 const std::string kFolder = std::string(ORVANE_PRESET_DIR) + "/";
 
 TEST(Preset, TheThreeFilesHoldTheirSettings) {
-  const Preset high = ReadPreset(kFolder + "Orvane.epr");
-  const Preset medium = ReadPreset(kFolder + "Orvane_medium.epr");
-  const Preset low = ReadPreset(kFolder + "Orvane_low.epr");
+  const Preset high = ReadPreset(kFolder + ORVANE_HIGH_PRESET);
+  const Preset medium = ReadPreset(kFolder + ORVANE_MEDIUM_PRESET);
+  const Preset low = ReadPreset(kFolder + ORVANE_LOW_PRESET);
   const auto video = [](const Preset& preset) {
     return std::vector<double>{static_cast<double>(preset.width),
                                static_cast<double>(preset.height),
@@ -55,10 +57,10 @@ std::vector<std::string> Find(xmlDoc* document, const char* expression) {
   return found;
 }
 
-// The host follows the references without asking twice, so that each must lead to one object and none may be lost.
+// The editing application follows the references, so that each must lead to one object and none may be lost.
 TEST(Preset, EveryObjectOfTheThreeFilesIsReferredToOnce) {
   std::set<std::string> preset_ids;
-  for (const char* name : {"Orvane.epr", "Orvane_medium.epr", "Orvane_low.epr"}) {
+  for (const char* name : {ORVANE_HIGH_PRESET, ORVANE_MEDIUM_PRESET, ORVANE_LOW_PRESET}) {
     xmlDoc* document = xmlReadFile((kFolder + name).c_str(), nullptr, XML_PARSE_NONET);
     ASSERT_TRUE(document) << name;
     std::vector<std::string> ids = Find(document, "/PremiereData/*/@ObjectID");

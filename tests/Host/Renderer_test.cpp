@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ChildProcess.h"
+#include "Deployment.h"
 #include "TemporaryFolder.h"
 
 namespace orvane_host {
@@ -56,9 +57,9 @@ void ExpectEncoding(const RenderedFile& file, const Encoding& expected) {
 }
 
 TEST(Renderer, EncodesAsThePresetSays) {
-  const Encoding cases[] = {{"Orvane.epr", 1920, 1080, "High", 41, {25, 1}, "25/1"},
-                            {"Orvane_medium.epr", 1280, 720, "High", 31, {30000, 1001}, "30000/1001"},
-                            {"Orvane_low.epr", 854, 480, "Main", 31, {24, 1}, "24/1"}};
+  const Encoding cases[] = {{ORVANE_HIGH_PRESET, 1920, 1080, "High", 41, {25, 1}, "25/1"},
+                            {ORVANE_MEDIUM_PRESET, 1280, 720, "High", 31, {30000, 1001}, "30000/1001"},
+                            {ORVANE_LOW_PRESET, 854, 480, "Main", 31, {24, 1}, "24/1"}};
   for (const Encoding& expected : cases) {
     SCOPED_TRACE(expected.preset);
     const TemporaryFolder folder;
@@ -94,7 +95,7 @@ TEST(Renderer, FilmKeepsItsShapeAndGetsSilence) {
   EXPECT_NEAR(sequence.seconds, 1, 0.05);
   EXPECT_FALSE(sequence.has_sound);
 
-  const RenderResult result = Render(sequence, ReadOwn("Orvane_low.epr"), folder / "film.mp4", nullptr);
+  const RenderResult result = Render(sequence, ReadOwn(ORVANE_LOW_PRESET), folder / "film.mp4", nullptr);
   ASSERT_EQ(result.outcome, RenderOutcome::kRendered) << result.reason;
   EXPECT_EQ(Probe(result.file.path)["streams"][1]["codec_name"], "aac");
   // One grey row of the first picture: 240 white pixels between the bars, of 854.
@@ -106,27 +107,10 @@ TEST(Renderer, FilmKeepsItsShapeAndGetsSilence) {
   EXPECT_NEAR(static_cast<double>(bright), 240, 8);
 }
 
-// Containers count time in units of their own, in which a standard rate is a hair off.
-TEST(Renderer, AFilmOfAStandardRateOpensAtThatRate) {
-  const TemporaryFolder folder;
-  const std::pair<const char*, const char*> rates[] = {
-      {"19001/317", "60000/1001"}, {"2997/100", "30000/1001"}, {"25", "25/1"}, {"15/2", "15/2"}};
-  for (const auto& [coded, opened] : rates) {
-    const std::string film = folder / "film.mkv";
-    const ChildResult made = RunChild({"ffmpeg", "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i",
-                                       std::string("color=white:size=64x64:rate=") + coded, "-t", "1", film});
-    ASSERT_EQ(made.status, 0) << made.errors;
-    SequenceWish wish;
-    wish.media = film;
-    const Rational rate = MakeSequence(wish).rate;
-    EXPECT_EQ(std::to_string(rate.numerator) + "/" + std::to_string(rate.denominator), opened) << coded;
-  }
-}
-
 TEST(Renderer, CancelAndFailureLeaveNothingAndHarmNothing) {
   const TemporaryFolder folder;
   const std::string destination = folder / "film.mp4";
-  const Preset preset = ReadOwn("Orvane_low.epr");
+  const Preset preset = ReadOwn(ORVANE_LOW_PRESET);
   Sequence endless = ShortSequence(640, 360, {25, 1});
   endless.seconds = 3600;
   WriteFile(destination, "earlier");

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "Deployment.h"
 #include "RunningProgram.h"
 #include "TemporaryFolder.h"
 
@@ -12,7 +13,7 @@ namespace {
 class OrvaneHost : public testing::Test {
  protected:
   OrvaneHost() {
-    setenv("ORVANE_PRESET", ORVANE_PRESET_DIR "/Orvane_low.epr", 1);
+    setenv("ORVANE_PRESET", ORVANE_PRESET_DIR "/" ORVANE_LOW_PRESET, 1);
     setenv("ORVANE_DESTINATION", (folder_ / "film.mp4").c_str(), 1);
     setenv("ORVANE_SCRIPT", "good", 1);
   }

@@ -4,6 +4,7 @@
 
 #import "Controls.h"
 #include "LocalTrust.h"
+#import "PluginWindows.h"
 #include "SavedItem.h"
 #include "ScriptedServer.h"
 #include "Secrets.h"
@@ -11,16 +12,6 @@
 namespace window_test {
 
 namespace {
-
-NSString *const kLoginTitle = @"Orvane: Log In";
-NSString *const kUploadTitle = @"Orvane: Upload";
-NSString *const kProgressTitle = @"Orvane: Uploading";
-NSString *const kCompleteTitle = @"Orvane: Upload Complete";
-
-// The control that the window's controller knows under that name.
-id Control(NSString *windowTitle, NSString *name) {
-  return [static_cast<id>([WindowTitled(windowTitle) delegate]) valueForKey:name];
-}
 
 bool PluginWindowIsOpen() {
   return WindowTitled(kLoginTitle) || WindowTitled(kUploadTitle) || WindowTitled(kProgressTitle) ||
@@ -83,22 +74,15 @@ csSDK_int32 PluginRun::Export(const std::function<void(Script &)> &script) {
 
 void PluginRun::LogIn(Script &actions, const char *password, bool remember) {
   actions.WaitFor("the login window", [] { return IsModal(WindowTitled(kLoginTitle)); });
-  actions.Post([password, remember] {
-    [Control(kLoginTitle, @"inputSubdomain") setStringValue:@"acme"];
-    [Control(kLoginTitle, @"inputUsername") setStringValue:@"editor"];
-    [Control(kLoginTitle, @"inputPassword") setStringValue:[NSString stringWithUTF8String:password]];
-    [Control(kLoginTitle, @"rememberMeCheckbox") setState:remember ? NSOnState : NSOffState];
-    Press(Control(kLoginTitle, @"loginBtn"));
-  });
+  actions.Post([password, remember] { window_test::LogIn(password, remember); });
 }
 
 void PluginRun::ChooseAndUpload(Script &actions, NSString *title) {
   actions.WaitFor("the upload window", [] { return IsModal(WindowTitled(kUploadTitle)); });
   actions.OnMain([title] {
-    Choose(Control(kUploadTitle, @"inputProject"), @"東京ドキュメンタリー");
-    Choose(Control(kUploadTitle, @"inputFolder"), @"      最終版 🎬");
-    [Control(kUploadTitle, @"inputTitle") setStringValue:title];
-    Press(Control(kUploadTitle, @"uploadBtn"));
+    ChooseProject(@"東京ドキュメンタリー");
+    ChooseFolder(@"      最終版 🎬");
+    Upload(title);
   });
 }
 

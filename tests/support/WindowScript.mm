@@ -1,7 +1,7 @@
 #include "WindowScript.h"
 
 #import <Cocoa/Cocoa.h>
-#import <WakeEventLoop.h>
+#import <EventLoop.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -39,10 +39,6 @@ std::mutex work_mutex;
 std::condition_variable work_done;
 std::deque<std::shared_ptr<Work>> work_queue;
 
-NSArray *Modes() {
-  return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
-}
-
 }  // namespace
 
 @interface WindowTestPump : NSObject
@@ -54,7 +50,7 @@ NSArray *Modes() {
 
 + (void)wake {
   @autoreleasepool {
-    [self performSelectorOnMainThread:@selector(pump) withObject:nil waitUntilDone:NO modes:Modes()];
+    [self performSelectorOnMainThread:@selector(pump) withObject:nil waitUntilDone:NO modes:EventLoopModes()];
   }
 }
 

@@ -1,4 +1,4 @@
-// A record with guard bytes on both sides, so that a plug-in that writes past its end is caught.
+// A record with a fence of bytes on both sides, so that a plug-in that writes past its end is caught.
 #pragma once
 
 #include <algorithm>
@@ -8,11 +8,11 @@ namespace orvane_host {
 
 /// T is a plain record. It starts filled with zeros.
 template <class T>
-class Guarded {
+class Fenced {
  public:
-  Guarded() {
-    before_.fill(kGuard);
-    after_.fill(kGuard);
+  Fenced() {
+    before_.fill(kFence);
+    after_.fill(kFence);
   }
 
   T& value() { return value_; }
@@ -20,15 +20,15 @@ class Guarded {
 
   /// Whether nothing was written outside of the record.
   bool Intact() const {
-    const auto untouched = [](unsigned char byte) { return byte == kGuard; };
+    const auto untouched = [](unsigned char byte) { return byte == kFence; };
     return std::all_of(before_.begin(), before_.end(), untouched) &&
            std::all_of(after_.begin(), after_.end(), untouched);
   }
 
  private:
-  static constexpr unsigned char kGuard = 0xA5;
+  static constexpr unsigned char kFence = 0xA5;
 
-  // As wide as the text buffers, so that a whole buffer written one off still lands in a guard.
+  // As wide as the text buffers, so that a whole buffer written one off still lands in a fence.
   std::array<unsigned char, 512> before_;
   T value_{};
   std::array<unsigned char, 512> after_;
