@@ -33,6 +33,7 @@ class CertificateAuthority {
 
   /// The certificate that clients trust.
   const std::filesystem::path& CertificateFile() const { return authority_.certificate; }
+  const std::filesystem::path& KeyFile() const { return authority_.key; }
 
   /// The server's identity for the domain and all names directly below it (server.pem, server.key). Made anew when it
   /// expires soon, is damaged, or is not of this authority. Throws std::runtime_error.

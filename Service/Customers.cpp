@@ -7,8 +7,8 @@
 
 namespace orvane_service {
 
-Customer CustomerOf(const httplib::Request& request, Catalog& catalog) {
-  const HostName host = ParseHost(request.get_header_value("Host"));
+Customer CustomerOf(const Request& request, Catalog& catalog) {
+  const HostName host = ParseHost(request.Header("Host"));
   std::optional<Customer> customer;
   if (host.site == Site::kCustomer) customer = catalog.FindCustomer(host.subdomain);
   if (!customer) throw Refusal{404, "There is no customer under this address."};
@@ -19,9 +19,9 @@ std::string ApiBase(const Customer& customer) {
   return customer.apiver == "3" ? "/api/prjacc" : "/v3/api/prjacc";
 }
 
-Customer CallerOf(const httplib::Request& request, Catalog& catalog) {
+Customer CallerOf(const Request& request, Catalog& catalog) {
   Customer customer = CustomerOf(request, catalog);
-  if (request.path.rfind(ApiBase(customer) + "/", 0) != 0) {
+  if (request.Path().rfind(ApiBase(customer) + "/", 0) != 0) {
     throw Refusal{404, "This address uses another version of the API."};
   }
   return customer;

@@ -1,23 +1,22 @@
 // From a request to the customer whose host it was sent to.
 #pragma once
 
-#include <httplib.h>
-
 #include <optional>
 #include <string>
 
 #include "Catalog.h"
+#include "HttpsServer.h"
 
 namespace orvane_service {
 
 /// The customer that the Host header names. Throws Refusal if there is none.
-Customer CustomerOf(const httplib::Request& request, Catalog& catalog);
+Customer CustomerOf(const Request& request, Catalog& catalog);
 
 /// Path under which the customer's clients make their calls after the login: it depends on the API's version.
 std::string ApiBase(const Customer& customer);
 
 /// As CustomerOf(). Throws Refusal also if the request's path is not below the customer's ApiBase().
-Customer CallerOf(const httplib::Request& request, Catalog& catalog);
+Customer CallerOf(const Request& request, Catalog& catalog);
 
 /// Reads an id of a project or folder: a positive decimal number, digits only. Nothing for any other text.
 std::optional<int64_t> ParseId(const std::string& text);

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,7 +23,7 @@ class IncomingFile {
   /// Appends bytes. Throws std::system_error, for instance when the disk is full.
   void Write(const char* data, size_t size);
 
-  /// Writes out what is buffered and waits until everything is on the disk. Throws std::system_error.
+  /// Waits until everything is on the disk. Throws std::system_error.
   void Finish();
 
   /// Bytes written.
@@ -34,7 +35,6 @@ class IncomingFile {
  private:
   friend class FileStore;
   explicit IncomingFile(std::filesystem::path path);
-  void Flush();
 
   struct DigestDeleter {
     void operator()(EVP_MD_CTX* context) const { EVP_MD_CTX_free(context); }
@@ -43,8 +43,6 @@ class IncomingFile {
   std::filesystem::path path_;
   int descriptor_ = -1;
   std::unique_ptr<EVP_MD_CTX, DigestDeleter> digest_;
-  std::vector<char> buffer_;
-  size_t buffered_ = 0;
   uint64_t size_ = 0;
   uint64_t synced_ = 0;
   std::string sha256_;
@@ -54,8 +52,9 @@ class IncomingFile {
 class FileStore {
  public:
   /// Makes the folders if needed and removes what an earlier run left in "incoming". Throws
-  /// std::filesystem::filesystem_error.
-  explicit FileStore(const std::filesystem::path& folder);
+  /// std::filesystem::filesystem_error. The function tells how much is free on the disk, in bytes; without one, the
+  /// system is asked.
+  explicit FileStore(const std::filesystem::path& folder, std::function<uint64_t()> free_bytes = nullptr);
 
   /// Begins a new file. Throws std::system_error.
   std::unique_ptr<IncomingFile> Create() const;
@@ -78,6 +77,7 @@ class FileStore {
  private:
   std::filesystem::path incoming_;
   std::filesystem::path files_;
+  std::function<uint64_t()> free_bytes_;
 };
 
 }  // namespace orvane_service

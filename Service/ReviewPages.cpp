@@ -1,5 +1,7 @@
 #include "ReviewPages.h"
 
+#include <glib.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
@@ -36,21 +38,9 @@ std::string TimeText(int64_t seconds) {
   return text;
 }
 
-// The name for the browser's save dialog. Folder separators become harmless, everything else is kept.
+// With the name for the browser's save dialog.
 std::string Disposition(const std::string& file_name, bool inline_allowed) {
-  static const char digits[] = "0123456789ABCDEF";
-  std::string encoded;
-  for (unsigned char c : file_name) {
-    const bool plain =
-        (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '.' || c == '-';
-    if (plain) {
-      encoded += static_cast<char>(c);
-    } else if (c == '/' || c == '\\') {
-      encoded += '_';
-    } else {
-      encoded += {'%', digits[c >> 4], digits[c & 15]};
-    }
-  }
+  g_autofree char* encoded = g_uri_escape_string(file_name.c_str(), nullptr, FALSE);
   return std::string(inline_allowed ? "inline" : "attachment") + "; filename*=UTF-8''" + encoded;
 }
 
@@ -95,28 +85,29 @@ std::string ContentTypeOf(const std::string& file_name) {
   return type == types.end() ? kOtherType : type->second;
 }
 
-std::optional<FileDetails> ReviewPages::Find(const httplib::Request& request) {
-  const HostName host = ParseHost(request.get_header_value("Host"));
+std::optional<FileDetails> ReviewPages::Find(const Request& request, const std::string& id) {
+  const HostName host = ParseHost(request.Header("Host"));
   if (host.site != Site::kCustomer) return std::nullopt;
   const std::optional<Customer> customer = catalog_.FindCustomer(host.subdomain);
   if (!customer) return std::nullopt;
-  return catalog_.FindFile(customer->id, request.matches[1]);
+  return catalog_.FindFile(customer->id, id);
 }
 
-void ReviewPages::ShowPage(const httplib::Request& request, httplib::Response& response) {
-  const std::optional<FileDetails> details = Find(request);
-  if (!details) return SendNotFound(response);
-  SendPage(response, 200, details->file.title, PageBody(*details));
+Response ReviewPages::ShowPage(const Request& request, const std::string& id) {
+  const std::optional<FileDetails> details = Find(request, id);
+  return details ? Page(200, details->file.title, PageBody(*details)) : NotFoundPage();
 }
 
-void ReviewPages::SendContent(const httplib::Request& request, httplib::Response& response) {
-  const std::optional<FileDetails> details = Find(request);
-  if (!details) return SendNotFound(response);
+Response ReviewPages::SendContent(const Request& request, const std::string& id) {
+  const std::optional<FileDetails> details = Find(request, id);
+  if (!details) return NotFoundPage();
   const StoredFile& file = details->file;
   const std::string type = ContentTypeOf(file.name);
-  response.set_header("Content-Disposition", Disposition(file.name, type != kOtherType));
-  response.set_header("X-Content-Type-Options", "nosniff");
-  SendFile(request, response, files_.PathOf(file.id), type, "\"" + file.sha256 + "\"");
+  std::optional<Response> response = FileResponse(request, files_.PathOf(file.id), type, "\"" + file.sha256 + "\"");
+  if (!response) return NotFoundPage();
+  response->SetHeader("Content-Disposition", Disposition(file.name, type != kOtherType));
+  response->SetHeader("X-Content-Type-Options", "nosniff");
+  return std::move(*response);
 }
 
 }  // namespace orvane_service

@@ -1,53 +1,46 @@
 // The parts of an upload's form as they arrive: the file goes to the disk at once, the texts are kept.
 #pragma once
 
-#include <functional>
+#include <cstdint>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "Answers.h"
 #include "FileStore.h"
-#include "UnprovenUploads.h"
+#include "FormReader.h"
 
 namespace orvane_service {
 
 /// Largest file, in bytes: hours of finished video, and still far from filling a disk by mistake.
 constexpr uint64_t kMaxFileBytes = 64ull << 30;
-/// Largest text of one part, and of all parts together, in bytes.
-constexpr size_t kMaxTextBytes = 1 << 20;
-constexpr size_t kMaxTextBytesInAll = 3 << 20;
-constexpr size_t kMaxTags = 1000;
+/// Largest texts of all parts together, in bytes, and what a part counts for beside its text.
+constexpr size_t kMaxTextBytes = 3 << 20;
+constexpr size_t kPartBytes = 64;
 /// Largest body of an upload: that file, and all texts with what a form puts around them.
-constexpr uint64_t kMaxUploadBytes = kMaxFileBytes + 2 * kMaxTextBytesInAll;
+constexpr uint64_t kMaxUploadBytes = kMaxFileBytes + 4 * kMaxTextBytes;
+/// What no upload may take of the disk.
+constexpr uint64_t kReservedBytes = 16 << 20;
 
-/// What is said of a longer one.
+/// What is said of a longer one, and when the disk is full.
 Refusal TooLarge();
+Refusal NoRoom();
 
-/// Takes the parts in any order. After a refusal the form takes nothing more. Used by one thread.
+/// Takes the parts in any order. Used by one thread at a time.
 class UploadForm {
  public:
-  /// Decides whether these credentials may send a file: key, token.
-  using CredentialCheck = std::function<bool(const std::string& key, const std::string& token)>;
+  /// Throws Refusal if the request announces no form.
+  UploadForm(const Request& request, const FileStore& store);
 
-  /// The check is asked when the file begins, if the credentials have come before it; the plug-in sends them after it.
-  /// The ticket must outlive the form. Of the file so many bytes are announced, or 0 if it is not known.
-  UploadForm(const FileStore& store, UnprovenUploads::Ticket& ticket, uint64_t announced, CredentialCheck check)
-      : store_(store), ticket_(ticket), announced_(announced), check_(std::move(check)) {}
+  /// More of the body. Throws Refusal, or std::system_error when the file cannot be written.
+  void Feed(const char* data, size_t size) { reader_.Feed(data, size); }
 
-  /// A part begins; text parts have no file name. Returns false if the form is refused.
-  bool BeginPart(const std::string& name, const std::string& file_name);
+  /// Call at the end of the body. Throws Refusal if the form was malformed or incomplete.
+  void End();
 
-  /// More of the current part. Returns false if the form is refused.
-  bool Append(const char* data, size_t size);
-
-  /// Why the form is refused, if it is.
-  const std::optional<Refusal>& GetRefusal() const { return refusal_; }
-
-  /// A text, or nothing if the part did not come: "auth_token", "auth_key", "folder_id", "title", "description".
-  std::optional<std::string> Text(const std::string& name) const;
+  /// A text ("auth_token", "auth_key", "folder_id", "title", "description"), or the empty text.
+  std::string Text(const std::string& name) const;
 
   /// The parts "tags_array[]" in the order in which they came.
   const std::vector<std::string>& Tags() const { return tags_; }
@@ -57,23 +50,16 @@ class UploadForm {
   const std::string& FileName() const { return file_name_; }
 
  private:
-  bool Refuse(int status, const std::string& message);
-  bool Refuse(const Refusal& refusal);
-  bool RefuseForSpace();
-  bool BeginFile(const std::string& file_name);
-  bool AppendToFile(const char* data, size_t size);
+  void Take(const FormPiece& piece);
+  void TakeFile(const FormPiece& piece);
+  void TakeText(const FormPiece& piece);
 
   const FileStore& store_;
-  UnprovenUploads::Ticket& ticket_;
-  const uint64_t announced_;
-  CredentialCheck check_;
-  std::optional<Refusal> refusal_;
+  FormReader reader_;
   std::unique_ptr<IncomingFile> file_;
   std::string file_name_;
   std::map<std::string, std::string> texts_;
   std::vector<std::string> tags_;
-  std::string* current_text_ = nullptr;
-  bool in_file_ = false;
   size_t text_bytes_ = 0;
 };
 

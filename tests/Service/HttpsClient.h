@@ -2,36 +2,43 @@
 #pragma once
 
 #include <curl/curl.h>
-#include <httplib.h>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
-#include <functional>
+#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
-/// The status is -1 when there was no answer.
-struct Reply : httplib::Response {
+struct Reply {
+  /// -1 when there was no answer.
+  long status = -1;
+  std::string body;
+  /// By their names in lower case.
+  std::map<std::string, std::string> headers;
+
   /// The member "root" of the body; fails the test if the body is no such JSON.
   nlohmann::json Root() const;
 };
 
-/// The parts of a form; one with a file name is a file.
-using Parts = httplib::MultipartFormDataItems;
+/// A part of a form; one with a file name is a file.
+struct Part {
+  std::string name, content, file_name;
+};
+using Parts = std::vector<Part>;
 
 /// Every host is looked for on 127.0.0.1. An address names host, port and path: "https://acme.orvane.localhost:1234/".
 class HttpsClient {
  public:
   explicit HttpsClient(std::filesystem::path authority) : authority_(std::move(authority)) {}
 
-  Reply Get(const std::string& url, const httplib::Headers& headers = {}) const;
+  /// With headers such as "Range: bytes=0-".
+  Reply Get(const std::string& url, const std::vector<std::string>& headers = {}) const;
   Reply Post(const std::string& url, const std::string& body) const;
   Reply PostForm(const std::string& url, const Parts& parts) const;
 
  private:
-  Reply Send(const std::string& url,
-             const std::function<httplib::Result(httplib::SSLClient& client, const std::string& path)>& send) const;
-
   std::filesystem::path authority_;
 };
 
@@ -39,19 +46,18 @@ class HttpsClient {
 class RawConnection {
  public:
   RawConnection(const std::string& origin, const std::filesystem::path& authority);
-  ~RawConnection();
-  RawConnection(const RawConnection&) = delete;
-  RawConnection& operator=(const RawConnection&) = delete;
 
-  /// Sends everything; fails the test if the connection breaks.
-  void Send(std::string_view data);
+  /// Sends everything. Returns false if the other side has ended the connection, or takes nothing for some seconds.
+  bool Send(std::string_view data);
 
-  /// Sends a little. Returns false if the other side has ended the connection.
-  bool TrySend(std::string_view data);
+  /// Sends until the other side ends the connection, or has taken nothing for that many milliseconds.
+  void SendUntilStuck(int milliseconds);
 
   /// What has come when the other side ends the connection, or at a deadline.
   std::string ReadToEnd();
 
  private:
-  CURL* curl_;
+  bool Await(short events, int milliseconds);
+
+  std::unique_ptr<CURL, void (*)(CURL*)> curl_{curl_easy_init(), curl_easy_cleanup};
 };

@@ -48,11 +48,11 @@ Login RunningService::LogIn(const std::string& subdomain) const {
 }
 
 Parts RunningService::UploadParts(const Login& login, const std::string& content) const {
-  return {{"Filedata", content, "film.mp4", "video/mp4"},
-          {"auth_token", login.token, "", ""},
-          {"auth_key", login.key, "", ""},
-          {"folder_id", kFolder, "", ""},
-          {"title", "A title", "", ""}};
+  return {{"Filedata", content, "film.mp4"},
+          {"auth_token", login.token, ""},
+          {"auth_key", login.key, ""},
+          {"folder_id", kFolder, ""},
+          {"title", "A title", ""}};
 }
 
 void RunningService::ExpectNothingStored() const {
