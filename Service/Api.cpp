@@ -47,7 +47,7 @@ Response Api::LogIn(const Request& request, const std::string& body) {
   if (!sessions_.IsOpen(customer.id, key)) throw Refusal{403, kSessionExpired};
   const std::optional<User> user = catalog_.FindUser(customer.id, fields["username"]);
   {
-    std::lock_guard<std::mutex> lock(checking_);
+    std::lock_guard<std::mutex> lock(checking_[turn_++ % checking_.size()]);
     if (stopped_) throw Refusal{503, "The service is ending."};
     const bool right = VerifyPassword(fields["password"], user ? user->password_hash : NobodysHash());
     if (!right || !user) throw Refusal{403, "Invalid username or password."};

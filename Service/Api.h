@@ -1,6 +1,7 @@
 // The calls of the project API that a client makes before it uploads: login and lists.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <map>
 #include <mutex>
@@ -41,8 +42,9 @@ class Api {
 
   Catalog& catalog_;
   Sessions& sessions_;
-  // A check of a password takes much memory and all of a processor: one at a time.
-  std::mutex checking_;
+  // A check of a password takes memory and a processor for itself: two at a time.
+  std::array<std::mutex, 2> checking_;
+  std::atomic<unsigned int> turn_{0};
   std::atomic<bool> stopped_{false};
 };
 

@@ -56,7 +56,7 @@ void AddDemoData(Database& database, const std::string& password) {
   catalog.AddUser(nordlicht, "editor", HashPassword(password));
   AddProjects(catalog, acme, AcmeProjects());
   AddProjects(catalog, nordlicht, NordlichtProjects());
-  transaction.Commit();
+  transaction.commit();
 }
 
 }  // namespace orvane_service

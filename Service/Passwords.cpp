@@ -18,8 +18,8 @@ struct Cost {
   uint64_t p;
 };
 
-// 128 * n * r bytes of memory: 32 MiB.
-constexpr Cost kCost{1 << 15, 8, 1};
+// 128 * n * r bytes of memory: 16 MiB.
+constexpr Cost kCost{1 << 14, 8, 1};
 // A stored hash may ask for more than kCost, but not for all memory there is.
 constexpr uint64_t kMemoryLimit = 256ull << 20;
 constexpr size_t kSaltBytes = 16;

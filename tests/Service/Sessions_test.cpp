@@ -33,9 +33,9 @@ TEST(SessionsTest, KeysAndTokensExpireAndAreKeptAsHashesOnly) {
   EXPECT_FALSE(sessions.FindUser(acme, key, second));
 
   sessions.Open(acme);
-  orvane_service::Statement dump(database, "SELECT count(*) FROM sessions WHERE key_hash IN (?, ?) OR expires_at < ?");
-  dump.Bind(key).Bind(unused).Bind(now);
-  ASSERT_TRUE(dump.Step());
+  orvane_service::Statement dump(database, "SELECT count(*) FROM sessions WHERE key_hash IN (?, ?) OR expires_at < ?",
+                                 key, unused, now);
+  ASSERT_TRUE(dump.executeStep());
   EXPECT_EQ(dump.Integer(0), 0) << "expired sessions are removed, and no key is kept as it is";
 }
 
