@@ -38,7 +38,7 @@ class Api {
   void Stop() { stopped_ = true; }
 
  private:
-  void RequireSession(const std::map<std::string, std::string>& fields, const Customer& customer);
+  void RequireSession(std::map<std::string, std::string> fields, const Customer& customer);
 
   Catalog& catalog_;
   Sessions& sessions_;

@@ -108,11 +108,6 @@ std::optional<FileDetails> Catalog::FindFile(int64_t customer, const std::string
   return details;
 }
 
-int64_t Catalog::FileCount() {
-  Statement query(database_, "SELECT count(*) FROM files");
-  return query.executeStep() ? query.Integer(0) : 0;
-}
-
 bool Catalog::HasFile(const std::string& id) {
   Statement query(database_, "SELECT 1 FROM files WHERE id = ?", id);
   return query.executeStep();

@@ -8,47 +8,26 @@ constexpr int kSchemaVersion = 1;
 
 // Ids are never used twice (AUTOINCREMENT): a client may still hold the id of something that is gone.
 constexpr const char* kTables = R"sql(
-CREATE TABLE customers (
-  id INTEGER PRIMARY KEY AUTOINCREMENT,
-  subdomain TEXT NOT NULL UNIQUE,
-  apiver TEXT NOT NULL);
+CREATE TABLE customers (id INTEGER PRIMARY KEY AUTOINCREMENT, subdomain TEXT NOT NULL UNIQUE, apiver TEXT NOT NULL);
 CREATE TABLE users (
-  id INTEGER PRIMARY KEY AUTOINCREMENT,
-  customer_id INTEGER NOT NULL REFERENCES customers (id),
-  name TEXT NOT NULL,
-  password_hash TEXT NOT NULL,
-  UNIQUE (customer_id, name));
+  id INTEGER PRIMARY KEY AUTOINCREMENT, customer_id INTEGER NOT NULL REFERENCES customers (id),
+  name TEXT NOT NULL, password_hash TEXT NOT NULL, UNIQUE (customer_id, name));
 CREATE TABLE projects (
-  id INTEGER PRIMARY KEY AUTOINCREMENT,
-  customer_id INTEGER NOT NULL REFERENCES customers (id),
-  name TEXT NOT NULL);
+  id INTEGER PRIMARY KEY AUTOINCREMENT, customer_id INTEGER NOT NULL REFERENCES customers (id), name TEXT NOT NULL);
 CREATE TABLE folders (
-  id INTEGER PRIMARY KEY AUTOINCREMENT,
-  project_id INTEGER NOT NULL REFERENCES projects (id),
-  parent_id INTEGER REFERENCES folders (id),
-  name TEXT NOT NULL);
+  id INTEGER PRIMARY KEY AUTOINCREMENT, project_id INTEGER NOT NULL REFERENCES projects (id),
+  parent_id INTEGER REFERENCES folders (id), name TEXT NOT NULL);
 CREATE INDEX folders_by_parent ON folders (project_id, parent_id);
 CREATE TABLE files (
-  id TEXT PRIMARY KEY,
-  folder_id INTEGER NOT NULL REFERENCES folders (id),
-  user_id INTEGER NOT NULL REFERENCES users (id),
-  name TEXT NOT NULL,
-  title TEXT NOT NULL,
-  description TEXT NOT NULL,
-  size INTEGER NOT NULL,
-  sha256 TEXT NOT NULL,
-  uploaded_at INTEGER NOT NULL);
+  id TEXT PRIMARY KEY, folder_id INTEGER NOT NULL REFERENCES folders (id),
+  user_id INTEGER NOT NULL REFERENCES users (id), name TEXT NOT NULL, title TEXT NOT NULL,
+  description TEXT NOT NULL, size INTEGER NOT NULL, sha256 TEXT NOT NULL, uploaded_at INTEGER NOT NULL);
 CREATE TABLE tags (
-  file_id TEXT NOT NULL REFERENCES files (id),
-  position INTEGER NOT NULL,
-  tag TEXT NOT NULL,
+  file_id TEXT NOT NULL REFERENCES files (id), position INTEGER NOT NULL, tag TEXT NOT NULL,
   PRIMARY KEY (file_id, position));
 CREATE TABLE sessions (
-  key_hash TEXT PRIMARY KEY,
-  customer_id INTEGER NOT NULL REFERENCES customers (id),
-  user_id INTEGER REFERENCES users (id),
-  token_hash TEXT NOT NULL,
-  expires_at INTEGER NOT NULL);
+  key_hash TEXT PRIMARY KEY, customer_id INTEGER NOT NULL REFERENCES customers (id),
+  user_id INTEGER REFERENCES users (id), token_hash TEXT NOT NULL, expires_at INTEGER NOT NULL);
 CREATE INDEX sessions_by_expiry ON sessions (expires_at);
 )sql";
 

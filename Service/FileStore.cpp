@@ -23,7 +23,7 @@ constexpr uint64_t kSyncStep = 64 << 20;
 
 }  // namespace
 
-IncomingFile::IncomingFile(fs::path path) : path_(std::move(path)), digest_(EVP_MD_CTX_new()) {
+IncomingFile::IncomingFile(fs::path path) : path_(std::move(path)), digest_(EVP_MD_CTX_new(), EVP_MD_CTX_free) {
   if (!digest_ || EVP_DigestInit_ex(digest_.get(), EVP_sha256(), nullptr) != 1) {
     throw std::runtime_error("SHA-256 is not available");
   }
@@ -74,32 +74,13 @@ std::unique_ptr<IncomingFile> FileStore::Create() const {
 
 void FileStore::Keep(IncomingFile& file, const std::string& id) const {
   fs::rename(file.path_, PathOf(id));
-  file.path_.clear();
+  file.path_ = PathOf(id);
   // The new name is lost in a power cut unless the folder is on the disk too.
   const int folder = open(files_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder < 0) Fail("cannot open the folder");
   const int result = fsync(folder);
   close(folder);
   if (result != 0) Fail("cannot write the folder");
-}
-
-void FileStore::Remove(const std::string& id) const {
-  std::error_code ignored;
-  fs::remove(PathOf(id), ignored);
-}
-
-fs::path FileStore::PathOf(const std::string& id) const {
-  if (!IsIdentifier(id)) throw std::invalid_argument("not a file's id");
-  return files_ / id;
-}
-
-std::vector<std::string> FileStore::Ids() const {
-  std::vector<std::string> ids;
-  for (const fs::directory_entry& entry : fs::directory_iterator(files_)) {
-    const std::string name = entry.path().filename().string();
-    if (IsIdentifier(name)) ids.push_back(name);
-  }
-  return ids;
 }
 
 uint64_t FileStore::FreeBytes() const {

@@ -22,16 +22,12 @@ bool HasBoundary(const std::string& content_type) {
 
 FormReader::FormReader(const Request& request, Taker take) : take_(std::move(take)) {
   if (!HasBoundary(request.Header("Content-Type"))) return;
-  processor_ = MHD_create_post_processor(request.connection, kBufferBytes, &OnPiece, this);
-}
-
-FormReader::~FormReader() {
-  if (processor_ != nullptr) MHD_destroy_post_processor(processor_);
+  processor_.reset(MHD_create_post_processor(request.connection, kBufferBytes, &OnPiece, this));
 }
 
 void FormReader::Feed(const char* data, size_t size) {
   if (malformed_) return;
-  malformed_ = processor_ == nullptr || MHD_post_process(processor_, data, size) == MHD_NO;
+  malformed_ = processor_ == nullptr || MHD_post_process(processor_.get(), data, size) == MHD_NO;
   if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr));
   // Nobody sends anything before the first boundary, and the library looks for it with much effort.
   preamble_ += has_parts_ ? 0 : size;
@@ -39,8 +35,7 @@ void FormReader::Feed(const char* data, size_t size) {
 }
 
 bool FormReader::End() {
-  if (processor_ == nullptr) return false;
-  const bool complete = MHD_destroy_post_processor(std::exchange(processor_, nullptr)) == MHD_YES;
+  const bool complete = MHD_destroy_post_processor(processor_.release()) == MHD_YES;
   return complete && !malformed_ && has_parts_;
 }
 

@@ -1,10 +1,9 @@
 // A form with files (multipart/form-data), read as it comes by the web server's library.
 #pragma once
 
-#include <microhttpd.h>
-
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -29,7 +28,6 @@ class FormReader {
   using Taker = std::function<void(const FormPiece&)>;
 
   FormReader(const Request& request, Taker take);
-  ~FormReader();
   FormReader(const FormReader&) = delete;
   FormReader& operator=(const FormReader&) = delete;
 
@@ -47,7 +45,8 @@ class FormReader {
                             const char* content_type, const char* encoding, const char* data, uint64_t offset,
                             size_t size);
 
-  MHD_PostProcessor* processor_ = nullptr;
+  std::unique_ptr<MHD_PostProcessor, MHD_Result (*)(MHD_PostProcessor*)> processor_{nullptr,
+                                                                                    MHD_destroy_post_processor};
   const Taker take_;
   std::exception_ptr thrown_;
   bool malformed_ = false;

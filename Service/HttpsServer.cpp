@@ -51,18 +51,18 @@ int Request::ClientPort() const {
   return ntohs(reinterpret_cast<const sockaddr_in*>(info->client_addr)->sin_port);
 }
 
-Response::Response(int status, const std::string& body, const std::string& content_type)
-    : Response(status,
+Response::Response(int answer_status, const std::string& body, const std::string& type)
+    : Response(answer_status,
                MHD_create_response_from_buffer(body.size(), const_cast<char*>(body.data()), MHD_RESPMEM_MUST_COPY)) {
-  SetHeader("Content-Type", content_type);
+  SetHeader("Content-Type", type);
 }
 
-Response::Response(int status, MHD_Response* content) : status_(status), content_(content) {
-  if (content == nullptr) throw std::bad_alloc();
+Response::Response(int answer_status, MHD_Response* made) : status(answer_status), content(made, MHD_destroy_response) {
+  if (made == nullptr) throw std::bad_alloc();
 }
 
 void Response::SetHeader(const std::string& name, const std::string& value) {
-  MHD_add_response_header(content_.get(), name.c_str(), value.c_str());
+  MHD_add_response_header(content.get(), name.c_str(), value.c_str());
 }
 
 // One request. Its functions are called on the connection's thread, but for Exchange::Answer().
@@ -161,7 +161,7 @@ void HttpsServer::OnConnection(void* server, MHD_Connection* connection, void**,
 // Called when the head has come, then for each piece of the body, and then until there is an answer.
 MHD_Result HttpsServer::Advance(Call& call, const char* method, const char* data, size_t* size) {
   const auto send = [&call](const Response& response) {
-    return MHD_queue_response(call.connection, static_cast<unsigned int>(response.Status()), response.Content());
+    return MHD_queue_response(call.connection, static_cast<unsigned int>(response.status), response.content.get());
   };
   if (!call.exchange) {
     SetPatience(call.connection, limits_.idle);

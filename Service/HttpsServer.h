@@ -36,25 +36,16 @@ struct Request {
 };
 
 /// An answer.
-class Response {
- public:
-  Response(int status, const std::string& body, const std::string& content_type);
+struct Response {
+  Response(int answer_status, const std::string& body, const std::string& content_type);
 
   /// Takes over what MHD_create_response_...() returned. Throws std::bad_alloc if that is null.
-  Response(int status, MHD_Response* content);
+  Response(int answer_status, MHD_Response* made);
 
   void SetHeader(const std::string& name, const std::string& value);
 
-  int Status() const { return status_; }
-  MHD_Response* Content() const { return content_.get(); }
-
- private:
-  struct Destroyer {
-    void operator()(MHD_Response* content) const { MHD_destroy_response(content); }
-  };
-
-  int status_;
-  std::unique_ptr<MHD_Response, Destroyer> content_;
+  int status;
+  std::unique_ptr<MHD_Response, void (*)(MHD_Response*)> content;
 };
 
 /// What becomes of one request, from its head to its answer. Used by one thread at a time; destroyed when the answer

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "Answers.h"
+#include "Customers.h"
 #include "DemoData.h"
 #include "Html.h"
 #include "Secrets.h"
@@ -77,7 +78,7 @@ class Service::Visit : public Exchange {
     }
     if (!response) response = service_.Told(request_, thrown_);
     service_.Log(request_.method + " " + request_.Header("Host") + " " + request_.Path() + " " +
-                 std::to_string(response->Status()));
+                 std::to_string(response->status));
     return std::move(*response);
   }
 
@@ -106,7 +107,7 @@ class Service::Visit : public Exchange {
 Service::Service(ServiceOptions options)
     : options_(std::move(options)),
       folder_(options_.data),
-      authority_(folder_.Path() / "ca", options_.clock),
+      authority_(folder_.Path() / "ca"),
       database_(folder_.Path() / "orvane.db"),
       catalog_(database_),
       sessions_(database_, options_.clock),
@@ -116,11 +117,18 @@ Service::Service(ServiceOptions options)
       pages_(catalog_, files_),
       web_site_(options_.web_version, folder_.Path() / "downloads"),
       server_(
-          authority_.ServerIdentity(),
+          authority_.MakeServerIdentity(),
           [this](const Request& request) { return std::make_unique<Visit>(*this, request); }, options_.server,
           [this](const std::string& fault) { Log("fault: " + fault); }) {
-  if (catalog_.IsEmpty()) Seed();
-  ReportStrayFiles();
+  if (catalog_.IsEmpty()) {
+    demo_password_ = options_.demo_password.value_or(RandomHex(8));
+    AddDemoData(database_, *demo_password_);
+  }
+  // A crash between moving a file and recording it leaves one. It may be the only copy of somebody's work, so it is
+  // reported, not removed.
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.Path() / "files")) {
+    if (!catalog_.HasFile(entry.path().filename())) Log("no record of the file " + entry.path().string());
+  }
 }
 
 Service::~Service() {
@@ -136,19 +144,6 @@ void Service::Stop() {
   server_.Stop();
 }
 
-void Service::Seed() {
-  demo_password_ = options_.demo_password.value_or(RandomHex(8));
-  AddDemoData(database_, *demo_password_);
-}
-
-void Service::ReportStrayFiles() {
-  // A crash between moving a file and recording it leaves one. It may be the only copy of somebody's work, so it is
-  // reported, not removed.
-  for (const std::string& id : files_.Ids()) {
-    if (!catalog_.HasFile(id)) Log("no record of the file " + files_.PathOf(id).string());
-  }
-}
-
 Response Service::Route(const Request& request, const std::string& body) {
   const std::string path = request.Path();
   const bool gets = request.method == "GET" || request.method == "HEAD";
@@ -159,8 +154,10 @@ Response Service::Route(const Request& request, const std::string& body) {
   if (const auto project = CallIn(request, "get_folders/")) return api_.ListFolders(request, body, *project);
   if (IsApiPath(path)) throw Refusal{404, "The API has no such call."};
   if (!gets) return NotFoundPage();
-  if (path == "/") return web_site_.FrontPage(request);
-  if (const auto file = Behind(path, "/downloads/")) return web_site_.Download(request, *file);
+  if (ParseHost(request.Header("Host")) == "www") {
+    if (path == "/") return web_site_.FrontPage();
+    if (const auto file = Behind(path, "/downloads/")) return web_site_.Download(request, *file);
+  }
   if (const auto review = Behind(path, "/review/")) {
     const size_t slash = review->find('/');
     const std::string id = review->substr(0, slash);

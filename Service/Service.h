@@ -68,11 +68,9 @@ class Service {
 
   const std::filesystem::path& Data() const { return folder_.Path(); }
 
-  /// The certificate that clients trust.
-  const std::filesystem::path& AuthorityFile() const { return authority_.CertificateFile(); }
-
-  /// Its key, which nobody else should read.
-  const std::filesystem::path& AuthorityKey() const { return authority_.KeyFile(); }
+  /// The certificate that clients trust, and its key.
+  const std::filesystem::path& AuthorityFile() const { return authority_.Files().certificate; }
+  const std::filesystem::path& AuthorityKey() const { return authority_.Files().key; }
 
   /// The demo user's password if the data folder was new.
   const std::optional<std::string>& DemoPassword() const { return demo_password_; }
@@ -80,8 +78,6 @@ class Service {
  private:
   class Visit;
 
-  void Seed();
-  void ReportStrayFiles();
   Response Route(const Request& request, const std::string& body);
   Response Told(const Request& request, const std::exception_ptr& thrown);
   void Log(std::string line);

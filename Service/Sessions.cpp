@@ -12,11 +12,6 @@ std::string Sessions::Open(int64_t customer) {
   Statement(database_, "INSERT INTO sessions (key_hash, customer_id, token_hash, expires_at) VALUES (?, ?, '', ?)",
             Sha256Hex(key), customer, now + kKeyLifetime)
       .exec();
-  Statement(database_,
-            "DELETE FROM sessions WHERE rowid IN (SELECT rowid FROM sessions WHERE customer_id = ? AND user_id IS NULL"
-            " ORDER BY rowid DESC LIMIT -1 OFFSET ?)",
-            customer, kMaxWaitingKeys)
-      .exec();
   transaction.commit();
   return key;
 }

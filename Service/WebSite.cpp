@@ -3,7 +3,6 @@
 #include <fstream>
 
 #include "FileResponse.h"
-#include "HostNames.h"
 #include "Html.h"
 
 namespace orvane_service {
@@ -23,24 +22,15 @@ std::string WebSite::Version() const {
   return std::getline(file, line) ? line : kFirstVersion;
 }
 
-Response WebSite::FrontPage(const Request& request) const {
-  switch (ParseHost(request.Header("Host")).site) {
-    case Site::kWeb:
-      return Page(200, "Orvane",
-                  "<p>The plug-in's newest version is " + EscapeHtml(Version()) + ".</p>\n<p><a href=\"/downloads/" +
-                      kFolder + kInstaller + "\">Download it</a></p>\n");
-    case Site::kCustomer:
-      return Page(200, "Orvane", "<p>Uploaded files are shown under the link that their upload gave.</p>\n");
-    default:
-      return NotFoundPage();
-  }
+Response WebSite::FrontPage() const {
+  return Page(200, "Orvane",
+              "<p>The plug-in's newest version is " + EscapeHtml(Version()) + ".</p>\n<p><a href=\"/downloads/" +
+                  kFolder + kInstaller + "\">Download it</a></p>\n");
 }
 
 Response WebSite::Download(const Request& request, const std::string& file) const {
   const bool is_version = file == kFolder + "version.txt";
-  if (ParseHost(request.Header("Host")).site != Site::kWeb || (!is_version && file != kFolder + kInstaller)) {
-    return NotFoundPage();
-  }
+  if (!is_version && file != kFolder + kInstaller) return NotFoundPage();
   if (is_version) {
     Response response(200, Version(), "text/plain; charset=utf-8");
     response.SetHeader("Cache-Control", "no-cache");

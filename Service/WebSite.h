@@ -17,8 +17,7 @@ class WebSite {
   WebSite(std::optional<std::string> version, std::filesystem::path downloads)
       : version_(std::move(version)), downloads_(std::move(downloads)) {}
 
-  /// The site's front page; for a customer's address, a page that says what the address is for.
-  Response FrontPage(const Request& request) const;
+  Response FrontPage() const;
 
   /// A file below the site's "downloads": the version as text, without a line end; the installer, or a page that says
   /// that there is none.

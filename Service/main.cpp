@@ -1,5 +1,6 @@
 // orvane-service: the options of the command line, and the service's life from start to signal.
 #include <CLI/CLI.hpp>
+#include <glib.h>
 #include <signal.h>
 #include <sys/stat.h>
 
@@ -7,7 +8,6 @@
 #include <iostream>
 #include <string>
 
-#include "DataFolder.h"
 #include "Service.h"
 
 namespace {
@@ -70,14 +70,12 @@ int Run(ServiceOptions options) {
   // Blocked before any thread starts, so that no thread is interrupted and sigwait() below gets them.
   sigset_t signals;
   sigemptyset(&signals);
-  sigaddset(&signals, SIGTERM);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGHUP);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, signal);
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 
   // Passwords' hashes, keys and films are nobody else's business.
   umask(077);
-  if (options.data.empty()) options.data = orvane_service::DefaultDataFolder();
+  if (options.data.empty()) options.data = std::string(g_get_user_data_dir()) + "/orvane-service";
   options.log = [](const std::string& line) { std::cerr << "orvane-service: " << line << std::endl; };
   const bool password_was_given = options.demo_password.has_value();
   Service service(std::move(options));

@@ -7,7 +7,6 @@
 #include "Api.h"
 #include "FolderTree.h"
 #include "FormReader.h"
-#include "Service.h"
 
 namespace bench {
 
@@ -72,9 +71,9 @@ class SinkServer::Visit : public orvane_service::Exchange {
 };
 
 SinkServer::SinkServer(const std::filesystem::path& folder)
-    : authority_(folder, orvane_service::SystemTime),
-      server_(authority_.ServerIdentity(),
-              [this](const Request& request) { return std::make_unique<Visit>(*this, request); }) {
+    : authority_(folder), server_(authority_.MakeServerIdentity(), [this](const Request& request) {
+        return std::make_unique<Visit>(*this, request);
+      }) {
   server_.Start(0);
 }
 

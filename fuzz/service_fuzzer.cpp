@@ -8,9 +8,7 @@
 #include "Api.h"
 #include "Customers.h"
 #include "FileResponse.h"
-#include "HostNames.h"
 #include "Html.h"
-#include "Secrets.h"
 
 namespace {
 
@@ -28,9 +26,8 @@ void CheckRange(const std::string& text) {
 }
 
 void CheckHost(const std::string& text) {
-  const HostName host = ParseHost(text);
-  Require((host.site == Site::kCustomer) == !host.subdomain.empty());
-  Require(host.subdomain.find_first_of(".:ABCXYZ") == std::string::npos);
+  const std::optional<std::string> label = ParseHost(text);
+  Require(!label || (!label->empty() && label->find_first_of(".:ABCXYZ") == label->npos));
 }
 
 void CheckFields(const std::string& text) {
@@ -44,7 +41,6 @@ void CheckText(const std::string& text) {
 void CheckIds(const std::string& text) {
   const std::optional<int64_t> id = ParseId(text);
   Require(!id || *id > 0);
-  if (IsIdentifier(text)) Require(text.find_first_of("/.") == text.npos);
 }
 
 }  // namespace

@@ -121,9 +121,10 @@ class HeldServerTest : public RunningService {
     const std::string path_;
   };
 
-  HeldServerTest() : authority_(folder_.Path() / "ca", options_.clock) {
+  HeldServerTest() : authority_(folder_.Path() / "ca") {
     server_ = std::make_unique<HttpsServer>(
-        authority_.ServerIdentity(), [this](const Request& request) { return std::make_unique<Visit>(*this, request); },
+        authority_.MakeServerIdentity(),
+        [this](const Request& request) { return std::make_unique<Visit>(*this, request); },
         orvane_service::ServerLimits(), [this](const std::string&) { ++faults_; });
     server_->Start(0);
   }
@@ -155,7 +156,7 @@ class HeldServerTest : public RunningService {
 };
 
 TEST_F(HeldServerTest, OutlivesWhatIsThrown) {
-  const HttpsClient client(authority_.CertificateFile());
+  const HttpsClient client(authority_.Files().certificate);
   for (const char* path : {"/open", "/receive", "/answer", "/apart"}) {
     EXPECT_EQ(client.Post(Url(path), "body").status, -1) << path;
     EXPECT_EQ(client.Get(Url("/")).body, "answer") << path;
@@ -164,7 +165,7 @@ TEST_F(HeldServerTest, OutlivesWhatIsThrown) {
 }
 
 TEST_F(HeldServerTest, AnswersThatWaitKeepNobodyOut) {
-  const HttpsClient client(authority_.CertificateFile());
+  const HttpsClient client(authority_.Files().certificate);
   std::vector<std::thread> waiting;
   std::atomic<int> answered{0};
   for (int i = 0; i < 20; ++i) {
@@ -181,7 +182,7 @@ TEST_F(HeldServerTest, AnswersThatWaitKeepNobodyOut) {
 // The client goes on sending, which nobody takes while its answer waits: it is stuck, and hears of the end all the
 // same.
 TEST_F(HeldServerTest, StoppingTellsClientsAtOnce) {
-  RawConnection connection(Url(""), authority_.CertificateFile());
+  RawConnection connection(Url(""), authority_.Files().certificate);
   connection.Send("GET /held HTTP/1.1\r\nHost: www.orvane.localhost\r\n\r\n");
   ASSERT_TRUE(IsHolding(1));
   connection.SendUntilStuck(200);

@@ -59,7 +59,7 @@ void RunningService::ExpectNothingStored() const {
   EXPECT_TRUE(Eventually([&] { return Entries(data_ / "incoming").empty(); })) << "a temporary file is left";
   EXPECT_EQ(Entries(data_ / "files"), std::vector<std::string>());
   orvane_service::Database database(data_ / "orvane.db");
-  EXPECT_EQ(orvane_service::Catalog(database).FileCount(), 0);
+  EXPECT_FALSE(orvane_service::Statement(database, "SELECT 1 FROM files").executeStep());
 }
 
 void RunningService::ExpectRefused(const Reply& reply, int status) const {

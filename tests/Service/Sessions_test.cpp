@@ -39,29 +39,4 @@ TEST(SessionsTest, KeysAndTokensExpireAndAreKeptAsHashesOnly) {
   EXPECT_EQ(dump.Integer(0), 0) << "expired sessions are removed, and no key is kept as it is";
 }
 
-TEST(SessionsTest, AKeyThatNobodyUsesGivesWayToManyOthers) {
-  const TemporaryFolder folder;
-  Database database(folder.Path() / "orvane.db");
-  orvane_service::AddDemoData(database, "pw");
-  Catalog catalog(database);
-  const int64_t acme = catalog.FindCustomer("acme")->id;
-  const int64_t other = catalog.FindCustomer("nordlicht")->id;
-  Sessions sessions(database, [] { return int64_t{1000}; });
-  EXPECT_FALSE(sessions.IsAnyoneLoggedIn(acme));
-
-  const std::string used = sessions.Open(acme);
-  const std::string token = sessions.LogIn(acme, catalog.FindUser(acme, "editor")->id, used).value();
-  const std::string elsewhere = sessions.Open(other);
-  const std::string oldest = sessions.Open(acme);
-  for (int64_t i = 1; i < orvane_service::kMaxWaitingKeys; ++i) sessions.Open(acme);
-  EXPECT_TRUE(sessions.IsOpen(acme, oldest));
-  const std::string newest = sessions.Open(acme);
-  EXPECT_FALSE(sessions.IsOpen(acme, oldest));
-  EXPECT_TRUE(sessions.IsOpen(acme, newest));
-  EXPECT_TRUE(sessions.IsOpen(other, elsewhere));
-  EXPECT_TRUE(sessions.FindUser(acme, used, token));
-  EXPECT_TRUE(sessions.IsAnyoneLoggedIn(acme));
-  EXPECT_FALSE(sessions.IsAnyoneLoggedIn(other));
-}
-
 }  // namespace

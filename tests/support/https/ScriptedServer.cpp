@@ -27,9 +27,9 @@ struct Authority {
   }
 
   const TemporaryFolder folder;
-  CertificateAuthority authority{folder / "known", orvane_service::SystemTime};
-  const std::string file = authority.CertificateFile();
-  const Identity server = authority.ServerIdentity();
+  CertificateAuthority authority{folder / "known"};
+  const std::string file = authority.Files().certificate;
+  const Identity server = authority.MakeServerIdentity();
 };
 
 MHD_Result AddHeader(void* headers, MHD_ValueKind, const char* name, const char* value) {
