@@ -1,4 +1,5 @@
-// Clients of the service for tests: TLS is verified against the service's own authority.
+// A client of the service for tests, which can send what no proper client sends. TLS is verified against the service's
+// own authority.
 #pragma once
 
 #include <curl/curl.h>
@@ -12,11 +13,11 @@
 #include <vector>
 
 struct Reply {
-  /// -1 when there was no answer.
-  long status = -1;
-  std::string body;
+  /// 0 when there was no answer.
+  int status = 0;
   /// By their names in lower case.
   std::map<std::string, std::string> headers;
+  std::string body;
 
   /// The member "root" of the body; fails the test if the body is no such JSON.
   nlohmann::json Root() const;
@@ -28,36 +29,42 @@ struct Part {
 };
 using Parts = std::vector<Part>;
 
-/// Every host is looked for on 127.0.0.1. An address names host, port and path: "https://acme.orvane.localhost:1234/".
-class HttpsClient {
+/// The type of a form, the form without its end, and its end.
+constexpr const char* kFormType = "Content-Type: multipart/form-data; boundary=xyz\r\n";
+std::string FormText(const Parts& parts);
+constexpr const char* kFormEnd = "--xyz--\r\n";
+
+/// A connection, cut by the destructor: over TLS to "https://acme.orvane.localhost:1234", or bare with "http".
+class Connection {
  public:
-  explicit HttpsClient(std::filesystem::path authority) : authority_(std::move(authority)) {}
+  explicit Connection(const std::string& origin, const std::filesystem::path& authority = {});
 
-  /// With headers such as "Range: bytes=0-".
-  Reply Get(const std::string& url, const std::vector<std::string>& headers = {}) const;
-  Reply Post(const std::string& url, const std::string& body) const;
-  Reply PostForm(const std::string& url, const Parts& parts) const;
-
- private:
-  std::filesystem::path authority_;
-};
-
-/// A bare TLS connection to a host of the service, for requests that no proper client sends. Cut by the destructor.
-class RawConnection {
- public:
-  RawConnection(const std::string& origin, const std::filesystem::path& authority);
-
-  /// Sends everything. Returns false if the other side has ended the connection, or takes nothing for some seconds.
-  bool Send(std::string_view data);
-
-  /// Sends until the other side ends the connection, or has taken nothing for that many milliseconds.
-  void SendUntilStuck(int milliseconds);
+  /// Sends everything. Returns false if the other side ends the connection before, or takes nothing for that many
+  /// milliseconds.
+  bool Send(std::string_view data, int milliseconds = 20000);
 
   /// What has come when the other side ends the connection, or at a deadline.
-  std::string ReadToEnd();
+  Reply ReadToEnd();
 
  private:
   bool Await(short events, int milliseconds);
 
   std::unique_ptr<CURL, void (*)(CURL*)> curl_{curl_easy_init(), curl_easy_cleanup};
+};
+
+/// An address names host, port and path: "https://acme.orvane.localhost:1234/". Headers end in line ends.
+class HttpsClient {
+ public:
+  explicit HttpsClient(std::filesystem::path authority) : authority_(std::move(authority)) {}
+
+  Reply Get(const std::string& url, const std::string& headers = "") const { return Ask("GET", url, headers, ""); }
+  Reply Post(const std::string& url, const std::string& body, const std::string& headers = "") const;
+  Reply PostForm(const std::string& url, const Parts& parts) const;
+
+  /// A request of which only the method, the host and these headers and bytes are sent.
+  Reply Ask(const std::string& method, const std::string& url, const std::string& headers,
+            const std::string& body) const;
+
+ private:
+  std::filesystem::path authority_;
 };

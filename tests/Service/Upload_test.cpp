@@ -12,19 +12,31 @@ namespace {
 
 using nlohmann::json;
 
+const std::string kChunked = std::string(kFormType) + "Transfer-Encoding: chunked\r\n";
+
+std::string InChunks(const std::string& text, size_t size) {
+  std::string chunks;
+  for (size_t at = 0; at < text.size(); at += size) {
+    char head[32];
+    snprintf(head, sizeof(head), "%zx\r\n", std::min(size, text.size() - at));
+    chunks += head + text.substr(at, size) + "\r\n";
+  }
+  return chunks + "0\r\n\r\n";
+}
+
+// In bytes.
+size_t MemoryInUse() {
+  size_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages >> pages;
+  return pages * static_cast<size_t>(sysconf(_SC_PAGESIZE));
+}
+
 class UploadTest : public RunningService {
  protected:
-  // Replaces the content of a part.
-  static Parts With(Parts parts, const std::string& name, const std::string& content) {
-    for (auto& part : parts) {
-      if (part.name == name) part.content = content;
-    }
-    return parts;
-  }
-
-  static Parts Without(Parts parts, const std::string& name) {
-    parts.erase(std::remove_if(parts.begin(), parts.end(), [&](const auto& part) { return part.name == name; }),
-                parts.end());
+  // The parts of a good upload with another content of the one of that name.
+  Parts With(const std::string& name, const std::string& content) const {
+    Parts parts = UploadParts(login_);
+    std::find_if(parts.begin(), parts.end(), [&](const Part& part) { return part.name == name; })->content = content;
     return parts;
   }
 
@@ -32,57 +44,35 @@ class UploadTest : public RunningService {
   orvane_service::StoredFile Stored(const json& root) const {
     orvane_service::Database database(data_ / "orvane.db");
     orvane_service::Catalog catalog(database);
-    const auto details = catalog.FindFile(catalog.FindCustomer("acme")->id, root["payload"].value("id", ""));
-    EXPECT_TRUE(details.has_value()) << root;
-    return details ? details->file : orvane_service::StoredFile();
+    return catalog.FindFile(catalog.FindCustomer("acme")->id, root["payload"].value("id", "")).value().file;
   }
 
-  // The head of a request for an upload.
-  static std::string Head(const std::string& more, const std::string& base = "/api/prjacc") {
-    return "POST " + base + "/upload_file/1 HTTP/1.1\r\nHost: acme.orvane.localhost\r\nConnection: close\r\n" +
-           "Content-Type: multipart/form-data; boundary=xyz\r\n" + more + "\r\n\r\n";
+  // Begins a request that announces more than it sends.
+  Connection Begin(const std::string& path, const std::string& headers, const std::string& body) const {
+    Connection connection(Url("acme", ""), service_->AuthorityFile());
+    connection.Send("POST " + path + " HTTP/1.1\r\nHost: acme.orvane.localhost\r\n" + headers + "\r\n" + body);
+    return connection;
   }
 
-  // The head of a part of its form.
-  static std::string PartHead(const Part& part) {
-    const std::string file = part.file_name.empty() ? "" : "; filename=\"" + part.file_name + "\"";
-    return "--xyz\r\nContent-Disposition: form-data; name=\"" + part.name + "\"" + file + "\r\n\r\n";
-  }
-
-  RawConnection Connect() const { return {Url("acme", ""), service_->AuthorityFile()}; }
-
-  std::string Answer(const std::string& bytes) const {
-    RawConnection connection = Connect();
-    EXPECT_TRUE(connection.Send(bytes));
-    return connection.ReadToEnd();
-  }
-
-  // Begins an upload that announces more than it sends, and waits until some of it has come.
-  void SendHalf(RawConnection& connection) const {
-    connection.Send(Head("Content-Length: 100000000") + PartHead({"Filedata", "", "film.mp4"}) +
-                    std::string(3000000, 'v'));
-    ASSERT_TRUE(Eventually([&] { return !Entries(data_ / "incoming").empty(); }));
-  }
+  Login login_ = LogIn();
 };
 
 TEST_F(UploadTest, StoresTheFileWithEverythingThatCameWithIt) {
-  const std::string name = "Größe 東京 🎬 50%.mp4";
-  const std::string title = "Tïtle, with 'quotes' & <tags>";
-  const std::string description = "First line\r\n\r\n--second line--\n🎬";
-  const std::vector<std::string> tags = {"zwei", "eins", "東京", "zwei", "a,b;c"};
   // Several blocks of every buffer on the way, with line ends and dashes as boundaries have them.
   std::string content;
   for (int i = 0; content.size() < 5000000; ++i) content += "\r\n--" + std::to_string(i) + std::string(1, '\0');
-
-  Parts parts = With(UploadParts(LogIn(), content), "title", title);
-  parts[0].file_name = name;
+  const std::string title = "Tïtle, with 'quotes' & <tags>";
+  const std::string description = "First line\r\n\r\n--second line--\n🎬";
+  const std::vector<std::string> tags = {"zwei", "eins", "東京", "zwei", "a,b;c"};
+  Parts parts = With("title", title);
+  parts[0] = {"Filedata", content, "Größe 東京 🎬 %22 50%.mp4"};
   parts.push_back({"description", description, ""});
   for (const std::string& tag : tags) parts.push_back({"tags_array[]", tag, ""});
   const json root = client_.PostForm(UploadUrl(), parts).Root();
   ASSERT_EQ(root["status"], "success") << root;
 
   const orvane_service::StoredFile file = Stored(root);
-  EXPECT_EQ(file.name, name);
+  EXPECT_EQ(file.name, "Größe 東京 🎬 \" 50%.mp4");
   EXPECT_EQ(file.title, title);
   EXPECT_EQ(file.description, description);
   EXPECT_EQ(file.tags, tags);
@@ -93,37 +83,44 @@ TEST_F(UploadTest, StoresTheFileWithEverythingThatCameWithIt) {
 }
 
 TEST_F(UploadTest, RefusesFormsThatAreNotAccepted) {
-  const Login login = LogIn();
-  const Parts good = UploadParts(login);
-  Parts twice = good;
-  twice.push_back(good[0]);
-  Parts tagged = good;
-  tagged.insert(tagged.end(), orvane_service::kMaxTextBytes / orvane_service::kPartBytes, {"tags_array[]", "t", ""});
+  const Parts good = UploadParts(login_);
+  const auto without = [&good](size_t index) {
+    Parts parts = good;
+    parts.erase(parts.begin() + static_cast<long>(index));
+    return parts;
+  };
+  const auto and_also = [&good](size_t count, const Part& part) {
+    Parts parts = good;
+    parts.insert(parts.end(), count, part);
+    return parts;
+  };
   const struct {
     const char* what;
     Parts parts;
     int status;
   } cases[] = {
-      {"no token", Without(good, "auth_token"), 403},
-      {"token of another login", With(good, "auth_token", LogIn().token), 403},
+      {"no token", without(1), 403},
+      {"token of another login", With("auth_token", LogIn().token), 403},
       {"token of another customer", UploadParts(LogIn("nordlicht")), 403},
-      {"no folder", Without(good, "folder_id"), 404},
-      {"folder of another project", With(good, "folder_id", "8"), 404},
-      {"empty title", With(good, "title", ""), 400},
-      {"title that is not UTF-8", With(good, "title", "\xff\xfe"), 400},
-      {"title with a zero", With(good, "title", std::string("a\0b", 3)), 400},
-      {"no file", Without(good, "Filedata"), 400},
-      {"empty file", With(good, "Filedata", ""), 400},
-      {"two files", twice, 400},
-      {"long title", With(good, "title", std::string(orvane_service::kMaxTextBytes + 1, 't')), 413},
-      {"many tags", tagged, 413},
+      {"no folder", without(3), 404},
+      {"folder of another project", With("folder_id", "8"), 404},
+      {"empty title", With("title", ""), 400},
+      {"title that is not UTF-8", With("title", "\xff\xfe"), 400},
+      {"title with a zero", With("title", std::string("a\0b", 3)), 400},
+      {"two titles", and_also(1, {"title", "t", ""}), 400},
+      {"no file", without(0), 400},
+      {"empty file", With("Filedata", ""), 400},
+      {"two files", and_also(1, good[0]), 400},
+      {"long title", With("title", std::string(orvane_service::kMaxTextBytes + 1, 't')), 413},
+      {"many tags", and_also(orvane_service::kMaxTextBytes / orvane_service::kPartBytes, {"tags_array[]", "t", ""}),
+       413},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     ExpectRefused(client_.PostForm(UploadUrl(), c.parts), c.status);
   }
   ExpectRefused(client_.PostForm(UploadUrl("4000"), good), 404);
-  ExpectRefused(client_.Post(UploadUrl(), login.Body()), 415);
+  ExpectRefused(client_.Post(UploadUrl(), login_.Body()), 415);
   now_ += orvane_service::kTokenLifetime;
   ExpectRefused(client_.PostForm(UploadUrl(), good), 403);
 }
@@ -131,7 +128,7 @@ TEST_F(UploadTest, RefusesFormsThatAreNotAccepted) {
 TEST_F(UploadTest, NoNameInAnyFieldLeadsOutOfTheDataFolder) {
   for (const std::string name : {"../../escaped", "/tmp/escaped", ".."}) {
     SCOPED_TRACE(name);
-    Parts parts = With(UploadParts(LogIn()), "title", name);
+    Parts parts = With("title", name);
     parts[0].file_name = name;
     const json root = client_.PostForm(UploadUrl(), parts).Root();
     ASSERT_EQ(root["status"], "success") << root;
@@ -144,99 +141,71 @@ TEST_F(UploadTest, NoNameInAnyFieldLeadsOutOfTheDataFolder) {
 }
 
 TEST_F(UploadTest, AnUploadThatIsCutOffLeavesNothing) {
-  LogIn();
+  const std::string length = std::string(kFormType) + "Content-Length: 100000000\r\n";
+  const std::string film = FormText({{"Filedata", std::string(3000000, 'v'), "film.mp4"}});
+  const auto has_come = [this] { return !Entries(data_ / "incoming").empty(); };
   {
-    RawConnection connection = Connect();
-    SendHalf(connection);
+    const Connection connection = Begin("/api/prjacc/upload_file/1", length, film);
+    ASSERT_TRUE(Eventually(has_come));
   }
   ExpectNothingStored();
-  RawConnection connection = Connect();
-  SendHalf(connection);
-  const auto begin = std::chrono::steady_clock::now();
+  const Connection connection = Begin("/api/prjacc/upload_file/1", length, film);
+  ASSERT_TRUE(Eventually(has_come));
   service_->Stop();
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
   ExpectNothingStored();
 }
 
 TEST_F(UploadTest, TakesFormsInPiecesAndNoMalformedOnes) {
-  const auto in_chunks = [](const std::string& form, size_t size) {
-    std::string chunks;
-    for (size_t at = 0; at < form.size(); at += size) {
-      char head[32];
-      snprintf(head, sizeof(head), "%zx\r\n", std::min(size, form.size() - at));
-      chunks += head + form.substr(at, size) + "\r\n";
-    }
-    return chunks + "0\r\n\r\n";
-  };
-  std::string form;
-  for (const Part& part : UploadParts(LogIn())) form += PartHead(part) + part.content + "\r\n";
-  const std::string chunked = Head("Transfer-Encoding: chunked");
+  const std::string form = FormText(UploadParts(login_));
   for (const std::string& bad : {form, form + "--xy--\r\n", std::string("no form"), std::string(200000, '-')}) {
     SCOPED_TRACE(bad.substr(0, 100));
-    EXPECT_EQ(Answer(chunked + in_chunks(bad, 5000)).rfind("HTTP/1.1 400 ", 0), 0u);
+    ExpectRefused(client_.Ask("POST", UploadUrl(), kChunked, InChunks(bad, 5000)), 400);
   }
-  // A boundary of nothing but quotes, and none.
-  for (const std::string type : {"boundary=\"", "boundary=\"\"", "boundary="}) {
-    std::string head = Head("Content-Length: 0");
-    head.replace(head.find("boundary=xyz"), 12, type);
-    EXPECT_EQ(Answer(head).rfind("HTTP/1.1 415 ", 0), 0u) << type;
+  for (const std::string boundary : {"\"", "\"\"", ""}) {
+    ExpectRefused(client_.Post(UploadUrl(), "", "Content-Type: multipart/form-data; boundary=" + boundary + "\r\n"),
+                  415);
   }
-  ExpectNothingStored();
   for (const size_t size : {size_t{1}, size_t{7}, form.size()}) {
-    EXPECT_EQ(Answer(chunked + in_chunks(form + "--xyz--\r\n", size)).rfind("HTTP/1.1 200 ", 0), 0u) << size;
+    EXPECT_EQ(client_.Ask("POST", UploadUrl(), kChunked, InChunks(form + kFormEnd, size)).status, 200) << size;
   }
 }
 
 // What the head tells is answered before the body has come, if the client asks.
 TEST_F(UploadTest, RefusesEarlyWhatTheHeadTells) {
-  const std::string asking = "Expect: 100-continue\r\nContent-Length: ";
-  const std::string too_large = std::to_string(orvane_service::kMaxUploadBytes + 1);
-  EXPECT_EQ(Answer(Head(asking + "1000000")).rfind("HTTP/1.1 403 ", 0), 0u) << "nobody is logged in";
-  const Login login = LogIn();
-  EXPECT_EQ(Answer(Head(asking + "1000000", "/v3/api/prjacc")).rfind("HTTP/1.1 404 ", 0), 0u);
-  EXPECT_EQ(Answer(Head(asking + too_large)).rfind("HTTP/1.1 413 ", 0), 0u);
+  const auto ask = [this](const std::string& url, uint64_t length) {
+    const std::string asking = "Expect: 100-continue\r\nContent-Length: " + std::to_string(length) + "\r\n";
+    return client_.Ask("POST", url, kFormType + asking, "");
+  };
+  ExpectRefused(ask(Url("nordlicht", "/v3/api/prjacc/upload_file/4"), 1000000), 403);  // nobody is logged in there
+  ExpectRefused(ask(Url("acme", "/v3/api/prjacc/upload_file/1"), 1000000), 404);
+  ExpectRefused(ask(UploadUrl(), orvane_service::kMaxUploadBytes + 1), 413);
   options_.free_bytes = [] { return orvane_service::kReservedBytes + 8000000; };
   Restart();
-  EXPECT_EQ(Answer(Head(asking + "8000001")).rfind("HTTP/1.1 507 ", 0), 0u);
-  ExpectRefused(client_.PostForm(UploadUrl(), UploadParts(login, std::string(9000000, 'v'))), 507);
-  EXPECT_EQ(client_.PostForm(UploadUrl(), UploadParts(login, std::string(7000000, 'v'))).status, 200);
+  ExpectRefused(ask(UploadUrl(), 8000001), 507);
+  ExpectRefused(client_.PostForm(UploadUrl(), With("Filedata", std::string(9000000, 'v'))), 507);
+  EXPECT_EQ(client_.PostForm(UploadUrl(), With("Filedata", std::string(7000000, 'v'))).status, 200);
 }
 
 TEST_F(UploadTest, RefusesAFilmThatFillsTheDiskWhileItArrives) {
-  LogIn();
   options_.free_bytes = [this] {
     return orvane_service::kReservedBytes + (Entries(data_ / "incoming").empty() ? 1000 : -1);
   };
   Restart();
-  const std::string film = PartHead({"Filedata", "", "film.mp4"}) + std::string(3000000, 'v');
-  char size[32];
-  snprintf(size, sizeof(size), "%zx\r\n", film.size());
-  const std::string answer = Answer(Head("Transfer-Encoding: chunked") + size + film + "\r\n0\r\n\r\n");
-  EXPECT_EQ(answer.rfind("HTTP/1.1 507 ", 0), 0u) << answer;
-  ExpectNothingStored();
-}
-
-// In bytes.
-size_t MemoryInUse() {
-  size_t pages = 0;
-  std::ifstream("/proc/self/statm") >> pages >> pages;
-  return pages * static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  const std::string film = FormText(With("Filedata", std::string(3000000, 'v'))) + kFormEnd;
+  ExpectRefused(client_.Ask("POST", UploadUrl(), kChunked, InChunks(film, 5000)), 507);
 }
 
 TEST_F(UploadTest, NothingThatIsSentFillsTheMemory) {
-  LogIn();
-  const std::string endless = "Content-Length: 200000000";
-  for (const std::string& begun :
-       {Head(endless) + PartHead({"title", "", ""}), Head(endless) + "--damaged\r\n",
-        Head(endless) + PartHead({"unknown", "", ""}),
-        Head("Transfer-Encoding: chunked") + "5f5e100\r\n" + PartHead({"tags_array[]", "", ""}),
-        "POST /api/prjacc/prjacc HTTP/1.1\r\nHost: a\r\n" + endless + "\r\n\r\n"}) {
-    SCOPED_TRACE(begun);
-    RawConnection connection = Connect();
-    ASSERT_TRUE(connection.Send(begun));
+  const std::string endless = "Content-Length: 200000000\r\n";
+  const std::string dashes(1 << 20, '-');
+  for (const Part& part : Parts{{"title", "", ""}, {"unknown", "", ""}, {"tags_array[]", "", ""}, {"", "", ""}}) {
+    SCOPED_TRACE(part.name);
+    // Without a name: dashes where a form, or a call of the API, should be.
+    const std::string call = part.name.empty() ? "get_project_list" : "upload_file/1";
+    const std::string head = part.name.empty() ? "" : FormText({part});
+    Connection connection = Begin("/api/prjacc/" + call, kFormType + endless, head.substr(0, head.size() - 2));
     const size_t before = MemoryInUse();
-    const std::string piece(1 << 20, '-');
-    for (int i = 0; i < 90; ++i) ASSERT_TRUE(connection.Send(piece));
+    for (int i = 0; i < 90; ++i) ASSERT_TRUE(connection.Send(dashes));
     EXPECT_LT(MemoryInUse(), before + (64 << 20));
   }
 }
