@@ -44,6 +44,20 @@ TEST_F(ApiTest, RefusesLoginsThatAreWrong) {
   EXPECT_EQ(PostApi("/prjacc", key + right).Root()["status"], "success");
 }
 
+TEST_F(ApiTest, KeysAndTokensExpireAndAreReplaced) {
+  const Login first = LogIn();
+  const std::string again = "auth_key=" + first.key + "&username=editor&password=" + kPassword;
+  const std::string token = PostApi("/prjacc", again).Root()["payload"]["token"];
+  ExpectRefused(PostApi("/get_project_list", first.Body()), 403);
+  const std::string second = Login{first.key, token}.Body();
+  const std::string unused = client_.Get(Url("acme", "/api/prjacc/prjacc")).Root()["auth_key"];
+  now_ += orvane_service::kKeyLifetime;
+  ExpectRefused(PostApi("/prjacc", "auth_key=" + unused + "&username=editor&password=" + kPassword), 403);
+  EXPECT_EQ(PostApi("/get_project_list", second).status, 200);
+  now_ += orvane_service::kTokenLifetime - orvane_service::kKeyLifetime;
+  ExpectRefused(PostApi("/get_project_list", second), 403);
+}
+
 TEST_F(ApiTest, RefusesProjectsAndFoldersThatAreNotTheCallers) {
   const Login login = LogIn();
   const json foreign = client_.Post(Url("nordlicht", "/v3/api/prjacc/get_project_list"), LogIn("nordlicht").Body())

@@ -1,8 +1,8 @@
 // What one client sends, or does not send, and the others.
 #include "HttpsServer.h"
 
-#include <condition_variable>
 #include <deque>
+#include <future>
 #include <thread>
 
 #include "RunningService.h"
@@ -65,26 +65,23 @@ TEST_F(HttpsServerTest, EndsStalledClientsAndServesOthersMeanwhile) {
 // A server whose answer to "/held" waits until the test releases it.
 class HeldServerTest : public testing::Test {
  protected:
-  class Visit : public orvane_service::Exchange {
-   public:
-    Visit(HeldServerTest& test, const Request& request) : test_(test), path_(request.Path()) {
-      if (path_ == "/open") throw std::runtime_error("open");
-    }
-    bool MayWait() const override { return path_ == "/held" || path_ == "/apart"; }
-    void Receive(const char*, size_t) override {
-      if (path_ == "/receive") throw std::runtime_error("receive");
-    }
+  struct Visit : orvane_service::Exchange {
+    Visit(HeldServerTest& held, const Request& request) : test(held), path(request.Path()) { Meet("/open"); }
+    bool MayWait() const override { return path == "/held" || path == "/apart"; }
+    void Receive(const char*, size_t) override { Meet("/receive"); }
     Response Answer() override {
-      if (path_ == "/answer" || path_ == "/apart") throw std::bad_alloc();
-      std::unique_lock<std::mutex> lock(test_.mutex_);
-      if (path_ == "/held") ++test_.holding_;
-      test_.released_.wait(lock, [this] { return path_ == "/" || test_.release_; });
+      Meet("/answer");
+      Meet("/apart");
+      if (path == "/held") ++test.holding_;
+      if (path == "/held") test.released_.wait();
       return {200, "answer", "text/plain"};
     }
+    void Meet(const std::string& fault) const {
+      if (path == fault) throw std::runtime_error(fault);
+    }
 
-   private:
-    HeldServerTest& test_;
-    const std::string path_;
+    HeldServerTest& test;
+    const std::string path;
   };
 
   HeldServerTest() { server_.Start(0); }
@@ -93,27 +90,13 @@ class HeldServerTest : public testing::Test {
     return "https://www.orvane.localhost:" + std::to_string(server_.Port()) + path;
   }
 
-  void Release() {
-    std::lock_guard<std::mutex> lock(mutex_);
-    release_ = true;
-    released_.notify_all();
-  }
-
-  bool IsHolding(int wanted) {
-    return Eventually([&] {
-      std::lock_guard<std::mutex> lock(mutex_);
-      return holding_ == wanted;
-    });
-  }
-
   const TemporaryFolder folder_;
   const orvane_service::CertificateAuthority authority_{folder_.Path()};
   const HttpsClient client_{authority_.Files().certificate};
   std::atomic<int> faults_{0};
-  std::mutex mutex_;
-  std::condition_variable released_;
-  bool release_ = false;
-  int holding_ = 0;
+  std::atomic<int> holding_{0};
+  std::promise<void> release_;
+  const std::shared_future<void> released_{release_.get_future()};
   HttpsServer server_{authority_.MakeServerIdentity(),
                       [this](const Request& request) { return std::make_unique<Visit>(*this, request); },
                       orvane_service::ServerLimits(), [this](const std::string&) { ++faults_; }};
@@ -132,10 +115,10 @@ TEST_F(HeldServerTest, AnswersThatWaitKeepNobodyOut) {
   std::atomic<int> answered{0};
   for (int i = 0; i < 20; ++i)
     waiting.emplace_back([&] { answered += client_.Get(Url("/held")).status == 200 ? 1 : 0; });
-  EXPECT_TRUE(IsHolding(20));
+  EXPECT_TRUE(Eventually([this] { return holding_ == 20; }));
   EXPECT_EQ(client_.Get(Url("/")).status, 200);
   EXPECT_EQ(answered, 0);
-  Release();
+  release_.set_value();
   for (std::thread& thread : waiting) thread.join();
   EXPECT_EQ(answered, 20);
 }
@@ -145,14 +128,14 @@ TEST_F(HeldServerTest, AnswersThatWaitKeepNobodyOut) {
 TEST_F(HeldServerTest, StoppingTellsClientsAtOnce) {
   Connection connection(Url(""), authority_.Files().certificate);
   connection.Send("GET /held HTTP/1.1\r\nHost: www.orvane.localhost\r\n\r\n");
-  EXPECT_TRUE(IsHolding(1));
+  EXPECT_TRUE(Eventually([this] { return holding_ == 1; }));
   const std::string more(100 << 20, 'v');
   EXPECT_FALSE(connection.Send(more, 200));
   std::thread stopping([this] { server_.Stop(); });
   const auto begin = steady_clock::now();
   EXPECT_FALSE(connection.Send(more));
   EXPECT_LT(steady_clock::now() - begin, seconds(1));
-  Release();
+  release_.set_value();
   stopping.join();
 }
 
