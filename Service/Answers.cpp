@@ -3,25 +3,25 @@
 namespace orvane_service {
 namespace {
 
-void Answer(httplib::Response& response, const nlohmann::json& root) {
+using nlohmann::json;
+
+Response Answer(int status, const json& root) {
   // Text of unknown origin could be invalid UTF-8, which must not stop an answer.
-  const auto invalid = nlohmann::json::error_handler_t::replace;
-  response.set_content(nlohmann::json{{"root", root}}.dump(-1, ' ', false, invalid), "application/json");
-  response.set_header("Cache-Control", "no-store");
+  const std::string text = json{{"root", root}}.dump(-1, ' ', false, json::error_handler_t::replace);
+  Response response(status, text, "application/json");
+  response.SetHeader("Cache-Control", "no-store");
+  return response;
 }
 
 }  // namespace
 
-void AnswerSuccess(httplib::Response& response, const nlohmann::json& members) {
-  nlohmann::json root = members;
-  root["status"] = "success";
-  response.status = 200;
-  Answer(response, root);
+Response SuccessAnswer(json members) {
+  members["status"] = "success";
+  return Answer(200, members);
 }
 
-void AnswerRefusal(httplib::Response& response, const Refusal& refusal) {
-  response.status = refusal.status;
-  Answer(response, {{"status", "error"}, {"message", refusal.message}, {"payload", nlohmann::json::array()}});
+Response RefusalAnswer(const Refusal& refusal) {
+  return Answer(refusal.status, {{"status", "error"}, {"message", refusal.message}, {"payload", json::array()}});
 }
 
 }  // namespace orvane_service

@@ -1,10 +1,11 @@
 // The JSON answers of the API. Every answer is an object with the one member "root", which holds at least "status".
 #pragma once
 
-#include <httplib.h>
 #include <nlohmann/json.hpp>
 
 #include <string>
+
+#include "HttpsServer.h"
 
 namespace orvane_service {
 
@@ -19,11 +20,11 @@ struct Refusal {
 /// What a client is told whose key and token are not, or no longer, good.
 constexpr const char* kSessionExpired = "Your session has expired. Please log in again.";
 
-/// Sends {"root": {"status": "success", ...the members}}.
-void AnswerSuccess(httplib::Response& response, const nlohmann::json& members);
+/// {"root": {"status": "success", ...the members}}
+Response SuccessAnswer(nlohmann::json members);
 
-/// Sends {"root": {"status": "error", "message": ..., "payload": []}} with the HTTP status. A client that looks for a
-/// list finds an empty one.
-void AnswerRefusal(httplib::Response& response, const Refusal& refusal);
+/// {"root": {"status": "error", "message": ..., "payload": []}} with the HTTP status. A client that looks for a list
+/// finds an empty one.
+Response RefusalAnswer(const Refusal& refusal);
 
 }  // namespace orvane_service

@@ -97,9 +97,6 @@ class Catalog {
   /// A customer's file by its id.
   std::optional<FileDetails> FindFile(int64_t customer, const std::string& id);
 
-  /// Number of files of all customers.
-  int64_t FileCount();
-
   /// True if any customer has a file of this id.
   bool HasFile(const std::string& id);
 

@@ -3,34 +3,36 @@
 #include <algorithm>
 
 #include "Answers.h"
-#include "HostNames.h"
 
 namespace orvane_service {
 
-Customer CustomerOf(const httplib::Request& request, Catalog& catalog) {
-  const HostName host = ParseHost(request.get_header_value("Host"));
-  std::optional<Customer> customer;
-  if (host.site == Site::kCustomer) customer = catalog.FindCustomer(host.subdomain);
+std::optional<std::string> ParseHost(std::string_view header) {
+  std::string host(header.substr(0, header.find(':')));
+  std::transform(host.begin(), host.end(), host.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  if (host == kDomain) return "www";
+  const std::string label = host.substr(0, host.find('.'));
+  if (label.empty() || host != label + "." + std::string(kDomain)) return std::nullopt;
+  return label;
+}
+
+Customer CustomerOf(const Request& request, Catalog& catalog) {
+  const std::optional<std::string> label = ParseHost(request.Header("Host"));
+  const std::optional<Customer> customer = label ? catalog.FindCustomer(*label) : std::nullopt;
   if (!customer) throw Refusal{404, "There is no customer under this address."};
   return *customer;
 }
 
-std::string ApiBase(const Customer& customer) {
-  return customer.apiver == "3" ? "/api/prjacc" : "/v3/api/prjacc";
-}
-
-Customer CallerOf(const httplib::Request& request, Catalog& catalog) {
+Customer CallerOf(const Request& request, Catalog& catalog) {
   Customer customer = CustomerOf(request, catalog);
-  if (request.path.rfind(ApiBase(customer) + "/", 0) != 0) {
-    throw Refusal{404, "This address uses another version of the API."};
-  }
+  const std::string base = customer.apiver == "3" ? "/api/prjacc/" : "/v3/api/prjacc/";
+  if (request.Path().rfind(base, 0) != 0) throw Refusal{404, "This address uses another version of the API."};
   return customer;
 }
 
 std::optional<int64_t> ParseId(const std::string& text) {
   // 18 digits always fit.
-  if (text.empty() || text.size() > 18) return std::nullopt;
-  if (!std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; })) return std::nullopt;
+  if (text.empty() || text.size() > 18 || text.find_first_not_of("0123456789") != text.npos) return std::nullopt;
   const int64_t id = std::stoll(text);
   if (id == 0) return std::nullopt;
   return id;
@@ -44,10 +46,8 @@ int64_t ProjectOf(const std::string& id, const Customer& customer, Catalog& cata
 
 int64_t FolderOf(const std::string& id, int64_t project, Catalog& catalog) {
   const std::optional<int64_t> folder = ParseId(id);
-  if (!folder || !catalog.HasFolder(project, *folder)) {
-    throw Refusal{404, "This folder does not exist in the project."};
-  }
-  return *folder;
+  if (folder && catalog.HasFolder(project, *folder)) return *folder;
+  throw Refusal{404, "This folder does not exist in the project."};
 }
 
 }  // namespace orvane_service

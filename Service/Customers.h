@@ -1,23 +1,30 @@
-// From a request to the customer whose host it was sent to.
+// From a request to the customer whose host it was sent to, and to what is theirs.
 #pragma once
 
-#include <httplib.h>
-
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Catalog.h"
+#include "HttpsServer.h"
 
 namespace orvane_service {
 
+/// All host names of the service are this or end in a point and this. Names under "localhost" lead to this machine
+/// without being registered anywhere.
+constexpr std::string_view kDomain = "orvane.localhost";
+
+/// The label before the domain in a Host header with or without a port, in lower case: a customer's subdomain, or "www"
+/// for the web site, also for the bare domain. Nothing for a name that is none of the service's.
+std::optional<std::string> ParseHost(std::string_view header);
+
 /// The customer that the Host header names. Throws Refusal if there is none.
-Customer CustomerOf(const httplib::Request& request, Catalog& catalog);
+Customer CustomerOf(const Request& request, Catalog& catalog);
 
-/// Path under which the customer's clients make their calls after the login: it depends on the API's version.
-std::string ApiBase(const Customer& customer);
-
-/// As CustomerOf(). Throws Refusal also if the request's path is not below the customer's ApiBase().
-Customer CallerOf(const httplib::Request& request, Catalog& catalog);
+/// As CustomerOf(). Throws Refusal also if the request's path is not the one under which the customer's clients make
+/// their calls after the login: it depends on the API's version.
+Customer CallerOf(const Request& request, Catalog& catalog);
 
 /// Reads an id of a project or folder: a positive decimal number, digits only. Nothing for any other text.
 std::optional<int64_t> ParseId(const std::string& text);

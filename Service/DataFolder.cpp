@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
@@ -28,15 +27,6 @@ DataFolder::DataFolder(const fs::path& path) : path_(fs::absolute(path)) {
 
 DataFolder::~DataFolder() {
   close(lock_);
-}
-
-fs::path DefaultDataFolder() {
-  // The variable counts only when it is absolute; that is the convention of the systems that have it.
-  const char* data_home = getenv("XDG_DATA_HOME");
-  if (data_home != nullptr && data_home[0] == '/') return fs::path(data_home) / "orvane-service";
-  const char* home = getenv("HOME");
-  if (home == nullptr || home[0] == '\0') throw std::runtime_error("no data folder: HOME is not set; use --data");
-  return fs::path(home) / ".local" / "share" / "orvane-service";
 }
 
 }  // namespace orvane_service

@@ -24,8 +24,4 @@ class DataFolder {
   int lock_ = -1;
 };
 
-/// Where a service keeps its data unless told otherwise: "orvane-service" below $XDG_DATA_HOME, or below
-/// ~/.local/share. Throws std::runtime_error if neither is known.
-std::filesystem::path DefaultDataFolder();
-
 }  // namespace orvane_service

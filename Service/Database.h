@@ -1,22 +1,18 @@
-// The service's SQLite database: opening it, its tables, and statements that clean up after themselves.
+// The service's SQLite database and its tables, through SQLiteCpp.
 #pragma once
 
-#include <sqlite3.h>
+#include <SQLiteCpp/SQLiteCpp.h>
 
 #include <cstdint>
 #include <filesystem>
 #include <mutex>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 namespace orvane_service {
 
 /// A failure that SQLite reports, with its text.
-class DatabaseError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+using DatabaseError = SQLite::Exception;
 
 /// One connection for all threads. Statement and Transaction lock it for as long as they live, so what one thread does
 /// in a transaction never mixes with another's.
@@ -25,74 +21,50 @@ class Database {
   /// Opens the file, or creates it with all tables. Throws DatabaseError if it cannot be read, is no database, or was
   /// written by a newer release.
   explicit Database(const std::filesystem::path& file);
-  ~Database();
-  Database(const Database&) = delete;
-  Database& operator=(const Database&) = delete;
+
+  /// The key of the row that was inserted last. Call it while the Statement lives.
+  int64_t InsertedId() const { return connection_.getLastInsertRowid(); }
 
  private:
   friend class Statement;
   friend class Transaction;
+  using Lock = std::unique_lock<std::recursive_mutex>;
 
-  void Execute(const char* sql);
-  void CreateTables();
-  [[noreturn]] void Fail(const std::string& what) const;
-
-  sqlite3* connection_ = nullptr;
+  SQLite::Database connection_;
   std::recursive_mutex mutex_;
 };
 
-/// One SQL statement with its bound values.
-class Statement {
+/// One SQL statement with the values of its parameters, from left to right. Everything throws DatabaseError.
+class Statement : private Database::Lock, public SQLite::Statement {
  public:
-  /// Throws DatabaseError if the SQL is wrong.
-  Statement(Database& database, const char* sql);
-  ~Statement();
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
-
-  /// Bind the next parameter, from left to right. The text is copied.
-  Statement& Bind(int64_t value);
-  Statement& Bind(const std::string& text);
-  Statement& Bind(const std::optional<int64_t>& value);
-
-  /// Moves to the next row. Returns false after the last one. Throws DatabaseError.
-  bool Step();
-
-  /// Runs a statement that returns no rows. Throws DatabaseError.
-  void Run() { Step(); }
+  template <typename... Values>
+  Statement(Database& database, const char* sql, const Values&... values)
+      : Database::Lock(database.mutex_), SQLite::Statement(database.connection_, sql) {
+    int parameter = 0;
+    (Bind(++parameter, values), ...);
+  }
 
   /// Values of the current row; columns count from 0. NULL reads as 0 or as the empty text.
-  int64_t Integer(int column) const;
-  std::string Text(int column) const;
-
-  /// The key of the row that Run() inserted.
-  int64_t InsertedId() const;
-
-  /// The number of rows that Run() changed.
-  int Changes() const;
+  int64_t Integer(int column) const { return getColumn(column).getInt64(); }
+  std::string Text(int column) const { return getColumn(column).getString(); }
 
  private:
-  std::unique_lock<std::recursive_mutex> lock_;
-  Database& database_;
-  sqlite3_stmt* statement_ = nullptr;
-  int bound_ = 0;
+  template <typename Value>
+  void Bind(int parameter, const Value& value) {
+    bind(parameter, value);
+  }
+  void Bind(int parameter, const std::optional<int64_t>& value) {
+    // A parameter without a value is NULL.
+    if (value) bind(parameter, *value);
+  }
 };
 
-/// Everything between the construction and Commit() happens, or nothing. May not be nested.
-class Transaction {
+/// Everything between the construction and commit() happens, or nothing. May not be nested.
+class Transaction : private Database::Lock, public SQLite::Transaction {
  public:
-  explicit Transaction(Database& database);
-  /// Undoes what was not committed.
-  ~Transaction();
-  Transaction(const Transaction&) = delete;
-  Transaction& operator=(const Transaction&) = delete;
-
-  void Commit();
-
- private:
-  std::unique_lock<std::recursive_mutex> lock_;
-  Database& database_;
-  bool open_ = true;
+  explicit Transaction(Database& database)
+      : Database::Lock(database.mutex_),
+        SQLite::Transaction(database.connection_, SQLite::TransactionBehavior::IMMEDIATE) {}
 };
 
 }  // namespace orvane_service

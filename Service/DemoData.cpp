@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "Passwords.h"
+#include "Secrets.h"
 
 namespace orvane_service {
 namespace {
@@ -17,12 +17,6 @@ void AddFolders(Catalog& catalog, int64_t project, const std::optional<int64_t>&
   for (const Tree& tree : trees) {
     const int64_t folder = catalog.AddFolder(project, parent, tree.name);
     AddFolders(catalog, project, folder, tree.inside);
-  }
-}
-
-void AddProjects(Catalog& catalog, int64_t customer, const std::vector<Tree>& projects) {
-  for (const Tree& project : projects) {
-    AddFolders(catalog, catalog.AddProject(customer, project.name), std::nullopt, project.inside);
   }
 }
 
@@ -54,9 +48,13 @@ void AddDemoData(Database& database, const std::string& password) {
   const int64_t nordlicht = catalog.AddCustomer("nordlicht", "2");
   catalog.AddUser(acme, "editor", HashPassword(password));
   catalog.AddUser(nordlicht, "editor", HashPassword(password));
-  AddProjects(catalog, acme, AcmeProjects());
-  AddProjects(catalog, nordlicht, NordlichtProjects());
-  transaction.Commit();
+  for (const auto& [customer, projects] :
+       {std::pair(acme, AcmeProjects()), std::pair(nordlicht, NordlichtProjects())}) {
+    for (const Tree& project : projects) {
+      AddFolders(catalog, catalog.AddProject(customer, project.name), std::nullopt, project.inside);
+    }
+  }
+  transaction.commit();
 }
 
 }  // namespace orvane_service

@@ -5,26 +5,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <memory>
-#include <vector>
 
 namespace orvane_service {
 namespace {
-
-constexpr size_t kBlock = 256 * 1024;
-
-// An open file and the block through which it is sent.
-struct Source {
-  explicit Source(int fd) : descriptor(fd), block(kBlock) {}
-  ~Source() { close(descriptor); }
-  Source(const Source&) = delete;
-  Source& operator=(const Source&) = delete;
-
-  const int descriptor;
-  std::vector<char> block;
-};
 
 std::optional<uint64_t> ParseNumber(std::string_view text) {
   uint64_t number = 0;
@@ -33,77 +17,51 @@ std::optional<uint64_t> ParseNumber(std::string_view text) {
   return number;
 }
 
-bool SendBlock(Source& source, uint64_t offset, uint64_t length, httplib::DataSink& sink) {
-  const size_t wanted = static_cast<size_t>(std::min<uint64_t>(length, source.block.size()));
-  const ssize_t count = pread(source.descriptor, source.block.data(), wanted, static_cast<off_t>(offset));
-  // At 0 the file has become shorter; the connection is cut so that the client notices.
-  return count > 0 && sink.write(source.block.data(), static_cast<size_t>(count));
-}
-
-RangeRequest RangeFor(const httplib::Request& request, uint64_t size, const std::string& entity_tag) {
-  // A client that continues a download names the content that it has; other content is sent whole.
-  if (request.has_header("If-Range") && request.get_header_value("If-Range") != entity_tag) return {};
-  return ParseRange(request.get_header_value("Range"), size);
-}
-
 }  // namespace
 
-RangeRequest ParseRange(std::string_view header, uint64_t size) {
+std::optional<ByteRange> ParseRange(std::string_view header, uint64_t size) {
   constexpr std::string_view unit = "bytes=";
-  if (header.substr(0, unit.size()) != unit) return {};
-  header.remove_prefix(unit.size());
   const size_t dash = header.find('-');
-  if (dash == std::string_view::npos) return {};
-  const std::optional<uint64_t> first = ParseNumber(header.substr(0, dash));
-  const std::optional<uint64_t> last = ParseNumber(header.substr(dash + 1));
-  if (dash == 0 && last) {
+  if (header.substr(0, unit.size()) != unit || dash == header.npos) return std::nullopt;
+  const std::string_view begin = header.substr(unit.size(), dash - unit.size());
+  const std::string_view end = header.substr(dash + 1);
+  const std::optional<uint64_t> first = ParseNumber(begin);
+  const std::optional<uint64_t> last = ParseNumber(end);
+  if (begin.empty() && last) {
     // The last bytes.
     const uint64_t length = std::min(*last, size);
-    if (length == 0) return {RangeKind::kNotSatisfiable, {}};
-    return {RangeKind::kPart, {size - length, length}};
+    return ByteRange{size - length, length};
   }
-  const bool open_end = dash + 1 == header.size();
-  if (!first || (!last && !open_end) || (last && *last < *first)) return {};
-  if (*first >= size) return {RangeKind::kNotSatisfiable, {}};
-  const uint64_t end = last ? std::min(*last, size - 1) : size - 1;
-  return {RangeKind::kPart, {*first, end - *first + 1}};
+  if (!first || (!last && !end.empty()) || (last && *last < *first)) return std::nullopt;
+  if (*first >= size) return ByteRange{};
+  return ByteRange{*first, std::min(last.value_or(size - 1), size - 1) - *first + 1};
 }
 
-void SendFile(const httplib::Request& request, httplib::Response& response, const std::filesystem::path& path,
-              const std::string& content_type, const std::string& entity_tag) {
+std::optional<Response> FileResponse(const Request& request, const std::filesystem::path& path,
+                                     const std::string& content_type, const std::string& entity_tag) {
   const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  response.status = 404;
-  if (descriptor < 0) return;
-  auto source = std::make_shared<Source>(descriptor);
+  if (descriptor < 0) return std::nullopt;
   struct stat info {};
-  if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) return;
+  if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+    close(descriptor);
+    return std::nullopt;
+  }
   const uint64_t size = static_cast<uint64_t>(info.st_size);
-
-  const RangeRequest wanted = RangeFor(request, size, entity_tag);
-  if (wanted.kind == RangeKind::kNotSatisfiable) {
-    response.status = 416;
-    response.set_header("Content-Range", "bytes */" + std::to_string(size));
-    return;
+  // A client that continues a download names the content that it has; other content is sent whole.
+  const std::string condition = request.Header("If-Range");
+  std::optional<ByteRange> part;
+  if (condition.empty() || condition == entity_tag) part = ParseRange(request.Header("Range"), size);
+  const int status = !part ? 200 : part->length > 0 ? 206 : 416;
+  const ByteRange range = part.value_or(ByteRange{0, size});
+  Response response(status, MHD_create_response_from_fd_at_offset64(range.length, descriptor, range.offset));
+  if (part) {
+    const std::string sent = std::to_string(range.offset) + "-" + std::to_string(range.offset + range.length - 1);
+    response.SetHeader("Content-Range", "bytes " + (status == 206 ? sent : "*") + "/" + std::to_string(size));
   }
-  ByteRange range{0, size};
-  response.status = 200;
-  if (wanted.kind == RangeKind::kPart) {
-    range = wanted.range;
-    response.status = 206;
-    response.set_header("Content-Range", "bytes " + std::to_string(range.offset) + "-" +
-                                             std::to_string(range.offset + range.length - 1) + "/" +
-                                             std::to_string(size));
-  }
-  if (!response.has_header("Accept-Ranges")) response.set_header("Accept-Ranges", "bytes");
-  if (!entity_tag.empty()) response.set_header("ETag", entity_tag);
-  if (size == 0) {
-    response.set_content("", content_type);
-    return;
-  }
-  response.set_content_provider(range.length, content_type,
-                                [source, range](size_t offset, size_t length, httplib::DataSink& sink) {
-                                  return SendBlock(*source, range.offset + offset, length, sink);
-                                });
+  response.SetHeader("Content-Type", content_type);
+  response.SetHeader("Accept-Ranges", "bytes");
+  if (!entity_tag.empty()) response.SetHeader("ETag", entity_tag);
+  return response;
 }
 
 }  // namespace orvane_service

@@ -6,13 +6,13 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace orvane_service {
 
-/// A file that is arriving. Used by one thread. Deleted with this object unless FileStore::Keep() has moved it.
+/// A file that is arriving. Used by one thread at a time. Deleted with this object, unless it is released.
 class IncomingFile {
  public:
   ~IncomingFile();
@@ -22,8 +22,11 @@ class IncomingFile {
   /// Appends bytes. Throws std::system_error, for instance when the disk is full.
   void Write(const char* data, size_t size);
 
-  /// Writes out what is buffered and waits until everything is on the disk. Throws std::system_error.
+  /// Waits until everything is on the disk. Throws std::system_error.
   void Finish();
+
+  /// Lets the file stay where it is.
+  void Release() { path_.clear(); }
 
   /// Bytes written.
   uint64_t Size() const { return size_; }
@@ -34,17 +37,10 @@ class IncomingFile {
  private:
   friend class FileStore;
   explicit IncomingFile(std::filesystem::path path);
-  void Flush();
-
-  struct DigestDeleter {
-    void operator()(EVP_MD_CTX* context) const { EVP_MD_CTX_free(context); }
-  };
 
   std::filesystem::path path_;
   int descriptor_ = -1;
-  std::unique_ptr<EVP_MD_CTX, DigestDeleter> digest_;
-  std::vector<char> buffer_;
-  size_t buffered_ = 0;
+  std::unique_ptr<EVP_MD_CTX, void (*)(EVP_MD_CTX*)> digest_;
   uint64_t size_ = 0;
   uint64_t synced_ = 0;
   std::string sha256_;
@@ -54,23 +50,18 @@ class IncomingFile {
 class FileStore {
  public:
   /// Makes the folders if needed and removes what an earlier run left in "incoming". Throws
-  /// std::filesystem::filesystem_error.
-  explicit FileStore(const std::filesystem::path& folder);
+  /// std::filesystem::filesystem_error. The function tells how much is free on the disk, in bytes; without one, the
+  /// system is asked.
+  explicit FileStore(const std::filesystem::path& folder, std::function<uint64_t()> free_bytes = nullptr);
 
   /// Begins a new file. Throws std::system_error.
   std::unique_ptr<IncomingFile> Create() const;
 
-  /// Moves a finished file in place under the id (see RandomHex). Throws std::filesystem::filesystem_error.
+  /// Moves a finished file in place under the id (see RandomHex). Throws std::system_error.
   void Keep(IncomingFile& file, const std::string& id) const;
 
-  /// Undoes Keep().
-  void Remove(const std::string& id) const;
-
-  /// Where the file with the id is. Throws std::invalid_argument if the text is no id.
-  std::filesystem::path PathOf(const std::string& id) const;
-
-  /// The ids of all files there are.
-  std::vector<std::string> Ids() const;
+  /// Where the file with the id is.
+  std::filesystem::path PathOf(const std::string& id) const { return files_ / id; }
 
   /// Free space on the disk, in bytes.
   uint64_t FreeBytes() const;
@@ -78,6 +69,7 @@ class FileStore {
  private:
   std::filesystem::path incoming_;
   std::filesystem::path files_;
+  std::function<uint64_t()> free_bytes_;
 };
 
 }  // namespace orvane_service

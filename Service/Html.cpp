@@ -1,5 +1,7 @@
 #include "Html.h"
 
+#include <glib.h>
+
 namespace orvane_service {
 namespace {
 
@@ -13,51 +15,30 @@ constexpr const char* kStyle =
 
 }  // namespace
 
-std::string EscapeHtml(std::string_view text) {
-  std::string escaped;
-  escaped.reserve(text.size());
-  for (char c : text) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      case '\'':
-        escaped += "&#39;";
-        break;
-      default:
-        escaped += c;
-    }
-  }
+std::string EscapeHtml(const std::string& text) {
+  g_autofree char* valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
+  g_autofree char* escaped = g_markup_escape_text(valid, -1);
   return escaped;
 }
 
-void SendPage(httplib::Response& response, int status, const std::string& title, const std::string& body) {
-  response.status = status;
-  response.set_header("Content-Security-Policy",
-                      "default-src 'none'; media-src 'self'; style-src 'unsafe-inline'; base-uri 'none'; "
-                      "form-action 'none'; frame-ancestors 'none'");
-  response.set_header("X-Content-Type-Options", "nosniff");
-  response.set_header("Referrer-Policy", "no-referrer");
+Response Page(int status, const std::string& title, const std::string& body) {
   const std::string name = EscapeHtml(title);
-  response.set_content(
-      "<!DOCTYPE html>\n<html lang=\"en\">\n<head><meta charset=\"utf-8\">"
-      "<meta name=\"viewport\" content=\"width=device-width\">\n<title>" +
-          name + "</title>\n<style>" + kStyle + "</style></head>\n<body>\n<h1>" + name + "</h1>\n" + body +
-          "</body>\n</html>\n",
-      "text/html; charset=utf-8");
+  Response response(status,
+                    "<!DOCTYPE html>\n<html lang=\"en\">\n<head><meta charset=\"utf-8\">"
+                    "<meta name=\"viewport\" content=\"width=device-width\">\n<title>" +
+                        name + "</title>\n<style>" + kStyle + "</style></head>\n<body>\n<h1>" + name + "</h1>\n" +
+                        body + "</body>\n</html>\n",
+                    "text/html; charset=utf-8");
+  response.SetHeader("Content-Security-Policy",
+                     "default-src 'none'; media-src 'self'; style-src 'unsafe-inline'; base-uri 'none'; "
+                     "form-action 'none'; frame-ancestors 'none'");
+  response.SetHeader("X-Content-Type-Options", "nosniff");
+  response.SetHeader("Referrer-Policy", "no-referrer");
+  return response;
 }
 
-void SendNotFound(httplib::Response& response) {
-  SendPage(response, 404, "Not found", "<p>There is nothing at this address.</p>\n");
+Response NotFoundPage() {
+  return Page(404, "Not found", "<p>There is nothing at this address.</p>\n");
 }
 
 }  // namespace orvane_service

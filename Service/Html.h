@@ -1,21 +1,20 @@
 // The few pieces of HTML that the pages are made of.
 #pragma once
 
-#include <httplib.h>
-
 #include <string>
-#include <string_view>
+
+#include "HttpsServer.h"
 
 namespace orvane_service {
 
-/// Makes text safe inside elements and quoted attributes.
-std::string EscapeHtml(std::string_view text);
+/// Makes text safe inside elements and quoted attributes. What is not UTF-8 is replaced.
+std::string EscapeHtml(const std::string& text);
 
-/// Sends a whole page. The title is plain text, the body is HTML. No script runs on it, and it loads nothing from
-/// elsewhere, whatever the body holds.
-void SendPage(httplib::Response& response, int status, const std::string& title, const std::string& body);
+/// A whole page. The title is plain text, the body is HTML. No script runs on it, and it loads nothing from elsewhere,
+/// whatever the body holds.
+Response Page(int status, const std::string& title, const std::string& body);
 
-/// Sends a page that says that nothing is at this address.
-void SendNotFound(httplib::Response& response);
+/// A page that says that nothing is at this address.
+Response NotFoundPage();
 
 }  // namespace orvane_service

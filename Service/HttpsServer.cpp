@@ -1,216 +1,225 @@
 #include "HttpsServer.h"
 
 #include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/tcp.h>
+#include <strings.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <cstring>
+#include <fstream>
+#include <iterator>
+#include <new>
+#include <optional>
 #include <stdexcept>
-
-#include "RequestStream.h"
-#include "TlsStream.h"
+#include <system_error>
+#include <thread>
 
 namespace orvane_service {
 namespace {
 
-constexpr int kKeepAliveRequests = 100;
-// Clients that the system keeps until they are accepted: a burst waits here, and does not have to connect again.
-constexpr int kBacklog = 1024;
-// Connections that were cut and whose threads have not ended yet. They do so at once, unless the machine is overloaded.
-constexpr size_t kEnding = 100;
-// Until another try when something is lacking; clients keep waiting.
-constexpr std::chrono::milliseconds kPause(10);
-constexpr int kTriesForRoom = 100;
+constexpr unsigned int kThreads = 4;
+// For a request's head, and for what is read of its body at a time.
+constexpr size_t kConnectionBytes = 32 * 1024;
 
-// The library never sees such a request.
-void AnswerBadHead(httplib::Stream& stream, int status) {
-  stream.write("HTTP/1.1 " + std::to_string(status) + " Refused\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
+std::string ReadText(const std::filesystem::path& file) {
+  std::ifstream stream(file);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// The client is told at once, even if it is stuck because nobody takes what it sends: an orderly end would wait behind
+// that.
+void Reset(int socket) {
+  sockaddr nobody{};
+  nobody.sa_family = AF_UNSPEC;
+  connect(socket, &nobody, sizeof(nobody));
+}
+
+void SetPatience(MHD_Connection* connection, std::chrono::seconds time) {
+  MHD_set_connection_option(connection, MHD_CONNECTION_OPTION_TIMEOUT, static_cast<unsigned int>(time.count()));
 }
 
 }  // namespace
 
-HttpsServer::HttpsServer(const Identity& identity, const ServerLimits& limits)
-    : SSLServer(identity.certificate.c_str(), identity.key.c_str()), limits_(limits) {
-  if (!is_valid() || SSL_CTX_set_min_proto_version(ssl_context(), TLS1_2_VERSION) != 1) {
-    throw std::runtime_error("the server's certificate cannot be used");
-  }
-  set_keep_alive_max_count(kKeepAliveRequests);
+std::string Request::Header(const char* name) const {
+  const char* value = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, name);
+  return value == nullptr ? std::string() : value;
 }
+
+int Request::ClientPort() const {
+  const auto* info = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
+  return ntohs(reinterpret_cast<const sockaddr_in*>(info->client_addr)->sin_port);
+}
+
+Response::Response(int answer_status, const std::string& body, const std::string& type)
+    : Response(answer_status,
+               MHD_create_response_from_buffer(body.size(), const_cast<char*>(body.data()), MHD_RESPMEM_MUST_COPY)) {
+  SetHeader("Content-Type", type);
+}
+
+Response::Response(int answer_status, MHD_Response* made) : status(answer_status), content(made, MHD_destroy_response) {
+  if (made == nullptr) throw std::bad_alloc();
+}
+
+void Response::SetHeader(const std::string& name, const std::string& value) {
+  MHD_add_response_header(content.get(), name.c_str(), value.c_str());
+}
+
+// One request. Its functions are called on the connection's thread, but for Exchange::Answer().
+struct HttpsServer::Call {
+  ~Call() {
+    if (thread.joinable()) thread.join();
+  }
+
+  MHD_Connection* const connection;
+  std::string target;
+  std::unique_ptr<Exchange> exchange;
+  std::thread thread;
+  // Set by that thread unless it fails.
+  std::optional<Response> response;
+};
+
+HttpsServer::HttpsServer(Identity identity, Opener open, const ServerLimits& limits,
+                         std::function<void(const std::string&)> log)
+    : identity_(std::move(identity)), open_(std::move(open)), limits_(limits), log_(std::move(log)) {}
 
 HttpsServer::~HttpsServer() {
   Stop();
-  if (svr_sock_ != INVALID_SOCKET) close(svr_sock_);
 }
 
-int HttpsServer::Bind(int port) {
-  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  if (listener < 0) throw std::runtime_error(std::string("no socket: ") + strerror(errno));
-  // The library stops to send content when it has none.
-  svr_sock_ = listener;
-  const int on = 1;
-  setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof(on));
+void HttpsServer::Start(int port) {
+  const std::string certificate = ReadText(identity_.certificate);
+  const std::string key = ReadText(identity_.key);
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(static_cast<uint16_t>(port));
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t length = sizeof(address);
-  auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  if (bind(listener, generic, length) != 0 || ::listen(listener, kBacklog) != 0 ||
-      getsockname(listener, generic, &length) != 0) {
+  // The links of uploads name it, and a client may come before this function returns.
+  port_ = port;
+  errno = 0;
+  daemon_ = MHD_start_daemon(MHD_USE_POLL_INTERNAL_THREAD | MHD_USE_TLS | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr,
+                             &OnRequest, this, MHD_OPTION_SOCK_ADDR, &address, MHD_OPTION_HTTPS_MEM_CERT,
+                             certificate.c_str(), MHD_OPTION_HTTPS_MEM_KEY, key.c_str(), MHD_OPTION_HTTPS_PRIORITIES,
+                             "NORMAL:-VERS-ALL:+VERS-TLS1.3:+VERS-TLS1.2", MHD_OPTION_THREAD_POOL_SIZE, kThreads,
+                             MHD_OPTION_CONNECTION_LIMIT, limits_.connections, MHD_OPTION_CONNECTION_TIMEOUT,
+                             static_cast<unsigned int>(limits_.first.count()), MHD_OPTION_CONNECTION_MEMORY_LIMIT,
+                             kConnectionBytes, MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_URI_LOG_CALLBACK, &OnTarget,
+                             this, MHD_OPTION_NOTIFY_COMPLETED, &OnEnd, this, MHD_OPTION_NOTIFY_CONNECTION,
+                             &OnConnection, this, MHD_OPTION_END);
+  if (daemon_ == nullptr) {
     throw std::runtime_error("port " + std::to_string(port) + " is in use or not allowed: " + strerror(errno));
   }
-  return ntohs(address.sin_port);
-}
-
-void HttpsServer::Listen() {
-  listener_ = std::thread([this] { Accept(); });
-}
-
-int HttpsServer::Start(int port) {
-  const int bound = Bind(port);
-  Listen();
-  return bound;
+  port_ = MHD_get_daemon_info(daemon_, MHD_DAEMON_INFO_BIND_PORT)->port;
 }
 
 void HttpsServer::Stop() {
-  if (!listener_.joinable()) return;
-  // Wakes the thread that accepts.
-  shutdown(svr_sock_, SHUT_RDWR);
-  listener_.join();
-  close(svr_sock_.exchange(INVALID_SOCKET));
+  if (daemon_ == nullptr) return;
+  const int listener = MHD_quiesce_daemon(daemon_);
   {
-    std::lock_guard<std::mutex> lock(mutex_);
-    for (Client& client : clients_) {
-      if (!client.ended) client.connection.Cut();
-    }
+    std::unique_lock<std::mutex> lock(mutex_);
+    stopping_ = true;
+    for (const int socket : sockets_) Reset(socket);
+    answered_.wait(lock, [this] { return answering_ == 0; });
   }
-  for (Client& client : clients_) client.thread.join();
-  clients_.clear();
+  MHD_stop_daemon(daemon_);
+  daemon_ = nullptr;
+  close(listener);
 }
 
-void HttpsServer::Accept() {
-  for (;;) {
-    const int socket = accept4(svr_sock_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
-    if (socket >= 0) {
-      Admit(socket);
-    } else if (errno == EINVAL || errno == EBADF) {
-      return;
-    } else if (errno != EINTR && errno != ECONNABORTED) {
-      std::this_thread::sleep_for(kPause);
-    }
-    JoinEnded();
-  }
+void* HttpsServer::OnTarget(void*, const char* target, MHD_Connection* connection) {
+  return new Call{connection, target, nullptr, {}, {}};
 }
 
-void HttpsServer::Admit(int socket) {
-  const int on = 1;
-  setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
-  std::unique_lock<std::mutex> lock(mutex_);
+MHD_Result HttpsServer::OnRequest(void* server, MHD_Connection*, const char*, const char* method, const char*,
+                                  const char* data, size_t* size, void** call) {
+  auto* const self = static_cast<HttpsServer*>(server);
   try {
-    // After a burst, threads may not have come to wait for their clients yet. New clients wait in the backlog.
-    for (int tries = 0; !MakeRoom(); ++tries) {
-      if (tries == kTriesForRoom) throw std::runtime_error("too many connections are busy");
-      lock.unlock();
-      std::this_thread::sleep_for(kPause);
-      JoinEnded();
-      lock.lock();
-    }
-    Client& client = clients_.emplace_back(socket, limits_.patience);
-    try {
-      client.thread = std::thread([this, &client] { Run(client); });
-    } catch (...) {
-      clients_.pop_back();
-      throw;
-    }
-  } catch (const std::exception& exception) {
-    close(socket);
-    if (fault_log_) fault_log_(exception.what());
-  }
-}
-
-// When all connections are in use, the one that has waited longest for its client ends: those who do what they came for
-// hardly ever wait. Returns false if there is no such one. The caller holds the lock.
-bool HttpsServer::MakeRoom() {
-  size_t in_use = 0;
-  Client* longest = nullptr;
-  int64_t longest_since = 0;
-  for (Client& client : clients_) {
-    if (client.cut || client.ended) continue;
-    ++in_use;
-    const int64_t since = client.connection.WaitingSince();
-    if (since == 0 || (longest != nullptr && since >= longest_since)) continue;
-    longest = &client;
-    longest_since = since;
-  }
-  if (in_use < limits_.connections) return true;
-  if (longest == nullptr || clients_.size() >= limits_.connections + kEnding) return false;
-  longest->cut = true;
-  longest->connection.Cut();
-  return true;
-}
-
-void HttpsServer::JoinEnded() {
-  std::list<Client> ended;
-  {
-    std::lock_guard<std::mutex> lock(mutex_);
-    for (auto client = clients_.begin(); client != clients_.end();) {
-      const auto next = std::next(client);
-      if (client->ended) ended.splice(ended.end(), clients_, client);
-      client = next;
-    }
-  }
-  for (Client& client : ended) client.thread.join();
-}
-
-void HttpsServer::Run(Client& client) {
-  try {
-    Serve(client.connection);
-  } catch (const std::exception& exception) {
-    // Nothing that one connection does may end the others.
-    if (fault_log_) fault_log_(exception.what());
+    return self->Advance(*static_cast<Call*>(*call), method, data, size);
   } catch (...) {
-    if (fault_log_) fault_log_("unknown");
+    self->Report(std::current_exception());
+    return MHD_NO;
   }
-  // Under the lock, so that nobody cuts a socket that has got the same number in the meantime.
-  std::lock_guard<std::mutex> lock(mutex_);
-  client.ended = true;
-  close(client.connection.Socket());
 }
 
-void HttpsServer::Serve(Connection& connection) {
-  const Patience& patience = limits_.patience;
-  TlsStream stream(ssl_context(), connection);
-  connection.BeginStage(patience.handshake);
-  if (!stream.Accept()) return;
-  bool unread = false;
-  bool ended = false;
-  for (size_t left = keep_alive_max_count_; left > 0 && !ended; --left) {
-    connection.BeginStage(patience.idle);
-    if (!stream.WaitForData()) break;
-    connection.BeginStage(patience.head);
-    RequestStream request(stream);
-    try {
-      if (!request.ReadHead()) break;
-    } catch (const BadHead& bad) {
-      AnswerBadHead(stream, bad.status);
-      unread = true;
-      break;
-    }
-    connection.BeginBody();
-    const bool last = left == 1 || request.Head().close;
-    bool closed = false;
-    const bool ok = process_request(request, last, closed, [&](httplib::Request& filled) {
-      request.FillIn(filled);
-      if (request_hook_) request_hook_(filled);
-    });
-    unread = request.HasUnreadBody();
-    ended = !ok || last || closed || unread;
+void HttpsServer::OnEnd(void* server, MHD_Connection* connection, void** call, MHD_RequestTerminationCode) {
+  delete static_cast<Call*>(*call);
+  *call = nullptr;
+  SetPatience(connection, static_cast<HttpsServer*>(server)->limits_.first);
+}
+
+void HttpsServer::OnConnection(void* server, MHD_Connection* connection, void**, MHD_ConnectionNotificationCode what) {
+  auto* const self = static_cast<HttpsServer*>(server);
+  const int socket = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
+  std::lock_guard<std::mutex> lock(self->mutex_);
+  if (what == MHD_CONNECTION_NOTIFY_STARTED) {
+    self->sockets_.insert(socket);
+  } else {
+    self->sockets_.erase(socket);
   }
-  stream.Close(unread);
+}
+
+// Called when the head has come, then for each piece of the body, and then until there is an answer.
+MHD_Result HttpsServer::Advance(Call& call, const char* method, const char* data, size_t* size) {
+  const auto send = [&call](const Response& response) {
+    return MHD_queue_response(call.connection, static_cast<unsigned int>(response.status), response.content.get());
+  };
+  if (!call.exchange) {
+    SetPatience(call.connection, limits_.idle);
+    const Request request{call.connection, method, std::move(call.target)};
+    call.exchange = open_(request);
+    const bool asks = strcasecmp(request.Header("Expect").c_str(), "100-continue") == 0;
+    return asks && !call.exchange->WantsBody() ? send(call.exchange->Answer()) : MHD_YES;
+  }
+  if (*size > 0) {
+    call.exchange->Receive(data, *size);
+    *size = 0;
+    return MHD_YES;
+  }
+  if (call.thread.joinable()) {
+    call.thread.join();
+    return call.response ? send(*call.response) : MHD_NO;
+  }
+  return call.exchange->MayWait() ? AnswerApart(call) : send(call.exchange->Answer());
+}
+
+MHD_Result HttpsServer::AnswerApart(Call& call) {
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (stopping_) return MHD_NO;
+    ++answering_;
+  }
+  const auto resume = [this, &call] {
+    MHD_resume_connection(call.connection);
+    std::lock_guard<std::mutex> lock(mutex_);
+    --answering_;
+    answered_.notify_all();
+  };
+  MHD_suspend_connection(call.connection);
+  try {
+    call.thread = std::thread([this, &call, resume] {
+      try {
+        call.response = call.exchange->Answer();
+      } catch (...) {
+        Report(std::current_exception());
+      }
+      resume();
+    });
+  } catch (const std::system_error&) {
+    // There are too many threads now; it is tried again at once.
+    resume();
+  }
+  return MHD_YES;
+}
+
+void HttpsServer::Report(const std::exception_ptr& fault) const {
+  if (!log_) return;
+  try {
+    std::rethrow_exception(fault);
+  } catch (const std::exception& exception) {
+    log_(exception.what());
+  } catch (...) {
+    log_("unknown");
+  }
 }
 
 }  // namespace orvane_service

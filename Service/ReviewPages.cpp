@@ -1,12 +1,12 @@
 #include "ReviewPages.h"
 
+#include <glib.h>
+
 #include <algorithm>
-#include <cstdio>
-#include <ctime>
 #include <map>
 
+#include "Customers.h"
 #include "FileResponse.h"
-#include "HostNames.h"
 #include "Html.h"
 
 namespace orvane_service {
@@ -14,43 +14,9 @@ namespace {
 
 constexpr const char* kOtherType = "application/octet-stream";
 
-std::string SizeText(int64_t bytes) {
-  static const char* const units[] = {"bytes", "kB", "MB", "GB"};
-  double amount = static_cast<double>(bytes);
-  int unit = 0;
-  while (amount >= 1000 && unit < 3) {
-    amount /= 1000;
-    ++unit;
-  }
-  char text[64];
-  snprintf(text, sizeof(text), unit == 0 ? "%.0f %s" : "%.1f %s", amount, units[unit]);
-  return unit == 0 ? text : std::string(text) + " (" + std::to_string(bytes) + " bytes)";
-}
-
-std::string TimeText(int64_t seconds) {
-  const time_t time = seconds;
-  tm parts{};
-  gmtime_r(&time, &parts);
-  char text[64];
-  strftime(text, sizeof(text), "%Y-%m-%d %H:%M UTC", &parts);
-  return text;
-}
-
-// The name for the browser's save dialog. Folder separators become harmless, everything else is kept.
+// With the name for the browser's save dialog.
 std::string Disposition(const std::string& file_name, bool inline_allowed) {
-  static const char digits[] = "0123456789ABCDEF";
-  std::string encoded;
-  for (unsigned char c : file_name) {
-    const bool plain =
-        (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '.' || c == '-';
-    if (plain) {
-      encoded += static_cast<char>(c);
-    } else if (c == '/' || c == '\\') {
-      encoded += '_';
-    } else {
-      encoded += {'%', digits[c >> 4], digits[c & 15]};
-    }
-  }
+  g_autofree char* encoded = g_uri_escape_string(file_name.c_str(), nullptr, FALSE);
   return std::string(inline_allowed ? "inline" : "attachment") + "; filename*=UTF-8''" + encoded;
 }
 
@@ -60,6 +26,9 @@ std::string Item(const char* name, const std::string& value) {
 
 std::string PageBody(const FileDetails& details) {
   const StoredFile& file = details.file;
+  g_autoptr(GDateTime) moment = g_date_time_new_from_unix_utc(file.uploaded_at);
+  g_autofree char* time = g_date_time_format(moment, "%Y-%m-%d %H:%M UTC");
+  g_autofree char* size = g_format_size_full(static_cast<guint64>(file.size), G_FORMAT_SIZE_LONG_FORMAT);
   const std::string address = "/review/" + file.id + "/file";
   std::string body;
   if (ContentTypeOf(file.name) != kOtherType) {
@@ -72,8 +41,8 @@ std::string PageBody(const FileDetails& details) {
     body += "</ul>\n";
   }
   body += "<dl>\n" + Item("Project", details.project_name) + Item("Folder", details.folder_name) +
-          Item("File", file.name) + Item("Size", SizeText(file.size)) + Item("SHA-256", file.sha256) +
-          Item("Uploaded", TimeText(file.uploaded_at) + " by " + details.user_name) + "</dl>\n";
+          Item("File", file.name) + Item("Size", size) + Item("SHA-256", file.sha256) +
+          Item("Uploaded", std::string(time) + " by " + details.user_name) + "</dl>\n";
   body += "<p><a href=\"" + address + "\" download>Download the file</a></p>\n";
   return body;
 }
@@ -95,28 +64,27 @@ std::string ContentTypeOf(const std::string& file_name) {
   return type == types.end() ? kOtherType : type->second;
 }
 
-std::optional<FileDetails> ReviewPages::Find(const httplib::Request& request) {
-  const HostName host = ParseHost(request.get_header_value("Host"));
-  if (host.site != Site::kCustomer) return std::nullopt;
-  const std::optional<Customer> customer = catalog_.FindCustomer(host.subdomain);
-  if (!customer) return std::nullopt;
-  return catalog_.FindFile(customer->id, request.matches[1]);
+std::optional<FileDetails> ReviewPages::Find(const Request& request, const std::string& id) {
+  const std::optional<std::string> label = ParseHost(request.Header("Host"));
+  const std::optional<Customer> customer = label ? catalog_.FindCustomer(*label) : std::nullopt;
+  return customer ? catalog_.FindFile(customer->id, id) : std::nullopt;
 }
 
-void ReviewPages::ShowPage(const httplib::Request& request, httplib::Response& response) {
-  const std::optional<FileDetails> details = Find(request);
-  if (!details) return SendNotFound(response);
-  SendPage(response, 200, details->file.title, PageBody(*details));
+Response ReviewPages::ShowPage(const Request& request, const std::string& id) {
+  const std::optional<FileDetails> details = Find(request, id);
+  return details ? Page(200, details->file.title, PageBody(*details)) : NotFoundPage();
 }
 
-void ReviewPages::SendContent(const httplib::Request& request, httplib::Response& response) {
-  const std::optional<FileDetails> details = Find(request);
-  if (!details) return SendNotFound(response);
+Response ReviewPages::SendContent(const Request& request, const std::string& id) {
+  const std::optional<FileDetails> details = Find(request, id);
+  if (!details) return NotFoundPage();
   const StoredFile& file = details->file;
   const std::string type = ContentTypeOf(file.name);
-  response.set_header("Content-Disposition", Disposition(file.name, type != kOtherType));
-  response.set_header("X-Content-Type-Options", "nosniff");
-  SendFile(request, response, files_.PathOf(file.id), type, "\"" + file.sha256 + "\"");
+  std::optional<Response> response = FileResponse(request, files_.PathOf(file.id), type, "\"" + file.sha256 + "\"");
+  if (!response) return NotFoundPage();
+  response->SetHeader("Content-Disposition", Disposition(file.name, type != kOtherType));
+  response->SetHeader("X-Content-Type-Options", "nosniff");
+  return std::move(*response);
 }
 
 }  // namespace orvane_service

@@ -2,28 +2,27 @@
 // random id cannot be guessed, and whoever has it may look.
 #pragma once
 
-#include <httplib.h>
-
 #include <string>
 
 #include "Catalog.h"
 #include "FileStore.h"
+#include "HttpsServer.h"
 
 namespace orvane_service {
 
-/// May be used by any thread. The file's id is the first group of the matched path.
+/// May be used by any thread. What is not the customer's that the request was sent to is not found.
 class ReviewPages {
  public:
   ReviewPages(Catalog& catalog, const FileStore& files) : catalog_(catalog), files_(files) {}
 
-  /// The page.
-  void ShowPage(const httplib::Request& request, httplib::Response& response);
+  /// The page of the file with the id.
+  Response ShowPage(const Request& request, const std::string& id);
 
-  /// The file, whole or in part.
-  void SendContent(const httplib::Request& request, httplib::Response& response);
+  /// The file itself, whole or in part.
+  Response SendContent(const Request& request, const std::string& id);
 
  private:
-  std::optional<FileDetails> Find(const httplib::Request& request);
+  std::optional<FileDetails> Find(const Request& request, const std::string& id);
 
   Catalog& catalog_;
   const FileStore& files_;

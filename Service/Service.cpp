@@ -1,8 +1,13 @@
 #include "Service.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <ctime>
+#include <stdexcept>
+#include <system_error>
 
 #include "Answers.h"
+#include "Customers.h"
 #include "DemoData.h"
 #include "Html.h"
 #include "Secrets.h"
@@ -10,33 +15,27 @@
 namespace orvane_service {
 namespace {
 
-using httplib::Request;
-using httplib::Response;
+const std::string kLogin = "/api/prjacc/prjacc";
 
-// The paths of the calls after the login, under either version of the API. A group of its own for the version would
-// shift the group of the project's id.
-const std::string kBase = "(?:/v3)?/api/prjacc";
+// Far more than any call but an upload sends.
+constexpr size_t kMaxSmallBody = 64 * 1024;
 
-// Far more than any call but an upload sends. The library keeps such a body in memory.
-constexpr uint64_t kMaxSmallBody = 64 * 1024;
-
-bool IsUpload(const Request& request) {
-  const std::string call = "/api/prjacc/upload_file/";
-  return request.method == "POST" && (request.path.rfind(call, 0) == 0 || request.path.rfind("/v3" + call, 0) == 0);
+// The part of the path behind this beginning, or nothing if it has another.
+std::optional<std::string> Behind(const std::string& path, const std::string& beginning) {
+  if (path.rfind(beginning, 0) != 0) return std::nullopt;
+  return path.substr(beginning.size());
 }
 
 bool IsApiPath(const std::string& path) {
-  return path.rfind("/api/", 0) == 0 || path.rfind("/v3/", 0) == 0;
+  return Behind(path, "/api/") || Behind(path, "/v3/");
 }
 
-// Runs a call of the API and turns what it refuses into an answer.
-template <typename Call>
-void Guard(Response& response, const Call& call) {
-  try {
-    call();
-  } catch (const Refusal& refusal) {
-    AnswerRefusal(response, refusal);
-  }
+// A call behind the login, under either version of the API; the calls look whether it is the customer's.
+std::optional<std::string> CallIn(const Request& request, const std::string& call) {
+  if (request.method != "POST") return std::nullopt;
+  const std::string path = request.Path();
+  const auto argument = Behind(path, "/api/prjacc/" + call);
+  return argument ? argument : Behind(path, "/v3/api/prjacc/" + call);
 }
 
 }  // namespace
@@ -45,28 +44,91 @@ int64_t SystemTime() {
   return time(nullptr);
 }
 
+// A request and what has come of it. What is thrown on the way becomes its answer when all of it has come.
+class Service::Visit : public Exchange {
+ public:
+  Visit(Service& service, Request request)
+      : service_(service), request_(std::move(request)), project_(CallIn(request_, "upload_file/")) {
+    if (project_) Keep([this] { form_ = service_.upload_.Begin(request_); });
+  }
+
+  bool WantsBody() const override { return !thrown_; }
+
+  // To check a password, and to wait for the disk.
+  bool MayWait() const override { return form_ || request_.Path() == kLogin; }
+
+  void Receive(const char* data, size_t size) override {
+    received_ += size;
+    if (received_ > kMaxUploadBytes) throw std::runtime_error("a request without end");
+    if (thrown_) return;
+    Keep([&] {
+      if (form_) return form_->Feed(data, size);
+      if (received_ > kMaxSmallBody) throw Refusal{413, "The request is too large."};
+      body_.append(data, size);
+    });
+  }
+
+  Response Answer() override {
+    std::optional<Response> response;
+    if (!thrown_) {
+      Keep([&] {
+        response = form_ ? service_.upload_.Finish(request_, *project_, *form_, service_.Port())
+                         : service_.Route(request_, body_);
+      });
+    }
+    if (!response) response = service_.Told(request_, thrown_);
+    service_.Log(request_.method + " " + request_.Header("Host") + " " + request_.Path() + " " +
+                 std::to_string(response->status));
+    return std::move(*response);
+  }
+
+ private:
+  void Keep(const std::function<void()>& step) {
+    try {
+      step();
+    } catch (...) {
+      thrown_ = std::current_exception();
+      // The space is free again at once, however long the client goes on sending.
+      form_.reset();
+    }
+  }
+
+  Service& service_;
+  const Request request_;
+  // Of an upload.
+  const std::optional<std::string> project_;
+  std::unique_ptr<UploadForm> form_;
+  // Of any other call.
+  std::string body_;
+  uint64_t received_ = 0;
+  std::exception_ptr thrown_;
+};
+
 Service::Service(ServiceOptions options)
     : options_(std::move(options)),
       folder_(options_.data),
-      authority_(folder_.Path() / "ca", options_.clock),
+      authority_(folder_.Path() / "ca"),
       database_(folder_.Path() / "orvane.db"),
       catalog_(database_),
       sessions_(database_, options_.clock),
-      gate_(options_.passwords),
-      files_(folder_.Path()),
-      unproven_(options_.free_bytes ? options_.free_bytes : [this] { return files_.FreeBytes(); }),
-      api_(catalog_, sessions_, gate_),
-      upload_(catalog_, sessions_, files_, unproven_, options_.clock, options_.refuse_uploads),
+      files_(folder_.Path(), options_.free_bytes),
+      api_(catalog_, sessions_),
+      upload_(catalog_, sessions_, files_, options_.clock, options_.refuse_uploads),
       pages_(catalog_, files_),
       web_site_(options_.web_version, folder_.Path() / "downloads"),
-      server_(authority_.ServerIdentity(), options_.server) {
-  if (catalog_.IsEmpty()) Seed();
-  ReportStrayFiles();
-  AddApiHandlers();
-  AddUploadHandler();
-  AddPageHandlers();
-  AddBodyLimit();
-  AddErrorHandlers();
+      server_(
+          authority_.MakeServerIdentity(),
+          [this](const Request& request) { return std::make_unique<Visit>(*this, request); }, options_.server,
+          [this](const std::string& fault) { Log("fault: " + fault); }) {
+  if (catalog_.IsEmpty()) {
+    demo_password_ = options_.demo_password.value_or(RandomHex(8));
+    AddDemoData(database_, *demo_password_);
+  }
+  // A crash between moving a file and recording it leaves one. It may be the only copy of somebody's work, so it is
+  // reported, not removed.
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.Path() / "files")) {
+    if (!catalog_.HasFile(entry.path().filename())) Log("no record of the file " + entry.path().string());
+  }
 }
 
 Service::~Service() {
@@ -74,136 +136,58 @@ Service::~Service() {
 }
 
 void Service::Start() {
-  // Known before the first client is served: the links of uploads name it.
-  port_ = server_.Bind(options_.port);
-  server_.Listen();
+  server_.Start(options_.port);
 }
 
 void Service::Stop() {
-  gate_.Stop();
+  api_.Stop();
   server_.Stop();
 }
 
-void Service::Seed() {
-  demo_password_ = options_.demo_password.value_or(RandomHex(8));
-  AddDemoData(database_, *demo_password_);
-}
-
-void Service::ReportStrayFiles() {
-  // A crash between moving a file and recording it leaves one. It may be the only copy of somebody's work, so it is
-  // reported, not removed.
-  for (const std::string& id : files_.Ids()) {
-    if (!catalog_.HasFile(id)) Log("no record of the file " + files_.PathOf(id).string());
-  }
-}
-
-void Service::AddApiHandlers() {
-  const auto call = [this](void (Api::*method)(const Request&, Response&)) {
-    return [this, method](const Request& request, Response& response) {
-      Guard(response, [&] { (api_.*method)(request, response); });
-    };
-  };
+Response Service::Route(const Request& request, const std::string& body) {
+  const std::string path = request.Path();
+  const bool gets = request.method == "GET" || request.method == "HEAD";
   // The login is the same for all: a client learns from it which version to use.
-  server_.Get("/api/prjacc/prjacc", call(&Api::OpenSession));
-  server_.Post("/api/prjacc/prjacc", call(&Api::LogIn));
-  server_.Post(kBase + "/get_project_list", call(&Api::ListProjects));
-  server_.Post(kBase + "/get_folders/(.*)", call(&Api::ListFolders));
+  if (path == kLogin && gets) return api_.OpenSession(request);
+  if (path == kLogin && request.method == "POST") return api_.LogIn(request, body);
+  if (CallIn(request, "get_project_list") == "") return api_.ListProjects(request, body);
+  if (const auto project = CallIn(request, "get_folders/")) return api_.ListFolders(request, body, *project);
+  if (IsApiPath(path)) throw Refusal{404, "The API has no such call."};
+  if (!gets) return NotFoundPage();
+  if (ParseHost(request.Header("Host")) == "www") {
+    if (path == "/") return web_site_.FrontPage();
+    if (const auto file = Behind(path, "/downloads/")) return web_site_.Download(request, *file);
+  }
+  if (const auto review = Behind(path, "/review/")) {
+    const size_t slash = review->find('/');
+    const std::string id = review->substr(0, slash);
+    if (slash == std::string::npos) return pages_.ShowPage(request, id);
+    if (review->substr(slash) == "/file") return pages_.SendContent(request, id);
+  }
+  return NotFoundPage();
 }
 
-void Service::AddUploadHandler() {
-  // This must match whatever IsUpload() does, line ends in the path included: the body of a request without a handler
-  // of this kind is read into memory.
-  server_.Post(kBase + "/upload_file/([^]*)",
-               [this](const Request& request, Response& response, const httplib::ContentReader& reader) {
-                 Guard(response, [&] { upload_.Receive(request, response, reader, port_); });
-               });
-  server_.SetRequestHook([](Request& request) {
-    if (!IsUpload(request)) return;
-    const std::string type = request.get_header_value("Content-Type");
-    request.headers.erase("Content-Type");
-    request.headers.erase(kUploadType);
-    request.headers.emplace(kUploadType, type);
-  });
-  server_.set_expect_100_continue_handler(
-      [this](const Request& request, Response& response) { return CheckExpectation(request, response); });
+Response Service::Told(const Request& request, const std::exception_ptr& thrown) {
+  Refusal refusal{500, "The service has a fault. Please try again later."};
+  try {
+    std::rethrow_exception(thrown);
+  } catch (const Refusal& known) {
+    refusal = known;
+  } catch (const std::system_error& error) {
+    Log(std::string("fault: ") + error.what());
+    if (error.code().value() == ENOSPC) refusal = NoRoom();
+  } catch (const std::exception& exception) {
+    Log(std::string("fault: ") + exception.what());
+  }
+  if (IsApiPath(request.Path())) return RefusalAnswer(refusal);
+  return Page(refusal.status, "Not possible", "<p>" + EscapeHtml(refusal.message) + "</p>\n");
 }
 
-int Service::CheckExpectation(const Request& request, Response& response) {
-  response.status = 100;
-  if (IsUpload(request)) Guard(response, [&] { upload_.CheckHeaders(request); });
-  const int status = response.status;
-  // The answer that follows the body has a status of its own.
-  if (status == 100) response.status = -1;
-  return status;
-}
-
-void Service::AddPageHandlers() {
-  server_.Get("/review/([^/]*)",
-              [this](const Request& request, Response& response) { pages_.ShowPage(request, response); });
-  server_.Get("/review/([^/]*)/file",
-              [this](const Request& request, Response& response) { pages_.SendContent(request, response); });
-  server_.Get("/", [this](const Request& request, Response& response) { web_site_.ShowFrontPage(request, response); });
-  server_.Get("/downloads/vorrel-premiere/version\\.txt",
-              [this](const Request& request, Response& response) { web_site_.SendVersion(request, response); });
-  server_.Get("/downloads/vorrel-premiere/orvane-vorrel-APP\\.dmg",
-              [this](const Request& request, Response& response) { web_site_.SendInstaller(request, response); });
-}
-
-void Service::AddBodyLimit() {
-  server_.set_pre_routing_handler([](const Request& request, Response& response) {
-    const bool has_body = request.method != "GET" && request.method != "HEAD" && request.method != "OPTIONS";
-    const bool has_length = request.has_header("Content-Length");
-    const bool too_long = request.get_header_value<uint64_t>("Content-Length") > kMaxSmallBody;
-    if (request.has_header("Content-Encoding")) {
-      // A few bytes could unpack to any size.
-      AnswerRefusal(response, {415, "Compressed requests are not accepted."});
-    } else if (!IsUpload(request) && has_body && !has_length) {
-      // In chunks it could go on for ever.
-      AnswerRefusal(response, {411, "The request must tell its length."});
-    } else if (!IsUpload(request) && too_long) {
-      AnswerRefusal(response, {413, "The request is too large."});
-    } else {
-      return httplib::Server::HandlerResponse::Unhandled;
-    }
-    return httplib::Server::HandlerResponse::Handled;
-  });
-}
-
-void Service::AddErrorHandlers() {
-  // For errors of the library, and for paths that nobody handles. Answers of the handlers have a body already.
-  server_.set_error_handler(httplib::Server::Handler([](const Request& request, Response& response) {
-    if (!response.body.empty()) return;
-    if (IsApiPath(request.path)) {
-      const bool not_found = response.status == 404;
-      AnswerRefusal(response,
-                    {response.status, not_found ? "The API has no such call." : "The request cannot be read."});
-    } else if (response.status == 404) {
-      SendNotFound(response);
-    }
-  }));
-  server_.set_exception_handler([this](const Request& request, Response& response, std::exception_ptr pointer) {
-    std::string what = "unknown";
-    try {
-      std::rethrow_exception(pointer);
-    } catch (const std::exception& exception) {
-      what = exception.what();
-    } catch (...) {
-      // Nothing more is known about it.
-    }
-    Log("fault: " + what);
-    const Refusal refusal{500, "The service has a fault. Please try again later."};
-    if (IsApiPath(request.path)) return AnswerRefusal(response, refusal);
-    SendPage(response, 500, "Fault", "<p>" + EscapeHtml(refusal.message) + "</p>\n");
-  });
-  server_.SetFaultLog([this](const std::string& what) { Log("fault: " + what); });
-  server_.set_logger([this](const Request& request, const Response& response) {
-    const std::string path = request.target.substr(0, request.target.find('?'));
-    Log(request.method + " " + request.get_header_value("Host") + " " + path + " " + std::to_string(response.status));
-  });
-}
-
-void Service::Log(const std::string& line) {
+void Service::Log(std::string line) {
   if (!options_.log) return;
+  // Nothing that a client sends may look like another line, or steer a terminal.
+  std::replace_if(
+      line.begin(), line.end(), [](unsigned char c) { return c < ' ' || c == 0x7f; }, '?');
   std::lock_guard<std::mutex> lock(log_mutex_);
   options_.log(line);
 }

@@ -1,6 +1,7 @@
 // The whole service: one data folder, one HTTPS server.
 #pragma once
 
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -15,10 +16,8 @@
 #include "Database.h"
 #include "FileStore.h"
 #include "HttpsServer.h"
-#include "PasswordGate.h"
 #include "ReviewPages.h"
 #include "Sessions.h"
-#include "UnprovenUploads.h"
 #include "Upload.h"
 #include "WebSite.h"
 
@@ -43,7 +42,6 @@ struct ServiceOptions {
   Clock clock = SystemTime;
   /// What a client may ask of the service's patience; tests have less of it.
   ServerLimits server;
-  GateLimits passwords;
   /// Free space on the disk of the data folder, in bytes; if not given, the system is asked.
   std::function<uint64_t()> free_bytes;
   /// Takes a line for each request and each fault, without a line end; no secrets are in it. Called on any thread, one
@@ -66,26 +64,23 @@ class Service {
   void Stop();
 
   /// The port in use. Valid after Start().
-  int Port() const { return port_; }
+  int Port() const { return server_.Port(); }
 
   const std::filesystem::path& Data() const { return folder_.Path(); }
 
-  /// The certificate that clients trust.
-  const std::filesystem::path& AuthorityFile() const { return authority_.CertificateFile(); }
+  /// The certificate that clients trust, and its key.
+  const std::filesystem::path& AuthorityFile() const { return authority_.Files().certificate; }
+  const std::filesystem::path& AuthorityKey() const { return authority_.Files().key; }
 
   /// The demo user's password if the data folder was new.
   const std::optional<std::string>& DemoPassword() const { return demo_password_; }
 
  private:
-  void Seed();
-  void ReportStrayFiles();
-  void AddApiHandlers();
-  void AddUploadHandler();
-  void AddPageHandlers();
-  void AddBodyLimit();
-  void AddErrorHandlers();
-  int CheckExpectation(const httplib::Request& request, httplib::Response& response);
-  void Log(const std::string& line);
+  class Visit;
+
+  Response Route(const Request& request, const std::string& body);
+  Response Told(const Request& request, const std::exception_ptr& thrown);
+  void Log(std::string line);
 
   ServiceOptions options_;
   DataFolder folder_;
@@ -93,17 +88,14 @@ class Service {
   Database database_;
   Catalog catalog_;
   Sessions sessions_;
-  PasswordGate gate_;
   FileStore files_;
-  UnprovenUploads unproven_;
   Api api_;
   Upload upload_;
   ReviewPages pages_;
   WebSite web_site_;
   std::optional<std::string> demo_password_;
-  int port_ = 0;
   std::mutex log_mutex_;
-  // Last, so that it stops before anything that its handlers use goes away.
+  // Last, so that it stops before anything that its exchanges use goes away.
   HttpsServer server_;
 };
 

@@ -20,10 +20,6 @@ constexpr int64_t kKeyLifetime = 60 * 60;
 /// How long a token is good, in seconds. A client logs in once and then renders and uploads, which can take many hours.
 constexpr int64_t kTokenLifetime = 48 * 60 * 60;
 
-/// Keys of one customer that wait for the password. When there are more, the oldest expires; a client that logs in uses
-/// its key some milliseconds after it got it.
-constexpr int64_t kMaxWaitingKeys = 1000;
-
 /// Sessions live in the database, so they outlast a restart; it holds only hashes of keys and tokens. May be used by
 /// any thread. Everything throws DatabaseError.
 class Sessions {

@@ -3,18 +3,14 @@
 #include <fstream>
 
 #include "FileResponse.h"
-#include "HostNames.h"
 #include "Html.h"
 
 namespace orvane_service {
 namespace {
 
-constexpr const char* kInstaller = "orvane-vorrel-APP.dmg";
+const std::string kFolder = "vorrel-premiere/";
+const std::string kInstaller = "orvane-vorrel-APP.dmg";
 constexpr const char* kFirstVersion = "1.1";
-
-bool IsWebSite(const httplib::Request& request) {
-  return ParseHost(request.get_header_value("Host")).site == Site::kWeb;
-}
 
 }  // namespace
 
@@ -26,33 +22,23 @@ std::string WebSite::Version() const {
   return std::getline(file, line) ? line : kFirstVersion;
 }
 
-void WebSite::ShowFrontPage(const httplib::Request& request, httplib::Response& response) {
-  switch (ParseHost(request.get_header_value("Host")).site) {
-    case Site::kWeb:
-      SendPage(response, 200, "Orvane",
-               "<p>The plug-in's newest version is " + EscapeHtml(Version()) +
-                   ".</p>\n<p><a href=\"/downloads/vorrel-premiere/" + kInstaller + "\">Download it</a></p>\n");
-      break;
-    case Site::kCustomer:
-      SendPage(response, 200, "Orvane", "<p>Uploaded files are shown under the link that their upload gave.</p>\n");
-      break;
-    case Site::kUnknown:
-      SendNotFound(response);
-  }
+Response WebSite::FrontPage() const {
+  return Page(200, "Orvane",
+              "<p>The plug-in's newest version is " + EscapeHtml(Version()) + ".</p>\n<p><a href=\"/downloads/" +
+                  kFolder + kInstaller + "\">Download it</a></p>\n");
 }
 
-void WebSite::SendVersion(const httplib::Request& request, httplib::Response& response) {
-  if (!IsWebSite(request)) return SendNotFound(response);
-  response.set_header("Cache-Control", "no-cache");
-  response.set_content(Version(), "text/plain; charset=utf-8");
-}
-
-void WebSite::SendInstaller(const httplib::Request& request, httplib::Response& response) {
-  if (!IsWebSite(request)) return SendNotFound(response);
-  SendFile(request, response, downloads_ / kInstaller, "application/x-apple-diskimage", "");
-  if (response.status == 404) {
-    SendPage(response, 404, "No installer", "<p>The installer has not been published on this service.</p>\n");
+Response WebSite::Download(const Request& request, const std::string& file) const {
+  const bool is_version = file == kFolder + "version.txt";
+  if (!is_version && file != kFolder + kInstaller) return NotFoundPage();
+  if (is_version) {
+    Response response(200, Version(), "text/plain; charset=utf-8");
+    response.SetHeader("Cache-Control", "no-cache");
+    return response;
   }
+  auto installer = FileResponse(request, downloads_ / kInstaller, "application/x-apple-diskimage", "");
+  if (installer) return std::move(*installer);
+  return Page(404, "No installer", "<p>The installer has not been published on this service.</p>\n");
 }
 
 }  // namespace orvane_service

@@ -1,11 +1,11 @@
 // The public web site: the version of the newest plug-in and its installer.
 #pragma once
 
-#include <httplib.h>
-
 #include <filesystem>
 #include <optional>
 #include <string>
+
+#include "HttpsServer.h"
 
 namespace orvane_service {
 
@@ -17,14 +17,11 @@ class WebSite {
   WebSite(std::optional<std::string> version, std::filesystem::path downloads)
       : version_(std::move(version)), downloads_(std::move(downloads)) {}
 
-  /// The site's front page; for a customer's address, a page that says what the address is for.
-  void ShowFrontPage(const httplib::Request& request, httplib::Response& response);
+  Response FrontPage() const;
 
-  /// The version as text, without a line end.
-  void SendVersion(const httplib::Request& request, httplib::Response& response);
-
-  /// The installer, or a page that says that there is none.
-  void SendInstaller(const httplib::Request& request, httplib::Response& response);
+  /// A file below the site's "downloads": the version as text, without a line end; the installer, or a page that says
+  /// that there is none.
+  Response Download(const Request& request, const std::string& file) const;
 
  private:
   std::string Version() const;

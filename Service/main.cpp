@@ -1,5 +1,6 @@
 // orvane-service: the options of the command line, and the service's life from start to signal.
 #include <CLI/CLI.hpp>
+#include <glib.h>
 #include <signal.h>
 #include <sys/stat.h>
 
@@ -7,7 +8,6 @@
 #include <iostream>
 #include <string>
 
-#include "DataFolder.h"
 #include "Service.h"
 
 namespace {
@@ -19,13 +19,17 @@ using orvane_service::ServiceOptions;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-// Takes the password from the file's first line. It must be one that a client can send: the plug-in sends its login
-// form unescaped, so "&", "+" and "%" would never arrive as they are.
-std::string ReadPassword(const std::string& file) {
+void WarnIfReadable(const std::string& file) {
   struct stat info {};
   if (stat(file.c_str(), &info) == 0 && (info.st_mode & (S_IRGRP | S_IROTH)) != 0) {
     std::cerr << "orvane-service: warning: other users of this machine may read " << file << std::endl;
   }
+}
+
+// Takes the password from the file's first line. It must be one that a client can send: the plug-in sends its login
+// form unescaped, so "&", "+" and "%" would never arrive as they are.
+std::string ReadPassword(const std::string& file) {
+  WarnIfReadable(file);
   std::ifstream stream(file);
   std::string password;
   std::getline(stream, password);
@@ -66,16 +70,16 @@ int Run(ServiceOptions options) {
   // Blocked before any thread starts, so that no thread is interrupted and sigwait() below gets them.
   sigset_t signals;
   sigemptyset(&signals);
-  sigaddset(&signals, SIGTERM);
-  sigaddset(&signals, SIGINT);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, signal);
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 
   // Passwords' hashes, keys and films are nobody else's business.
   umask(077);
-  if (options.data.empty()) options.data = orvane_service::DefaultDataFolder();
+  if (options.data.empty()) options.data = std::string(g_get_user_data_dir()) + "/orvane-service";
   options.log = [](const std::string& line) { std::cerr << "orvane-service: " << line << std::endl; };
   const bool password_was_given = options.demo_password.has_value();
   Service service(std::move(options));
+  WarnIfReadable(service.AuthorityKey());
   if (service.DemoPassword() && !password_was_given) {
     const std::string file = (service.Data() / "demo-password").string();
     WritePassword(file, *service.DemoPassword());
@@ -97,7 +101,7 @@ int main(int argc, char** argv) {
   CLI::App app("Runs a review service on this machine only, for the subdomains of orvane.localhost.", "orvane-service");
   app.footer(
       "Clients trust DIR/ca/ca.pem. The web site offers the installer that is put at\n"
-      "DIR/downloads/orvane-vorrel-APP.dmg. SIGTERM and SIGINT end the service.");
+      "DIR/downloads/orvane-vorrel-APP.dmg. SIGTERM, SIGINT and SIGHUP end the service.");
   AddOptions(app, options);
   try {
     app.parse(argc, argv);

@@ -1,25 +1,22 @@
 #include "SinkServer.h"
 
 #include <chrono>
+#include <memory>
 #include <thread>
 
+#include "Api.h"
 #include "FolderTree.h"
-#include "Service.h"
+#include "FormReader.h"
 
 namespace bench {
 
 namespace {
 
-using httplib::Request;
-using httplib::Response;
-
-const char* const kJson = "application/json";
+using orvane_service::Request;
+using orvane_service::Response;
 
 // How long the answer takes for the folders of the project "far".
 constexpr std::chrono::milliseconds kFarDelay(5);
-
-// More than a listing has, which must not be interrupted by a new connection.
-constexpr size_t kRequestsOfAConnection = 1000000;
 
 std::string Success(const std::string& members) {
   return R"({"root":{"status":"success",)" + members + "}}";
@@ -27,66 +24,68 @@ std::string Success(const std::string& members) {
 
 }  // namespace
 
+class SinkServer::Visit : public orvane_service::Exchange {
+ public:
+  Visit(SinkServer& server, const Request& request)
+      : server_(server),
+        request_(request),
+        form_(request, [this](const orvane_service::FormPiece& piece) { bytes_ += piece.size; }),
+        isForm_(form_.IsForm()) {}
+
+  void Receive(const char* data, size_t size) override {
+    if (isForm_) {
+      form_.Feed(data, size);
+    } else {
+      body_.append(data, size);
+      bytes_ += size;
+    }
+  }
+
+  Response Answer() override {
+    const std::string path = request_.Path();
+    if (path == "/statistics") return Json(server_.Statistics());
+    server_.Count(request_.ClientPort(), bytes_);
+    if (path == "/api/prjacc/prjacc") {
+      return Json(
+          Success(request_.method == "GET" ? R"("apiver":"3","auth_key":"key")" : R"("payload":{"token":"token"})"));
+    }
+    if (path == "/api/prjacc/get_project_list") {
+      return Json(Success(R"("payload":[{"id":"near","project_name":"Near"},{"id":"far","project_name":"Far"}])"));
+    }
+    if (path.rfind("/api/prjacc/get_folders/", 0) == 0) {
+      if (path == "/api/prjacc/get_folders/far") std::this_thread::sleep_for(kFarDelay);
+      return Json(FoldersInside(orvane_service::ParseFields(body_)["folder_id"]));
+    }
+    return Json(Success(R"("payload":{"link":"https://acme.example/review/1"})"));
+  }
+
+ private:
+  static Response Json(const std::string& text) { return {200, text, "application/json"}; }
+
+  SinkServer& server_;
+  const Request request_;
+  orvane_service::FormReader form_;
+  const bool isForm_;
+  std::string body_;
+  size_t bytes_ = 0;
+};
+
 SinkServer::SinkServer(const std::filesystem::path& folder)
-    : authority_(folder, orvane_service::SystemTime), server_(authority_.ServerIdentity()) {
-  AddLogin();
-  AddListings();
-  AddUpload();
-  AddStatistics();
-  server_.set_keep_alive_max_count(kRequestsOfAConnection);
-  port_ = server_.Start(0);
+    : authority_(folder), server_(authority_.MakeServerIdentity(), [this](const Request& request) {
+        return std::make_unique<Visit>(*this, request);
+      }) {
+  server_.Start(0);
 }
 
-void SinkServer::AddLogin() {
-  server_.Get("/api/prjacc/prjacc", [this](const Request& request, Response& response) {
-    Count(request, 0);
-    response.set_content(Success(R"("apiver":"3","auth_key":"key")"), kJson);
-  });
-  server_.Post("/api/prjacc/prjacc", [this](const Request& request, Response& response) {
-    Count(request, request.body.size());
-    response.set_content(Success(R"("payload":{"token":"token"})"), kJson);
-  });
-}
-
-void SinkServer::AddListings() {
-  server_.Post("/api/prjacc/get_project_list", [this](const Request& request, Response& response) {
-    Count(request, request.body.size());
-    response.set_content(
-        Success(R"("payload":[{"id":"near","project_name":"Near"},{"id":"far","project_name":"Far"}])"), kJson);
-  });
-  server_.Post("/api/prjacc/get_folders/(.*)", [this](const Request& request, Response& response) {
-    Count(request, request.body.size());
-    if (request.matches[1] == "far") std::this_thread::sleep_for(kFarDelay);
-    response.set_content(FoldersInside(request.get_param_value("folder_id")), kJson);
-  });
-}
-
-void SinkServer::AddUpload() {
-  server_.Post("/api/prjacc/upload_file/.*",
-               [this](const Request& request, Response& response, const httplib::ContentReader& reader) {
-                 size_t bytes = 0;
-                 reader([](const httplib::MultipartFormData&) { return true; },
-                        [&bytes](const char*, size_t size) {
-                          bytes += size;
-                          return true;
-                        });
-                 Count(request, bytes);
-                 response.set_content(Success(R"("payload":{"link":"https://acme.example/review/1"})"), kJson);
-               });
-}
-
-void SinkServer::AddStatistics() {
-  server_.Get("/statistics", [this](const Request&, Response& response) {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    response.set_content(R"({"connections":)" + std::to_string(connections_.size()) + R"(,"requests":)" +
-                             std::to_string(requests_) + R"(,"bodyBytes":)" + std::to_string(bodyBytes_) + "}",
-                         kJson);
-  });
-}
-
-void SinkServer::Count(const Request& request, size_t bodyBytes) {
+std::string SinkServer::Statistics() {
   const std::lock_guard<std::mutex> lock(mutex_);
-  connections_.insert(request.remote_port);
+  return R"({"connections":)" + std::to_string(connections_.size()) + R"(,"requests":)" + std::to_string(requests_) +
+         R"(,"bodyBytes":)" + std::to_string(bodyBytes_) + "}";
+}
+
+void SinkServer::Count(int clientPort, size_t bodyBytes) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  connections_.insert(clientPort);
   ++requests_;
   bodyBytes_ += bodyBytes;
 }

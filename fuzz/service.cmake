@@ -1,22 +1,12 @@
-# service_upload_fuzzer and service_parsers_fuzzer give the local service what a client could send. Clang only; they take
-# libFuzzer's usual options.
+# service_fuzzer gives the local service what a client could send.
 find_package(PkgConfig REQUIRED)
 find_package(OpenSSL REQUIRED)
-find_package(SQLite3 REQUIRED)
 find_package(nlohmann_json REQUIRED)
-pkg_check_modules(CPP_HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
-set(ORVANE_SERVICE_SOURCES Answers.cpp Catalog.cpp Customers.cpp Database.cpp FileResponse.cpp FileStore.cpp FormBody.cpp
-  HostNames.cpp Html.cpp MultipartParser.cpp RequestHead.cpp RequestStream.cpp ReviewPages.cpp Secrets.cpp UnprovenUploads.cpp UploadForm.cpp)
-list(TRANSFORM ORVANE_SERVICE_SOURCES PREPEND "${PROJECT_SOURCE_DIR}/Service/")
-# One library for both, so that its sources are compiled once.
-add_library(orvane_service_fuzzed STATIC ${ORVANE_SERVICE_SOURCES})
-target_include_directories(orvane_service_fuzzed PUBLIC "${PROJECT_SOURCE_DIR}/Service")
-target_compile_options(orvane_service_fuzzed
-  PUBLIC -O1 -g -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
-target_link_libraries(orvane_service_fuzzed PUBLIC PkgConfig::CPP_HTTPLIB OpenSSL::Crypto SQLite::SQLite3
-  nlohmann_json::nlohmann_json orvane_warnings)
-foreach(FUZZER service_upload_fuzzer service_parsers_fuzzer)
-  add_executable(${FUZZER} ${FUZZER}.cpp)
-  target_link_options(${FUZZER} PRIVATE -fsanitize=fuzzer,address,undefined)
-  target_link_libraries(${FUZZER} PRIVATE orvane_service_fuzzed)
-endforeach()
+pkg_check_modules(MICROHTTPD REQUIRED IMPORTED_TARGET libmicrohttpd)
+pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0)
+file(GLOB ORVANE_SERVICE_SOURCES "${PROJECT_SOURCE_DIR}/Service/*.cpp")
+list(REMOVE_ITEM ORVANE_SERVICE_SOURCES "${PROJECT_SOURCE_DIR}/Service/main.cpp")
+orvane_fuzzer(service_fuzzer
+  SOURCES service_fuzzer.cpp ${ORVANE_SERVICE_SOURCES}
+  LIBRARIES PkgConfig::MICROHTTPD PkgConfig::GLIB OpenSSL::Crypto nlohmann_json::nlohmann_json)
+target_include_directories(service_fuzzer PRIVATE "${PROJECT_SOURCE_DIR}/Service")

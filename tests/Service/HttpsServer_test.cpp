@@ -1,12 +1,8 @@
 // What one client sends, or does not send, and the others.
 #include "HttpsServer.h"
 
-#include <arpa/inet.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <deque>
-#include <new>
+#include <future>
 #include <thread>
 
 #include "RunningService.h"
@@ -14,235 +10,133 @@
 namespace {
 
 using orvane_service::HttpsServer;
-using std::chrono::milliseconds;
+using orvane_service::Request;
+using orvane_service::Response;
+using std::chrono::seconds;
 using std::chrono::steady_clock;
 
-// A connection without TLS, and one that has said the first bytes of its handshake.
-class TcpConnection {
- public:
-  explicit TcpConnection(int port, const std::string& greeting = "") : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    EXPECT_EQ(connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0) << strerror(errno);
-    EXPECT_EQ(send(socket_, greeting.data(), greeting.size(), MSG_NOSIGNAL), static_cast<ssize_t>(greeting.size()));
+class HttpsServerTest : public RunningService {};
+
+TEST_F(HttpsServerTest, NeitherAnswersNorEndsAtWhatIsNoRequest) {
+  const std::string url = Url("acme", "/api/prjacc/prjacc");
+  const std::string hidden = "GET /hidden HTTP/1.1\r\nHost: acme.orvane.localhost\r\n\r\n";
+  const std::string chunked = "Transfer-Encoding: chunked\r\n";
+  std::string headers;
+  for (int i = 0; i < 20000; ++i) headers += "X-" + std::to_string(i) + ": y\r\n";
+  for (const auto& [header, body] :
+       std::map<std::string, std::string>{{"Content-Length: -1\r\n", hidden},
+                                          {"Content-Length: 99999999999999999999999\r\n", hidden},
+                                          {chunked, "zz\r\n" + hidden},
+                                          {"Content-Length: 3\r\n" + chunked, "zz\r\n" + hidden},
+                                          {chunked + "X: y\r\n", std::string(100000, '0') + "1\r\n"},
+                                          {"X: " + std::string(1000000, 'a') + "\r\n", ""},
+                                          {headers, ""}}) {
+    SCOPED_TRACE(header.substr(0, 120));
+    const Reply reply = client_.Ask("POST", url, header, body);
+    EXPECT_NE(reply.status, 200);
+    EXPECT_EQ(reply.body.find("nothing at this address"), std::string::npos) << "a request that was hidden is answered";
   }
-  ~TcpConnection() { close(socket_); }
-  TcpConnection(const TcpConnection&) = delete;
-  TcpConnection& operator=(const TcpConnection&) = delete;
+  EXPECT_EQ(client_.Get(Url("www", "/")).status, 200);
+}
 
-  /// Sends a byte every 20 ms until the other side ends the connection. Returns how long that took.
-  milliseconds Trickle() {
-    const auto begin = steady_clock::now();
-    char byte = 0;
-    while (send(socket_, &byte, 1, MSG_NOSIGNAL) == 1 && recv(socket_, &byte, 1, MSG_DONTWAIT) != 0 &&
-           steady_clock::now() - begin < std::chrono::seconds(10)) {
-      std::this_thread::sleep_for(milliseconds(20));
-    }
-    return std::chrono::duration_cast<milliseconds>(steady_clock::now() - begin);
+TEST_F(HttpsServerTest, EndsStalledClientsAndServesOthersMeanwhile) {
+  options_.server.connections = 40;
+  options_.server.first = options_.server.idle = seconds(1);
+  Restart();
+  LogIn();
+  const std::string upload = "POST /api/prjacc/upload_file/1 HTTP/1.1\r\nHost: acme.orvane.localhost\r\n" +
+                             std::string(kFormType) + "Content-Length: 1000000\r\n\r\n" +
+                             FormText({{"Filedata", "vvvv", "film.mp4"}});
+  std::deque<Connection> stalled;
+  for (int i = 0; i < 30; ++i) {
+    stalled.emplace_back(Url("acme", ""), service_->AuthorityFile()).Send(i % 2 == 0 ? "GET / HTTP/1.1\r\nX" : upload);
   }
+  // Without a handshake, or with the beginning of one: all places are taken, and the backlog is full of such clients.
+  for (int i = 0; i < 100; ++i) {
+    stalled.emplace_back("http://127.0.0.1:" + std::to_string(service_->Port())).Send(i % 2 == 0 ? "" : "\x16\x03\x01");
+  }
+  const auto begin = steady_clock::now();
+  EXPECT_EQ(client_.PostForm(UploadUrl(), UploadParts(LogIn())).Root()["status"], "success");
+  EXPECT_LT(steady_clock::now() - begin, seconds(15));
+  for (Connection& connection : stalled) EXPECT_NE(connection.ReadToEnd().status, 200);
+  EXPECT_TRUE(Eventually([&] { return Entries(data_ / "incoming").empty(); }));
+}
 
- private:
-  const int socket_;
-};
-
-constexpr const char* kTlsGreeting = "\x16\x03\x01\x02";
-const std::string kHost = "Host: acme.orvane.localhost\r\n";
-const std::string kUploadHead =
-    "POST /api/prjacc/upload_file/1 HTTP/1.1\r\n" + kHost + "Content-Type: multipart/form-data; boundary=xyz\r\n";
-const std::string kFilm = "--xyz\r\nContent-Disposition: form-data; name=\"Filedata\"; filename=\"film.mp4\"\r\n\r\n";
-
-class HttpsServerTest : public RunningService {
+// A server whose answer to "/held" waits until the test releases it.
+class HeldServerTest : public testing::Test {
  protected:
-  std::unique_ptr<RawConnection> Connect() const {
-    return std::make_unique<RawConnection>(Url("acme", ""), service_->AuthorityFile());
-  }
-
-  // Everything that the service answers to these bytes.
-  std::string Answer(const std::string& bytes) const {
-    const auto connection = Connect();
-    connection->Send(bytes);
-    return connection->ReadToEnd();
-  }
-
-  // A whole upload as chunks of the given size.
-  static std::string InChunks(const std::string& form, size_t size) {
-    std::string chunks;
-    for (size_t at = 0; at < form.size(); at += size) {
-      const std::string chunk = form.substr(at, size);
-      char head[32];
-      snprintf(head, sizeof(head), "%zx\r\n", chunk.size());
-      chunks += head + chunk + "\r\n";
+  struct Visit : orvane_service::Exchange {
+    Visit(HeldServerTest& held, const Request& request) : test(held), path(request.Path()) { Meet("/open"); }
+    bool MayWait() const override { return path == "/held" || path == "/apart"; }
+    void Receive(const char*, size_t) override { Meet("/receive"); }
+    Response Answer() override {
+      Meet("/answer");
+      Meet("/apart");
+      if (path == "/held") ++test.holding_;
+      if (path == "/held") test.released_.wait();
+      return {200, "answer", "text/plain"};
     }
-    return chunks + "0\r\n\r\n";
-  }
-
-  static std::string WithTrailer(std::string chunks) { return chunks.insert(chunks.size() - 2, "X-Trailer: y\r\n"); }
-
-  std::string Form() const {
-    std::string form;
-    for (const auto& part : UploadParts(LogIn())) {
-      form += "--xyz\r\nContent-Disposition: form-data; name=\"" + part.name + "\"";
-      form +=
-          (part.filename.empty() ? "" : "; filename=\"" + part.filename + "\"") + "\r\n\r\n" + part.content + "\r\n";
+    void Meet(const std::string& fault) const {
+      if (path == fault) throw std::runtime_error(fault);
     }
-    return form + "--xyz--\r\n";
+
+    HeldServerTest& test;
+    const std::string path;
+  };
+
+  HeldServerTest() { server_.Start(0); }
+
+  std::string Url(const std::string& path) const {
+    return "https://www.orvane.localhost:" + std::to_string(server_.Port()) + path;
   }
+
+  const TemporaryFolder folder_;
+  const orvane_service::CertificateAuthority authority_{folder_.Path()};
+  const HttpsClient client_{authority_.Files().certificate};
+  std::atomic<int> faults_{0};
+  std::atomic<int> holding_{0};
+  std::promise<void> release_;
+  const std::shared_future<void> released_{release_.get_future()};
+  HttpsServer server_{authority_.MakeServerIdentity(),
+                      [this](const Request& request) { return std::make_unique<Visit>(*this, request); },
+                      orvane_service::ServerLimits(), [this](const std::string&) { ++faults_; }};
 };
 
-TEST_F(HttpsServerTest, AnswersRequestsThatAreNoneAsTheStandardSays) {
-  const std::string login = "POST /api/prjacc/prjacc HTTP/1.1\r\n" + kHost;
-  const std::string inner = "GET /hidden HTTP/1.1\r\nHost: acme.orvane.localhost\r\n\r\n";
-  const std::pair<std::string, std::string> cases[] = {
-      {login + "Content-Length: 0\r\nContent-Length: 55\r\n\r\n" + inner, "400"},
-      {login + "Content-Length: 3, 3\r\n\r\nabc", "400"},
-      {login + "Content-Length: -1\r\n\r\n", "400"},
-      {login + "Content-Length: 99999999999999999999999\r\n\r\n", "413"},
-      {login + "Content-Length: 5\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n" + inner, "400"},
-      {login + "Transfer-Encoding: gzip, chunked\r\n\r\n", "501"},
-      {"POST / HTTP/1.0\r\n" + kHost + "Transfer-Encoding: chunked\r\n\r\n0\r\n\r\n", "400"},
-      {login + "Content-Length : 3\r\n\r\nabc", "400"},
-      {login + "X: a\r\n Content-Length: 3\r\n\r\nabc", "400"},
-      {login + "X: a\nContent-Length: 3\r\n\r\nabc", "400"},
-      {"GET / HTTP/1.1\r\n\r\n", "400"},
-      {"GET / HTTP/1.1\r\n" + kHost + kHost + "\r\n", "400"},
-      {"GET / HTTP/2.0\r\n" + kHost + "\r\n", "505"},
-      {"BREW / HTTP/1.1\r\n" + kHost + "\r\n", "501"},
-      {"GET / \r\n" + kHost + "\r\n", "400"},
-      {"GET /" + std::string(9000, 'a') + " HTTP/1.1\r\n" + kHost + "\r\n", "414"},
-      {"GET / HTTP/1.1\r\n" + kHost + "X: " + std::string(1000000, 'a') + "\r\n\r\n", "431"},
-      {"GET / HTTP/1.1\r\n" + kHost + "Content-Length: 55\r\n\r\n" + inner, "200"},
-      // The longest path that is taken, through every pattern of the service.
-      {"POST /v3/api/prjacc/x/" + std::string(7970, 'a') + " HTTP/1.1\r\nConnection: close\r\nContent-Length: 0\r\n" +
-           kHost + "\r\n",
-       "404"},
-      {"GET / HTTP/1.0\r\n" + kHost + "\r\n", "200"}};
-  for (const auto& [request, status] : cases) {
-    SCOPED_TRACE(request.substr(0, 120));
-    const std::string answer = Answer(request);
-    EXPECT_EQ(answer.rfind("HTTP/1.1 " + status + " ", 0), 0u) << answer.substr(0, 200);
-    EXPECT_EQ(answer.find("HTTP/1.1", 1), answer.npos) << "a request that was hidden is answered: " << answer;
+TEST_F(HeldServerTest, OutlivesWhatIsThrown) {
+  for (const char* path : {"/open", "/receive", "/answer", "/apart"}) {
+    EXPECT_EQ(client_.Post(Url(path), "body").status, 0) << path;
+    EXPECT_EQ(client_.Get(Url("/")).body, "answer") << path;
   }
+  EXPECT_EQ(faults_, 4);
 }
 
-TEST_F(HttpsServerTest, AnswersRangesAsTheStandardSays) {
-  const nlohmann::json root = client_.PostForm(UploadUrl(), UploadParts(LogIn(), "0123456789")).Root();
-  const std::string file = "/review/" + root["payload"]["id"].get<std::string>() + "/file";
-  const std::string huge(30, '9');
-  const std::pair<std::string, std::string> cases[] = {
-      {"bytes=" + huge + "-", "200"}, {"bytes=0-" + huge, "200"}, {"bytes=-0", "416"},
-      {"bytes=4-2", "200"},           {"bytes=", "200"},          {"bytes=a-b", "200"},
-      {"lines=1-2", "200"},           {"bytes=-", "200"},         {"bytes=1-2", "206"},
-      {"bytes=10-", "416"},           {"bytes=0-0,-1", "200"},    {"bytes=" + std::string(60000, '1') + "-", "200"}};
-  for (const auto& [range, status] : cases) {
-    SCOPED_TRACE(range.substr(0, 40));
-    const std::string answer =
-        Answer("GET " + file + " HTTP/1.1\r\n" + kHost + "Connection: close\r\nRange: " + range + "\r\n\r\n");
-    EXPECT_EQ(answer.rfind("HTTP/1.1 " + status + " ", 0), 0u) << answer.substr(0, 200);
-  }
+TEST_F(HeldServerTest, AnswersThatWaitKeepNobodyOut) {
+  std::vector<std::thread> waiting;
+  std::atomic<int> answered{0};
+  for (int i = 0; i < 20; ++i)
+    waiting.emplace_back([&] { answered += client_.Get(Url("/held")).status == 200 ? 1 : 0; });
+  EXPECT_TRUE(Eventually([this] { return holding_ == 20; }));
+  EXPECT_EQ(client_.Get(Url("/")).status, 200);
+  EXPECT_EQ(answered, 0);
+  release_.set_value();
+  for (std::thread& thread : waiting) thread.join();
+  EXPECT_EQ(answered, 20);
 }
 
-TEST_F(HttpsServerTest, TakesFormsInChunksAndNoMalformedOnes) {
-  const std::string form = Form();
-  const std::string good = InChunks(form, 50);
-  std::string sloppy = good;
-  sloppy.replace(4 + 50, 2, "..");
-  const std::tuple<const char*, std::string, std::string> cases[] = {
-      {"good", good, "200"},
-      {"extension and trailer", "1;a=\"b\"\r\n-\r\n" + WithTrailer(InChunks(form.substr(1), 7)), "200"},
-      {"no end of a chunk", sloppy, "400"},
-      {"no number", "zz\r\n" + form, "400"},
-      {"negative", "-1\r\n" + form, "400"},
-      {"prefix", "0x10\r\n" + form, "400"},
-      {"too large", "fffffffffffffffff\r\n" + form, "400"},
-      {"a line without end", std::string(100000, '0') + "1\r\n", "400"}};
-  for (const auto& [what, body, status] : cases) {
-    SCOPED_TRACE(what);
-    const std::string answer = Answer(kUploadHead + "Connection: close\r\nTransfer-Encoding: chunked\r\n\r\n" + body);
-    EXPECT_EQ(answer.rfind("HTTP/1.1 " + std::string(status) + " ", 0), 0u) << answer.substr(0, 200);
-  }
-}
-
-TEST_F(HttpsServerTest, EndsEachStageOfASlowClient) {
-  options_.server.patience = {milliseconds(400), milliseconds(400), milliseconds(400), milliseconds(400),
-                              milliseconds(400)};
-  Restart();
-  LogIn();
-  for (const char* greeting : {"", kTlsGreeting}) {
-    const milliseconds took = TcpConnection(service_->Port(), greeting).Trickle();
-    EXPECT_LT(took.count(), 4000);
-  }
-  // Head, small body, and the body of an upload, from which nothing more comes.
-  for (const std::string& begun : {std::string("GET / HTTP/1.1\r\nX: "),
-                                   "POST /api/prjacc/prjacc HTTP/1.1\r\n" + kHost + "Content-Length: 5000\r\n\r\nauth",
-                                   kUploadHead + "Content-Length: 1000000\r\n\r\n" + kFilm + std::string(50000, 'v')}) {
-    SCOPED_TRACE(begun.substr(0, 60));
-    const auto begin = steady_clock::now();
-    const std::string answer = Answer(begun);
-    EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(4));
-    EXPECT_EQ(answer.rfind("HTTP/1.1 4", 0), 0u) << answer;
-  }
-  ExpectNothingStored();
-}
-
-// A client that always sends something, but never enough.
-TEST_F(HttpsServerTest, EndsATrickle) {
-  options_.server.patience.head = options_.server.patience.body = milliseconds(500);
-  Restart();
-  LogIn();
-  for (const std::string& begun :
-       {std::string("GET / HTTP/1.1\r\nX: "), kUploadHead + "Content-Length: 1000000\r\n\r\n" + kFilm}) {
-    SCOPED_TRACE(begun.substr(0, 60));
-    const auto connection = Connect();
-    connection->Send(begun);
-    const auto begin = steady_clock::now();
-    while (connection->TrySend("v") && steady_clock::now() - begin < std::chrono::seconds(8)) {
-      std::this_thread::sleep_for(milliseconds(20));
-    }
-    EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(6));
-  }
-}
-
-// The patience is that of a real service: only a place can make the difference.
-TEST_F(HttpsServerTest, ServesOthersWhileAllPlacesAreTaken) {
-  options_.server.connections = 30;
-  Restart();
-  LogIn();
-  std::deque<TcpConnection> silent;
-  std::vector<std::unique_ptr<RawConnection>> slow;
-  for (int i = 0; i < 40; ++i) silent.emplace_back(service_->Port(), i % 2 == 0 ? "" : kTlsGreeting);
-  for (int i = 0; i < 40; ++i) {
-    slow.push_back(Connect());
-    slow.back()->Send(i % 2 == 0 ? "GET / HTTP/1.1\r\nX" : kUploadHead + "Content-Length: 1000000\r\n\r\n" + kFilm);
-  }
-  for (int i = 0; i < 3; ++i) {
-    const auto begin = steady_clock::now();
-    EXPECT_EQ(client_.PostForm(UploadUrl(), UploadParts(LogIn())).Root()["status"], "success");
-    EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(4));
-  }
-}
-
-// The stand-alone server, whose handlers are the test's.
-TEST_F(HttpsServerTest, OutlivesFaultsAndServesClientsThatCameEarly) {
-  orvane_service::CertificateAuthority authority(folder_.Path() / "ca", options_.clock);
-  HttpsServer server(authority.ServerIdentity());
-  std::atomic<int> faults{0};
-  server.SetFaultLog([&](const std::string&) { ++faults; });
-  server.Get("/", [](const httplib::Request&, httplib::Response&) {});
-  server.set_logger([](const httplib::Request& request, const httplib::Response&) {
-    if (request.has_header("X-Fault")) throw std::bad_alloc();
-  });
-  const std::string url = "https://www.orvane.localhost:" + std::to_string(server.Bind(0)) + "/";
-  const HttpsClient client(authority.CertificateFile());
-  Reply early;
-  std::thread waiting([&] { early = client.Get(url); });
-  server.Listen();
-  waiting.join();
-  EXPECT_EQ(early.status, 200);
-  client.Get(url, {{"X-Fault", "1"}});
-  EXPECT_EQ(client.Get(url).status, 200);
-  EXPECT_EQ(faults, 1);
+// The client goes on sending, which nobody takes while its answer waits: it is stuck, and hears of the end all the
+// same.
+TEST_F(HeldServerTest, StoppingTellsClientsAtOnce) {
+  Connection connection(Url(""), authority_.Files().certificate);
+  connection.Send("GET /held HTTP/1.1\r\nHost: www.orvane.localhost\r\n\r\n");
+  EXPECT_TRUE(Eventually([this] { return holding_ == 1; }));
+  const std::string more(100 << 20, 'v');
+  EXPECT_FALSE(connection.Send(more, 200));
+  std::thread stopping([this] { server_.Stop(); });
+  const auto begin = steady_clock::now();
+  EXPECT_FALSE(connection.Send(more));
+  EXPECT_LT(steady_clock::now() - begin, seconds(1));
+  release_.set_value();
+  stopping.join();
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ std::vector<std::string> Command(std::vector<std::string> arguments) {
 TEST(ProgramTest, SaysWhenItIsReadyAndEndsOnSignals) {
   const TemporaryFolder folder;
   const std::string data = folder / "data";
-  for (int number : {SIGTERM, SIGINT}) {
+  for (int number : {SIGTERM, SIGINT, SIGHUP}) {
     RunningProgram program(Command({"--data", data, "--port", "0"}));
     ASSERT_NO_FATAL_FAILURE(program.UntilItSays(" (data in " + data + ")\n"));
     const std::string& out = program.output;

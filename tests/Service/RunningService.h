@@ -33,7 +33,7 @@ class RunningService : public testing::Test {
  protected:
   static constexpr const char* kPassword = "let-me-in";
 
-  void SetUp() override { Restart(); }
+  RunningService() { Restart(); }
 
   /// Ends the service if it runs, and starts one on the same data with the options as they now are.
   void Restart();

@@ -3,7 +3,9 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <stdexcept>
 
+#include "FormReader.h"
 #include "Service.h"
 #include "TemporaryFolder.h"
 
@@ -15,6 +17,7 @@ using orvane_service::CertificateAuthority;
 using orvane_service::Identity;
 
 constexpr const char* kContentType = "text/plain";
+constexpr size_t kBlockBytes = 16 * 1024;
 
 // Everything certificates, made once for the process.
 struct Authority {
@@ -24,34 +27,36 @@ struct Authority {
   }
 
   const TemporaryFolder folder;
-  CertificateAuthority authority{folder / "known", orvane_service::SystemTime};
-  const std::string file = authority.CertificateFile();
-  const Identity server = authority.ServerIdentity();
+  CertificateAuthority authority{folder / "known"};
+  const std::string file = authority.Files().certificate;
+  const Identity server = authority.MakeServerIdentity();
 };
 
-Request HeadOf(const httplib::Request& arrived) {
-  Request request;
-  request.method = arrived.method;
-  request.target = arrived.target;
-  request.headers.insert(arrived.headers.begin(), arrived.headers.end());
-  request.clientPort = arrived.remote_port;
-  return request;
+MHD_Result AddHeader(void* headers, MHD_ValueKind, const char* name, const char* value) {
+  static_cast<std::multimap<std::string, std::string>*>(headers)->emplace(name, value == nullptr ? "" : value);
+  return MHD_YES;
 }
 
-// Returns false when the body does not come as it was announced.
-bool ReadBody(const httplib::ContentReader& read, bool isForm, Request& request) {
-  const auto append = [](std::string& text, const char* bytes, size_t length) {
-    text.append(bytes, length);
-    return true;
-  };
-  if (!isForm) return read([&](const char* bytes, size_t length) { return append(request.body, bytes, length); });
-  const auto addPart = [&](const httplib::MultipartFormData& part) {
-    request.parts.push_back({part.name, part.filename, {}});
-    return true;
-  };
-  return read(addPart,
-              [&](const char* bytes, size_t length) { return append(request.parts.back().content, bytes, length); });
-}
+// The body of an answer that is cut off or comes in pieces, as the library asks for it.
+struct Script {
+  static ssize_t Read(void* script, uint64_t sent, char* place, size_t size) {
+    return static_cast<Script*>(script)->Next(static_cast<size_t>(sent), place, size);
+  }
+  static void Free(void* script) { delete static_cast<Script*>(script); }
+
+  ssize_t Next(size_t sent, char* place, size_t size) const {
+    const size_t end = std::min(response.cutAfter, response.body.size());
+    if (sent > 0 && !pass(response.chunkDelay)) return MHD_CONTENT_READER_END_WITH_ERROR;
+    if (sent == end) {
+      return end == response.body.size() ? MHD_CONTENT_READER_END_OF_STREAM : MHD_CONTENT_READER_END_WITH_ERROR;
+    }
+    const size_t chunk = response.chunkSize == 0 ? size : std::min(size, response.chunkSize);
+    return static_cast<ssize_t>(response.body.copy(place, std::min(chunk, end - sent), sent));
+  }
+
+  const Response response;
+  const std::function<bool(std::chrono::milliseconds)> pass;
+};
 
 }  // namespace
 
@@ -69,38 +74,65 @@ Response TextResponse(std::string body, int status) {
   return response;
 }
 
+class ScriptedServer::Visit : public orvane_service::Exchange {
+ public:
+  Visit(ScriptedServer& server, const orvane_service::Request& head)
+      : server_(server), form_(head, [this](const orvane_service::FormPiece& piece) { AddPiece(piece); }) {
+    request_.method = head.method;
+    request_.target = head.target;
+    request_.clientPort = head.ClientPort();
+    MHD_get_connection_values(head.connection, MHD_HEADER_KIND, &AddHeader, &request_.headers);
+    isForm_ = form_.IsForm();
+  }
+
+  void Receive(const char* data, size_t size) override {
+    if (isForm_) {
+      form_.Feed(data, size);
+    } else {
+      request_.body.append(data, size);
+    }
+  }
+
+  bool MayWait() const override { return true; }
+
+  orvane_service::Response Answer() override {
+    if (isForm_ && !form_.End()) throw std::runtime_error("a malformed form");
+    const Response response = server_.Answer(request_);
+    server_.Pass(response.delay);
+    orvane_service::Response answer = Content(response);
+    for (const auto& [name, value] : response.headers) answer.SetHeader(name, value);
+    return answer;
+  }
+
+ private:
+  void AddPiece(const orvane_service::FormPiece& piece) {
+    if (piece.begins) request_.parts.push_back({piece.name, piece.file_name == nullptr ? "" : piece.file_name, {}});
+    request_.parts.back().content.append(piece.data, piece.size);
+  }
+
+  orvane_service::Response Content(const Response& response) {
+    if (response.chunkSize == 0 && response.cutAfter >= response.body.size()) {
+      return {response.status, response.body, kContentType};
+    }
+    const uint64_t size = response.chunkSize == 0 ? response.body.size() : MHD_SIZE_UNKNOWN;
+    auto* const script = new Script{response, [this_server = &server_](auto time) { return this_server->Pass(time); }};
+    return {response.status,
+            MHD_create_response_from_callback(size, kBlockBytes, &Script::Read, script, &Script::Free)};
+  }
+
+  ScriptedServer& server_;
+  Request request_;
+  orvane_service::FormReader form_;
+  bool isForm_ = false;
+};
+
 ScriptedServer::ScriptedServer()
     : others_([](const Request&) { return TextResponse("", 404); }),
-      server_(std::make_unique<orvane_service::HttpsServer>(Authority::Get().server)) {
-  const auto send = [this](const Response& response, httplib::Response& answer) {
-    Pass(response.delay);
-    answer.status = response.status;
-    for (const auto& [name, value] : response.headers) answer.set_header(name, value);
-    const size_t end = std::min(response.cutAfter, response.body.size());
-    // Giving up is how a provider of content makes the library close the connection.
-    if (response.chunkSize != 0) {
-      answer.set_chunked_content_provider(kContentType, [=](size_t sent, httplib::DataSink& sink) {
-        if (sent != 0 && !Pass(response.chunkDelay)) return false;
-        if (sent < end) return sink.write(&response.body[sent], std::min(response.chunkSize, end - sent));
-        if (end == response.body.size()) sink.done();
-        return end == response.body.size();
-      });
-    } else if (end < response.body.size()) {
-      answer.set_content_provider(response.body.size(), kContentType,
-                                  [=](size_t sent, size_t, httplib::DataSink& sink) {
-                                    return sent < end && sink.write(&response.body[sent], end - sent);
-                                  });
-    } else {
-      answer.set_content(response.body, kContentType);
-    }
-  };
-  server_->Get(
-      ".*", [=](const httplib::Request& request, httplib::Response& answer) { send(Answer(HeadOf(request)), answer); });
-  server_->Post(".*", [=](const httplib::Request& head, httplib::Response& answer, const httplib::ContentReader& read) {
-    Request request = HeadOf(head);
-    if (ReadBody(read, head.is_multipart_form_data(), request)) send(Answer(request), answer);
-  });
-  port_ = server_->Start(0);
+      server_(std::make_unique<orvane_service::HttpsServer>(
+          Authority::Get().server,
+          [this](const orvane_service::Request& head) { return std::make_unique<Visit>(*this, head); })) {
+  server_->Start(0);
+  port_ = server_->Port();
 }
 
 ScriptedServer::~ScriptedServer() {

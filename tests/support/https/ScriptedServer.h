@@ -67,7 +67,7 @@ Response TextResponse(std::string body, int status = 200);
 /// handlers.
 class ScriptedServer {
  public:
-  /// Called on the connection's thread, for several connections at the same time. May wait.
+  /// Called on a thread of the request's own, for several at the same time. May wait.
   using Handler = std::function<Response(const Request&)>;
 
   /// Throws std::runtime_error when it cannot listen.
@@ -93,6 +93,8 @@ class ScriptedServer {
   static const std::string& AuthorityFile();
 
  private:
+  class Visit;
+
   /// Writes the request down and returns its answer.
   Response Answer(const Request& request);
 
