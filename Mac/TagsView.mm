@@ -51,12 +51,14 @@ static const float kGap = 10;
   [_addButton setAccessibilityLabel:@"Add the tag"];
 }
 
-// On a page, the interface file gives the view the height of many rows, and places field and label where the first row
-// stands at 0, from which rows grow downwards. That part comes to the top.
+// On a page, the interface file gives the view the height of many rows. They grow downwards from the first, which
+// stands at 0: below that no row is moved. Nothing changes its place on the screen.
 - (void)makeRoomBelow {
-  CGFloat top = 0;
-  for (NSView *view in [self subviews]) top = MAX(top, NSMaxY([view frame]));
-  [self setBoundsOrigin:NSMakePoint(0, top - NSHeight([self frame]))];
+  const CGFloat depth = [self firstRowY];
+  for (NSView *view in [self subviews]) {
+    [view setFrameOrigin:NSMakePoint(NSMinX([view frame]), NSMinY([view frame]) - depth)];
+  }
+  [self setBoundsOrigin:NSMakePoint(0, -depth)];
 }
 
 - (float)firstRowY {
