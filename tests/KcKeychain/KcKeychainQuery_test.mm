@@ -173,20 +173,3 @@ TEST_F(KcKeychainQueryTest, SynchronisationNarrowsTheSearch) {
   EXPECT_FALSE([Query(@"both", KcKeychainSynchronizationModeYes) fetch:NULL]);
   EXPECT_TRUE([Query(@"both", KcKeychainSynchronizationModeNo) fetch:NULL]);
 }
-
-TEST_F(KcKeychainQueryTest, OlderSystemsKnowNoSynchronisation) {
-  KcKeychainQuery *query = Query(@"editor", KcKeychainSynchronizationModeYes);
-  EXPECT_TRUE([[[query query] objectForKey:(id)kSecAttrSynchronizable] boolValue]);
-  const double version_of_this_system = NSFoundationVersionNumber;
-  for (double version : {945.0, 945.18, 945.99}) {
-    NSFoundationVersionNumber = version;
-    EXPECT_FALSE([KcKeychainQuery isSynchronizationAvailable]) << version;
-    EXPECT_EQ([[query query] objectForKey:(id)kSecAttrSynchronizable], nil) << version;
-    EXPECT_EQ(Save(query, @"secret"), 0);
-    EXPECT_TRUE([query fetch:NULL]);
-    EXPECT_EQ([[query fetchAll:NULL] count], 1u);
-  }
-  NSFoundationVersionNumber = 946;
-  EXPECT_TRUE([KcKeychainQuery isSynchronizationAvailable]);
-  NSFoundationVersionNumber = version_of_this_system;
-}

@@ -7,8 +7,6 @@
 #include <set>
 #include <string>
 
-#import "KcKeychain/KcKeychainQuery.h"
-
 namespace {
 
 // "service/account/label" of each item.
@@ -33,16 +31,11 @@ TEST(KcKeychain, SavesReplacesReadsAndDeletes) {
     EXPECT_TRUE([KcKeychain setPassword:@"geheim" forService:@"round trip" account:@"Jörg"]);
     EXPECT_TRUE([KcKeychain setPassword:@"geheimer 🔑" forService:@"round trip" account:@"Jörg" error:&error]);
     EXPECT_STREQ([[KcKeychain passwordForService:@"round trip" account:@"Jörg"] UTF8String], "geheimer 🔑");
-    EXPECT_EQ([KcKeychain passwordForService:@"round trip" account:@"jörg"], nil);
-
     EXPECT_TRUE([KcKeychain deletePasswordForService:@"round trip" account:@"Jörg"]);
     EXPECT_EQ([KcKeychain passwordForService:@"round trip" account:@"Jörg"], nil);
     error = nil;
     EXPECT_FALSE([KcKeychain deletePasswordForService:@"round trip" account:@"Jörg" error:&error]);
     EXPECT_EQ([error code], errSecItemNotFound);
-    error = nil;
-    EXPECT_FALSE([KcKeychain setPassword:nil forService:@"round trip" account:@"Jörg" error:&error]);
-    EXPECT_EQ([error code], KcKeychainErrorBadArguments);
   }
 }
 
