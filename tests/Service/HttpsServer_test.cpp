@@ -3,7 +3,6 @@
 
 #include <deque>
 #include <future>
-#include <thread>
 
 #include "RunningService.h"
 
