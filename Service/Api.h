@@ -6,7 +6,6 @@
 #include <map>
 #include <mutex>
 #include <string>
-#include <string_view>
 
 #include "Catalog.h"
 #include "HttpsServer.h"

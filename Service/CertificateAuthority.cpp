@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "Customers.h"
 #include "Secrets.h"
 
 namespace orvane_service {

@@ -6,8 +6,13 @@
 #pragma once
 
 #include <filesystem>
+#include <string_view>
 
 namespace orvane_service {
+
+/// All host names of the service are this or end in a point and this. Names under "localhost" lead to this machine
+/// without being registered anywhere.
+constexpr std::string_view kDomain = "orvane.localhost";
 
 /// The PEM files of a certificate and its private key (0600).
 struct Identity {

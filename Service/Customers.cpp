@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Answers.h"
+#include "CertificateAuthority.h"
 
 namespace orvane_service {
 

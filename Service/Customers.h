@@ -11,10 +11,6 @@
 
 namespace orvane_service {
 
-/// All host names of the service are this or end in a point and this. Names under "localhost" lead to this machine
-/// without being registered anywhere.
-constexpr std::string_view kDomain = "orvane.localhost";
-
 /// The label before the domain in a Host header with or without a port, in lower case: a customer's subdomain, or "www"
 /// for the web site, also for the bare domain. Nothing for a name that is none of the service's.
 std::optional<std::string> ParseHost(std::string_view header);

@@ -32,7 +32,7 @@ std::string ReadText(const std::filesystem::path& file) {
 void Reset(int socket) {
   sockaddr nobody{};
   nobody.sa_family = AF_UNSPEC;
-  connect(socket, &nobody, sizeof(nobody));
+  static_cast<void>(connect(socket, &nobody, sizeof(nobody)));
 }
 
 void SetPatience(MHD_Connection* connection, std::chrono::seconds time) {

@@ -11,8 +11,6 @@
 #include <mutex>
 #include <set>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "CertificateAuthority.h"
 

@@ -4,7 +4,6 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <set>
 
+#include "CertificateAuthority.h"
 #include "Customers.h"
 #include "Secrets.h"
 

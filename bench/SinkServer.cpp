@@ -29,16 +29,12 @@ class SinkServer::Visit : public orvane_service::Exchange {
   Visit(SinkServer& server, const Request& request)
       : server_(server),
         request_(request),
-        form_(request, [this](const orvane_service::FormPiece& piece) { bytes_ += piece.size; }),
-        isForm_(form_.IsForm()) {}
+        form_(request, [this](const orvane_service::FormPiece& piece) { bytes_ += piece.size; }) {}
 
   void Receive(const char* data, size_t size) override {
-    if (isForm_) {
-      form_.Feed(data, size);
-    } else {
-      body_.append(data, size);
-      bytes_ += size;
-    }
+    if (form_.IsForm()) return form_.Feed(data, size);
+    body_.append(data, size);
+    bytes_ += size;
   }
 
   Response Answer() override {
@@ -65,7 +61,6 @@ class SinkServer::Visit : public orvane_service::Exchange {
   SinkServer& server_;
   const Request request_;
   orvane_service::FormReader form_;
-  const bool isForm_;
   std::string body_;
   size_t bytes_ = 0;
 };

@@ -3,13 +3,11 @@
 
 #include <deque>
 #include <future>
-#include <thread>
 
 #include "RunningService.h"
 
 namespace {
 
-using orvane_service::HttpsServer;
 using orvane_service::Request;
 using orvane_service::Response;
 using std::chrono::seconds;
@@ -17,39 +15,16 @@ using std::chrono::steady_clock;
 
 class HttpsServerTest : public RunningService {};
 
-TEST_F(HttpsServerTest, NeitherAnswersNorEndsAtWhatIsNoRequest) {
-  const std::string url = Url("acme", "/api/prjacc/prjacc");
-  const std::string hidden = "GET /hidden HTTP/1.1\r\nHost: acme.orvane.localhost\r\n\r\n";
-  const std::string chunked = "Transfer-Encoding: chunked\r\n";
-  std::string headers;
-  for (int i = 0; i < 20000; ++i) headers += "X-" + std::to_string(i) + ": y\r\n";
-  for (const auto& [header, body] :
-       std::map<std::string, std::string>{{"Content-Length: -1\r\n", hidden},
-                                          {"Content-Length: 99999999999999999999999\r\n", hidden},
-                                          {chunked, "zz\r\n" + hidden},
-                                          {"Content-Length: 3\r\n" + chunked, "zz\r\n" + hidden},
-                                          {chunked + "X: y\r\n", std::string(100000, '0') + "1\r\n"},
-                                          {"X: " + std::string(1000000, 'a') + "\r\n", ""},
-                                          {headers, ""}}) {
-    SCOPED_TRACE(header.substr(0, 120));
-    const Reply reply = client_.Ask("POST", url, header, body);
-    EXPECT_NE(reply.status, 200);
-    EXPECT_EQ(reply.body.find("nothing at this address"), std::string::npos) << "a request that was hidden is answered";
-  }
-  EXPECT_EQ(client_.Get(Url("www", "/")).status, 200);
-}
-
 TEST_F(HttpsServerTest, EndsStalledClientsAndServesOthersMeanwhile) {
   options_.server.connections = 40;
   options_.server.first = options_.server.idle = seconds(1);
   Restart();
   LogIn();
-  const std::string upload = "POST /api/prjacc/upload_file/1 HTTP/1.1\r\nHost: acme.orvane.localhost\r\n" +
-                             std::string(kFormType) + "Content-Length: 1000000\r\n\r\n" +
-                             FormText({{"Filedata", "vvvv", "film.mp4"}});
+  const std::string film = FormText({{"Filedata", "vvvv", "film.mp4"}});
   std::deque<Connection> stalled;
-  for (int i = 0; i < 30; ++i) {
-    stalled.emplace_back(Url("acme", ""), service_->AuthorityFile()).Send(i % 2 == 0 ? "GET / HTTP/1.1\r\nX" : upload);
+  for (int i = 0; i < 15; ++i) {
+    stalled.emplace_back(Url("acme", ""), service_->AuthorityFile()).Send("GET / HTTP/1.1\r\nX");
+    stalled.push_back(client_.Begin("POST", UploadUrl(), kFormType + "Content-Length: 1000000\r\n", film));
   }
   // Without a handshake, or with the beginning of one: all places are taken, and the backlog is full of such clients.
   for (int i = 0; i < 100; ++i) {
@@ -59,7 +34,7 @@ TEST_F(HttpsServerTest, EndsStalledClientsAndServesOthersMeanwhile) {
   EXPECT_EQ(client_.PostForm(UploadUrl(), UploadParts(LogIn())).Root()["status"], "success");
   EXPECT_LT(steady_clock::now() - begin, seconds(15));
   for (Connection& connection : stalled) EXPECT_NE(connection.ReadToEnd().status, 200);
-  EXPECT_TRUE(Eventually([&] { return Entries(data_ / "incoming").empty(); }));
+  EXPECT_TRUE(Eventually([&] { return NothingIsComing(); }));
 }
 
 // A server whose answer to "/held" waits until the test releases it.
@@ -93,13 +68,13 @@ class HeldServerTest : public testing::Test {
   const TemporaryFolder folder_;
   const orvane_service::CertificateAuthority authority_{folder_.Path()};
   const HttpsClient client_{authority_.Files().certificate};
-  std::atomic<int> faults_{0};
-  std::atomic<int> holding_{0};
+  std::atomic<int> faults_{0}, holding_{0};
   std::promise<void> release_;
   const std::shared_future<void> released_{release_.get_future()};
-  HttpsServer server_{authority_.MakeServerIdentity(),
-                      [this](const Request& request) { return std::make_unique<Visit>(*this, request); },
-                      orvane_service::ServerLimits(), [this](const std::string&) { ++faults_; }};
+  orvane_service::HttpsServer server_{
+      authority_.MakeServerIdentity(),
+      [this](const Request& request) { return std::make_unique<Visit>(*this, request); },
+      orvane_service::ServerLimits(), [this](const std::string&) { ++faults_; }};
 };
 
 TEST_F(HeldServerTest, OutlivesWhatIsThrown) {
@@ -113,8 +88,8 @@ TEST_F(HeldServerTest, OutlivesWhatIsThrown) {
 TEST_F(HeldServerTest, AnswersThatWaitKeepNobodyOut) {
   std::vector<std::thread> waiting;
   std::atomic<int> answered{0};
-  for (int i = 0; i < 20; ++i)
-    waiting.emplace_back([&] { answered += client_.Get(Url("/held")).status == 200 ? 1 : 0; });
+  const auto ask = [&] { answered += client_.Get(Url("/held")).status == 200 ? 1 : 0; };
+  for (int i = 0; i < 20; ++i) waiting.emplace_back(ask);
   EXPECT_TRUE(Eventually([this] { return holding_ == 20; }));
   EXPECT_EQ(client_.Get(Url("/")).status, 200);
   EXPECT_EQ(answered, 0);

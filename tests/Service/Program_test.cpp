@@ -1,53 +1,47 @@
 // The program as it is started from a command line.
 #include "RunningProgram.h"
-#include "RunningService.h"
+#include "TemporaryFolder.h"
 
 namespace {
 
-std::vector<std::string> Command(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), ORVANE_SERVICE_PROGRAM);
-  return arguments;
-}
+namespace fs = std::filesystem;
 
 TEST(ProgramTest, SaysWhenItIsReadyAndEndsOnSignals) {
   const TemporaryFolder folder;
-  const std::string data = folder / "data";
-  for (int number : {SIGTERM, SIGINT, SIGHUP}) {
-    RunningProgram program(Command({"--data", data, "--port", "0"}));
+  const std::string data = folder / "data", file = data + "/demo-password";
+  for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+    RunningProgram program({ORVANE_SERVICE_PROGRAM, "--data", data, "--port", "0"});
     ASSERT_NO_FATAL_FAILURE(program.UntilItSays(" (data in " + data + ")\n"));
-    const std::string& out = program.output;
-    EXPECT_NE(out.find("ready on https://127.0.0.1:"), std::string::npos) << out;
-    const std::string file = data + "/demo-password";
-    const bool has_login =
-        out.find("demo login: subdomain acme, user editor, password in " + file) != std::string::npos;
-    EXPECT_EQ(has_login, number == SIGTERM) << "only at the first start: " << out;
-    EXPECT_EQ(std::filesystem::status(file).permissions(),
-              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    EXPECT_NE(program.output.find("ready on https://127.0.0.1:"), std::string::npos) << program.output;
+    const size_t login = program.output.find("demo login: subdomain acme, user editor, password in " + file);
+    EXPECT_EQ(login == 16, number == SIGTERM) << "only at the first start: " << program.output;
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     program.Signal(number);
     EXPECT_EQ(program.End(), 0);
   }
 }
 
-TEST(ProgramTest, TellsWrongUsageFromFailure) {
+TEST(ProgramTest, TellsWrongUsageFromFailureAndWarns) {
   const TemporaryFolder folder;
-  const std::string data = folder / "data";
-  WriteFile(folder / "password", "a&b\n");
-  RunningProgram first(Command({"--data", data, "--port", "0"}));
-  ASSERT_NO_FATAL_FAILURE(first.UntilItSays("ready"));
-  struct Case {
-    std::vector<std::string> arguments;
-    int code;
-    std::string error;
-  };
-  const std::vector<Case> cases = {{{"--help"}, 0, ""},
-                                   {{"--port", "70000"}, 2, "--port"},
-                                   {{"--demo-password-file", folder / "password"}, 2, "--demo-password-file"},
-                                   {{"--data", data, "--port", "0"}, 1, "another service"}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.arguments.back());
-    const orvane_host::ChildResult result = orvane_host::RunChild(Command(c.arguments));
-    EXPECT_EQ(result.status, c.code);
-    EXPECT_NE(result.errors.find(c.error), std::string::npos) << result.errors;
+  const std::string data = folder / "data", other = folder / "other", password = folder / "password";
+  WriteFile(password, "a&b\n");
+  RunningProgram first({ORVANE_SERVICE_PROGRAM, "--data", data, "--port", "0"});
+  ASSERT_NO_FATAL_FAILURE(first.UntilItSays("(data in"));
+  fs::copy(data, other, fs::copy_options::recursive);
+  fs::permissions(other + "/ca/ca.key", fs::perms::others_read, fs::perm_options::add);
+  const std::string port = first.output.substr(first.output.find("127.0.0.1:") + 10, 5);
+  for (const auto& [option, value, code, error] :
+       std::initializer_list<std::tuple<const char*, std::string, int, const char*>>{
+           {"--help", "", 0, ""},
+           {"--port", "70000", 2, "--port"},
+           {"--demo-password-file", password, 2, "--demo-password-file"},
+           {"--data", data, 1, "another service"},
+           {"--data", other, 1, "Address already in use"},
+           {"--data", other, 1, "warning: other users of this machine may read "}}) {
+    const orvane_host::ChildResult result =
+        orvane_host::RunChild({ORVANE_SERVICE_PROGRAM, "--port", port, option, value});
+    EXPECT_EQ(result.status, code) << option << value;
+    EXPECT_NE(result.errors.find(error), std::string::npos) << result.errors;
   }
 }
 

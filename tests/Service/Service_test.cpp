@@ -1,11 +1,8 @@
-#include <fstream>
-#include <thread>
+#include <future>
 
 #include "RunningService.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class ServiceTest : public RunningService {};
 
@@ -15,31 +12,33 @@ TEST_F(ServiceTest, ARestartKeepsEverything) {
   ASSERT_EQ(root["status"], "success") << root;
   const std::string path = "/review/" + root["payload"]["id"].get<std::string>();
   // What a crash in the middle of an upload leaves.
-  std::ofstream(data_ / "incoming" / "0123456789abcdef0123456789abcdef") << "half a film";
+  WriteFile(data_ / "incoming" / "0123456789abcdef0123456789abcdef", "half a film");
   // A client that has logged in may go on, and one that trusts the authority still does.
   Restart();
-  EXPECT_EQ(fs::status(data_).permissions(), fs::perms::owner_all);
+  EXPECT_EQ(std::filesystem::status(data_).permissions(), std::filesystem::perms::owner_all);
   EXPECT_EQ(client_.Get(Url("acme", path + "/file")).body, "kept");
   EXPECT_EQ(client_.Post(Url("acme", "/api/prjacc/get_project_list"), login.Body()).Root()["payload"].size(), 3u);
-  EXPECT_TRUE(Entries(data_ / "incoming").empty());
+  EXPECT_TRUE(NothingIsComing());
 }
 
 TEST_F(ServiceTest, TheWebSiteGivesVersionAndInstaller) {
-  const std::string installer = Url("www", "/downloads/vorrel-premiere/orvane-vorrel-APP.dmg");
-  const std::string version = "/downloads/vorrel-premiere/version.txt";
-  EXPECT_EQ(client_.Get(Url("www", version)).body, "1.1");
-  EXPECT_EQ(client_.Get(Url("acme", version)).status, 404);
+  const std::string folder = "/downloads/vorrel-premiere/", installer = Url("www", folder + "orvane-vorrel-APP.dmg");
+  const auto version = [&](const std::string& host) { return client_.Get(Url(host, folder + "version.txt")); };
+  EXPECT_EQ(version("www").body, "1.1");
+  EXPECT_EQ(version("acme").status, 404);
   EXPECT_EQ(client_.Get(installer).status, 404);
-  fs::create_directories(data_ / "downloads");
-  std::ofstream(data_ / "downloads" / "orvane-vorrel-APP.dmg") << "image";
+  std::filesystem::create_directories(data_ / "downloads");
+  WriteFile(data_ / "downloads" / "orvane-vorrel-APP.dmg", "image");
   EXPECT_EQ(client_.Get(installer).body, "image");
-  EXPECT_EQ(client_.Get(Url("www", "/downloads/vorrel-premiere/..%2f..%2forvane.db")).status, 404);
-  std::ofstream(data_ / "downloads" / "version.txt") << "1.2\n";
-  EXPECT_EQ(client_.Get(Url("www", version)).body, "1.2");
+  for (const char* path : {"../../orvane.db", "..%2f..%2forvane.db"}) {
+    EXPECT_EQ(client_.Get(Url("www", folder + path)).status, 404);
+  }
+  WriteFile(data_ / "downloads" / "version.txt", "1.2\n");
+  EXPECT_EQ(version("www").body, "1.2");
   EXPECT_NE(client_.Get(Url("www", "/")).body.find("version is 1.2."), std::string::npos);
   options_.web_version = "1.3";
   Restart();
-  EXPECT_EQ(client_.Get(Url("www", version)).body, "1.3");
+  EXPECT_EQ(version("www").body, "1.3");
 }
 
 TEST_F(ServiceTest, SecretsAreNeitherInTheLogNorInTheData) {
@@ -60,16 +59,14 @@ TEST_F(ServiceTest, SecretsAreNeitherInTheLogNorInTheData) {
 
 TEST_F(ServiceTest, ServesManyClientsAtOnce) {
   const Login login = LogIn();
-  std::atomic<int> stored{0};
-  std::vector<std::thread> clients;
-  for (int i = 0; i < 12; ++i) {
-    clients.emplace_back([&, content = std::string(300000 + i, static_cast<char>('a' + i))] {
-      const nlohmann::json root = client_.PostForm(UploadUrl(), UploadParts(login, content)).Root();
-      if (client_.Get(root["payload"].value("link", Url("acme", "/")) + "/file").body == content) ++stored;
-    });
-  }
-  for (std::thread& client : clients) client.join();
-  EXPECT_EQ(stored, 12);
+  std::vector<std::future<std::string>> films;
+  const auto store = [&](const std::string& content) {
+    const nlohmann::json root = client_.PostForm(UploadUrl(), UploadParts(login, content)).Root();
+    return client_.Get(root["payload"].value("link", Url("acme", "")) + "/file").body;
+  };
+  for (char c = 'a'; c < 'm'; ++c) films.push_back(std::async(std::launch::async, store, std::string(300000, c)));
+  for (size_t i = 0; i < films.size(); ++i)
+    EXPECT_TRUE(films[i].get() == std::string(300000, static_cast<char>('a' + i)));
 }
 
 }  // namespace

@@ -16,7 +16,6 @@ namespace {
 using orvane_service::CertificateAuthority;
 using orvane_service::Identity;
 
-constexpr const char* kContentType = "text/plain";
 constexpr size_t kBlockBytes = 16 * 1024;
 
 // Everything certificates, made once for the process.
@@ -36,27 +35,6 @@ MHD_Result AddHeader(void* headers, MHD_ValueKind, const char* name, const char*
   static_cast<std::multimap<std::string, std::string>*>(headers)->emplace(name, value == nullptr ? "" : value);
   return MHD_YES;
 }
-
-// The body of an answer that is cut off or comes in pieces, as the library asks for it.
-struct Script {
-  static ssize_t Read(void* script, uint64_t sent, char* place, size_t size) {
-    return static_cast<Script*>(script)->Next(static_cast<size_t>(sent), place, size);
-  }
-  static void Free(void* script) { delete static_cast<Script*>(script); }
-
-  ssize_t Next(size_t sent, char* place, size_t size) const {
-    const size_t end = std::min(response.cutAfter, response.body.size());
-    if (sent > 0 && !pass(response.chunkDelay)) return MHD_CONTENT_READER_END_WITH_ERROR;
-    if (sent == end) {
-      return end == response.body.size() ? MHD_CONTENT_READER_END_OF_STREAM : MHD_CONTENT_READER_END_WITH_ERROR;
-    }
-    const size_t chunk = response.chunkSize == 0 ? size : std::min(size, response.chunkSize);
-    return static_cast<ssize_t>(response.body.copy(place, std::min(chunk, end - sent), sent));
-  }
-
-  const Response response;
-  const std::function<bool(std::chrono::milliseconds)> pass;
-};
 
 }  // namespace
 
@@ -82,25 +60,24 @@ class ScriptedServer::Visit : public orvane_service::Exchange {
     request_.target = head.target;
     request_.clientPort = head.ClientPort();
     MHD_get_connection_values(head.connection, MHD_HEADER_KIND, &AddHeader, &request_.headers);
-    isForm_ = form_.IsForm();
   }
 
   void Receive(const char* data, size_t size) override {
-    if (isForm_) {
-      form_.Feed(data, size);
-    } else {
-      request_.body.append(data, size);
-    }
+    if (form_.IsForm()) return form_.Feed(data, size);
+    request_.body.append(data, size);
   }
 
   bool MayWait() const override { return true; }
 
   orvane_service::Response Answer() override {
-    if (isForm_ && !form_.End()) throw std::runtime_error("a malformed form");
-    const Response response = server_.Answer(request_);
-    server_.Pass(response.delay);
-    orvane_service::Response answer = Content(response);
-    for (const auto& [name, value] : response.headers) answer.SetHeader(name, value);
+    if (form_.IsForm() && !form_.End()) throw std::runtime_error("a malformed form");
+    response_ = server_.Answer(request_);
+    server_.Pass(response_.delay);
+    const uint64_t size = response_.chunkSize == 0 ? response_.body.size() : MHD_SIZE_UNKNOWN;
+    orvane_service::Response answer(response_.status,
+                                    MHD_create_response_from_callback(size, kBlockBytes, &Read, this, nullptr));
+    answer.SetHeader("Content-Type", "text/plain");
+    for (const auto& [name, value] : response_.headers) answer.SetHeader(name, value);
     return answer;
   }
 
@@ -110,20 +87,25 @@ class ScriptedServer::Visit : public orvane_service::Exchange {
     request_.parts.back().content.append(piece.data, piece.size);
   }
 
-  orvane_service::Response Content(const Response& response) {
-    if (response.chunkSize == 0 && response.cutAfter >= response.body.size()) {
-      return {response.status, response.body, kContentType};
+  // More of the body, as the library asks for it.
+  static ssize_t Read(void* visit, uint64_t offset, char* place, size_t size) {
+    return static_cast<Visit*>(visit)->Next(static_cast<size_t>(offset), place, size);
+  }
+
+  ssize_t Next(size_t sent, char* place, size_t size) const {
+    const size_t end = std::min(response_.cutAfter, response_.body.size());
+    if (sent > 0 && !server_.Pass(response_.chunkDelay)) return MHD_CONTENT_READER_END_WITH_ERROR;
+    if (sent == end) {
+      return end == response_.body.size() ? MHD_CONTENT_READER_END_OF_STREAM : MHD_CONTENT_READER_END_WITH_ERROR;
     }
-    const uint64_t size = response.chunkSize == 0 ? response.body.size() : MHD_SIZE_UNKNOWN;
-    auto* const script = new Script{response, [this_server = &server_](auto time) { return this_server->Pass(time); }};
-    return {response.status,
-            MHD_create_response_from_callback(size, kBlockBytes, &Script::Read, script, &Script::Free)};
+    const size_t chunk = response_.chunkSize == 0 ? size : std::min(size, response_.chunkSize);
+    return static_cast<ssize_t>(response_.body.copy(place, std::min(chunk, end - sent), sent));
   }
 
   ScriptedServer& server_;
   Request request_;
+  Response response_;
   orvane_service::FormReader form_;
-  bool isForm_ = false;
 };
 
 ScriptedServer::ScriptedServer()
