@@ -81,12 +81,14 @@ static NSString *const kInstallerAddress =
 }
 
 - (void)announceNewerVersion {
-  NSString *newest = FromUtf8(orvane->versionCheck());
+  const std::string version = orvane->versionCheck();
+  NSString *newest = FromUtf8(version);
   if (![newest isNewerThanVersion:@ORVANE_VERSION]) {
     [self closeUpNotice];
     return;
   }
-  [versionCheckLabel setStringValue:[NSString stringWithFormat:@"New version available! (%@)", newest]];
+  NSString *shown = FromUtf8(Shortened(version, kMaxShownBytes));
+  [versionCheckLabel setStringValue:[NSString stringWithFormat:@"New version available! (%@)", shown]];
   [versionCheckBox setHidden:NO];
 }
 

@@ -11,7 +11,10 @@ inline std::string ToUtf8(NSString *string) {
   return bytes ? std::string(bytes, [string lengthOfBytesUsingEncoding:NSUTF8StringEncoding]) : std::string();
 }
 
-/// As many whole characters of the UTF-8 text as fit into that many bytes: what comes from outside has any length.
+/// What is shown or logged of a text that comes from outside, in bytes: it can have any length.
+constexpr size_t kMaxShownBytes = 2000;
+
+/// As many whole characters of the UTF-8 text as fit into that many bytes.
 inline std::string Shortened(const std::string &text, size_t bytes) {
   if (text.size() <= bytes) return text;
   while (bytes > 0 && (text[bytes] & 0xC0) == 0x80) --bytes;

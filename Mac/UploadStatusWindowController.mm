@@ -18,9 +18,6 @@
 // the window server, which a fast upload needs itself, and nobody reads numbers that change more often than this.
 static const NSTimeInterval kSecondsBetweenDrawings = 1.0 / 10;
 
-// What is shown or logged of a text that the service sends, in bytes.
-static const size_t kMaxMessageBytes = 2000;
-
 static const CGFloat kDistanceFromScreenEdge = 24;
 
 // "3.2 MB of 45.0 MB (7 %)"
@@ -124,7 +121,7 @@ static NSString *ProgressText(double total, double done) {
     });
     return;
   }
-  NSLog(@"#orvanevorrel Upload error returned from Orvane - res: %@", FromUtf8(Shortened(answer, kMaxMessageBytes)));
+  NSLog(@"#orvanevorrel Upload error returned from Orvane - res: %@", FromUtf8(Shortened(answer, kMaxShownBytes)));
   // The alert belongs to this block, which waits for it; windows are only safe on the main thread.
   RunOnMainThreadAndWait([self, message] { RunGuarded([self, message] { [self uploadRefusedWithMessage:message]; }); });
 }
@@ -141,7 +138,7 @@ static NSString *ProgressText(double total, double done) {
 - (void)uploadRefusedWithMessage:(NSString *)message {
   [self stopShowingProgress];
   [self tellWhatIsLeft];
-  NSString *text = FromUtf8(Shortened(ToUtf8(message), kMaxMessageBytes));
+  NSString *text = FromUtf8(Shortened(ToUtf8(message), kMaxShownBytes));
   RunAlert(NSAlertStyleWarning, @"There was an error uploading to Orvane.",
            [NSString stringWithFormat:@"The system returned this message: \"%@\"", text], orvaneIcon);
   g_export.activity = ExportState::Activity::kNone;

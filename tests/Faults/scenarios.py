@@ -191,10 +191,15 @@ def answer_rows():
 
 def login_rows():
     large = stuffed('"' + "x" * (MIB + MIB // 2) + '"')
-    for request in ("key", "token"):
-        yield Row(f"{request}: answers 1.5 MiB of JSON", BROKEN, {request: large(request)})
+    saved_is_bad = "The saved Orvane username and/or password is invalid."
+    yield Row("key: answers 1.5 MiB of JSON", BROKEN, {"key": large("key")})
+    yield Row("token: answers 1.5 MiB of JSON", {
+        **NOT_REACHED, "alerts": alerts(saved_is_bad, "Invalid username or password.")}, {"token": large("token")})
+    for size in (1, 31):
+        yield Row(f"version: a newer one of {size} MiB", UNSAVED,
+                  {"version": lambda exchange, size=size: exchange.answer("9" * size * MIB)}, saved=None, limit=100)
     yield Row("key: is not to be reached, with a saved login", {
-        **NOT_REACHED, "alerts": alerts("The saved Orvane username and/or password is invalid.", "Could not connect")},
+        **NOT_REACHED, "alerts": alerts(saved_is_bad, "Could not connect")},
         {"key": sends()("key")}, everyday=True)
 
 
