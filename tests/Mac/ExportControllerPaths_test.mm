@@ -67,14 +67,6 @@ class TemporaryItems {
 
 }  // namespace
 
-TEST(ExportControllerPaths, PutsTheTemporaryFolderInFrontOfTheName) {
-  TemporaryItems folder(40);
-  PathBuffer buffer(u"/VorrelExport_1795000000.mp4");
-  EXPECT_EQ(setDestinationPath(buffer.units.data(), "/VorrelExport_1795000000.mp4"), 0);
-  EXPECT_EQ(g_fpath, folder.Path() + "/VorrelExport_1795000000.mp4");
-  EXPECT_EQ(Read(buffer.units.data()), std::u16string(g_fpath.begin(), g_fpath.end()));
-}
-
 // A full path of 254 units fits, one of 255 does not; no length writes behind the host's 256 units.
 TEST(ExportControllerPaths, RefusesAFullPathOf255Units) {
   for (size_t folder_length : {199u, 200u, 201u, 254u, 255u, 256u, 300u}) {
@@ -89,14 +81,6 @@ TEST(ExportControllerPaths, RefusesAFullPathOf255Units) {
     // The path for the upload takes 127 bytes of the folder.
     EXPECT_EQ(g_fpath, folder.Path().substr(0, 127) + name);
   }
-}
-
-TEST(ExportControllerPaths, ReportsAMissingTemporaryFolder) {
-  TemporaryItems folder(60);
-  std::filesystem::remove_all(folder.Path());
-  PathBuffer buffer(u"/name.mp4");
-  EXPECT_NE(setDestinationPath(buffer.units.data(), "/name.mp4"), 0);
-  EXPECT_FALSE(buffer.Overrun());
 }
 
 // Whatever the folder is called, the film is written into it or not at all: never to the root of the disk.
