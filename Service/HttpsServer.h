@@ -72,8 +72,7 @@ struct ServerLimits {
   /// How long nothing may come or go while a request is served. It covers a break of the line with the retransmission
   /// that follows, and a client whose film has become shorter while it was sent: that one would wait for ever.
   std::chrono::seconds idle{30};
-  /// At once; further clients wait until one ends. With the files that are arriving, all stay below the usual limit of
-  /// 1024 open files.
+  /// At once; further clients wait until one ends.
   unsigned int connections = 800;
 };
 

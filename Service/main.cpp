@@ -1,6 +1,7 @@
 // orvane-service: the options of the command line, and the service's life from start to signal.
 #include <CLI/CLI.hpp>
 #include <glib.h>
+#include <malloc.h>
 #include <signal.h>
 #include <sys/stat.h>
 
@@ -67,6 +68,8 @@ void AddOptions(CLI::App& app, ServiceOptions& options) {
 }
 
 int Run(ServiceOptions options) {
+  // What the check of a password took goes back to the system, and is not kept by its thread's heap.
+  mallopt(M_MMAP_THRESHOLD, 1 << 20);
   // Blocked before any thread starts, so that no thread is interrupted and sigwait() below gets them.
   sigset_t signals;
   sigemptyset(&signals);
