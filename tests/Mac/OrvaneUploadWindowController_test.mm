@@ -204,20 +204,6 @@ TEST_F(OrvaneUploadWindowControllerTest, LoggingOutForgetsTheLoginAndEndsTheExpo
   EXPECT_FALSE(ReadSavedLogin(&saved, NULL));
 }
 
-TEST_F(OrvaneUploadWindowControllerTest, EscapeClosesItFromEveryControl) {
-  for (NSString *name in @[ @"inputProject", @"inputTitle", @"fileDescription", @"logoutBtn" ]) {
-    Run([name](Script &actions, OrvaneUploadWindowController *controller) {
-      actions.OnMain([name, controller] {
-        NSWindow *window = [controller orvaneUploadWindow];
-        ASSERT_TRUE([window makeFirstResponder:[controller valueForKey:name]]);
-        PressKey(window, @"\033");
-        EXPECT_FALSE([window isVisible]) << [name UTF8String];
-        [window performClose:nil];
-      });
-    });
-  }
-}
-
 TEST_F(OrvaneUploadWindowControllerTest, SaysWhatToDoWhileNoProjectIsChosen) {
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
