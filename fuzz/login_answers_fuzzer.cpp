@@ -16,7 +16,7 @@ std::string second_answer;
 
 void HttpRequest::init() {}
 void HttpRequest::cleanup() {}
-std::string HttpRequest::get(std::string, size_t) {
+std::string HttpRequest::get(std::string) {
   return first_answer;
 }
 std::string HttpRequest::post(std::string, std::string) {
