@@ -112,7 +112,7 @@ TEST_F(UploadTest, AnUploadThatIsCutOffLeavesNothing) {
 
 TEST_F(UploadTest, TakesFormsInPiecesAndNoMalformedOnes) {
   const std::string form = FormText(UploadParts(login_));
-  for (const std::string& bad : {form, form + "--xy--\r\n", std::string("no form"), std::string(200000, '-')}) {
+  for (const std::string& bad : {form, form + "--xy--\r\n", std::string(200000, '-') + "\r\n" + form + kFormEnd}) {
     SCOPED_TRACE(bad.substr(0, 100));
     ExpectRefused(client_.Begin("POST", UploadUrl(), kChunked, InChunks(bad, 5000)).ReadToEnd(), 400);
   }
