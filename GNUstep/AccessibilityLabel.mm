@@ -6,8 +6,7 @@
 
 namespace {
 
-using Dealloc = void (*)(id, SEL);
-Dealloc original_dealloc;
+void (*original_dealloc)(id, SEL);
 
 // The label of each view that has one. The views are not retained: each takes its entry with it. Main thread.
 NSMapTable *Labels() {
@@ -26,7 +25,7 @@ void ForgetLabelAndDealloc(id view, SEL selector) {
 }  // namespace
 
 const Replacement replacement([] {
-  original_dealloc = ReplaceInstanceMethod<Dealloc>("NSView", "dealloc", ForgetLabelAndDealloc);
+  original_dealloc = ReplaceInstanceMethod("NSView", "dealloc", ForgetLabelAndDealloc);
 });
 
 @implementation NSView (AccessibilityLabel)

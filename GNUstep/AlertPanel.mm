@@ -110,11 +110,9 @@ void LayOutPanel(id panel, SEL) {
   [content setNeedsDisplay:YES];
 }
 
-using InitWithContentRect = id (*)(id, SEL, NSRect, NSUInteger, NSBackingStoreType, BOOL);
-InitWithContentRect original_init_with_content_rect;
+id (*original_init_with_content_rect)(id, SEL, NSRect, NSUInteger, NSBackingStoreType, BOOL);
 
-using OrderWindow = void (*)(id, SEL, NSWindowOrderingMode, NSInteger);
-OrderWindow original_order_window;
+void (*original_order_window)(id, SEL, NSWindowOrderingMode, NSInteger);
 
 // A window that does not say that it can be closed has its program killed by the window manager's close button. The
 // window is made at once: ordering it needs its number.
@@ -145,11 +143,10 @@ void OrderAboveFloatingWindows(id panel, SEL selector, NSWindowOrderingMode plac
 }  // namespace
 
 const Replacement replacement([] {
-  original_init_with_content_rect = OverrideInstanceMethod<InitWithContentRect>(
-      "GSAlertPanel", "initWithContentRect:styleMask:backing:defer:", InitClosablePanel);
-  original_order_window =
-      OverrideInstanceMethod<OrderWindow>("GSAlertPanel", "orderWindow:relativeTo:", OrderAboveFloatingWindows);
+  original_init_with_content_rect =
+      ReplaceInstanceMethod("GSAlertPanel", "initWithContentRect:styleMask:backing:defer:", InitClosablePanel);
+  original_order_window = ReplaceInstanceMethod("GSAlertPanel", "orderWindow:relativeTo:", OrderAboveFloatingWindows);
   class_addMethod(objc_getClass("GSAlertPanel"), sel_registerName("windowShouldClose:"),
                   reinterpret_cast<IMP>(PressDefaultButton), "c@:@");
-  ReplaceInstanceMethod<void (*)(id, SEL)>("GSAlertPanel", "sizePanelToFit", LayOutPanel);
+  ReplaceInstanceMethod("GSAlertPanel", "sizePanelToFit", LayOutPanel);
 });

@@ -6,8 +6,7 @@
 
 namespace {
 
-using FontWithName = NSFont *(*)(id, SEL, NSString *, CGFloat);
-FontWithName original_font_with_name;
+NSFont *(*original_font_with_name)(id, SEL, NSString *, CGFloat);
 
 NSString *FallbackFontName(NSString *name) {
   if (![name hasPrefix:@"Helvetica"]) return nil;
@@ -23,5 +22,5 @@ NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat si
 }  // namespace
 
 const Replacement replacement([] {
-  original_font_with_name = ReplaceClassMethod<FontWithName>("NSFont", "fontWithName:size:", FontWithFallback);
+  original_font_with_name = ReplaceClassMethod("NSFont", "fontWithName:size:", FontWithFallback);
 });

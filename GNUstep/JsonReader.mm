@@ -10,8 +10,6 @@
 
 namespace {
 
-using ReadJson = id (*)(id, SEL, NSData *, NSJSONReadingOptions, NSError **);
-
 // Builds Foundation's objects while the library reads. Each function returns whether to read on.
 class Builder : public nlohmann::json_sax<nlohmann::json> {
  public:
@@ -91,5 +89,5 @@ id ReadStrictly(id, SEL, NSData *data, NSJSONReadingOptions options, NSError **e
 }  // namespace
 
 void InstallJsonReader() {
-  ReplaceClassMethod<ReadJson>("NSJSONSerialization", "JSONObjectWithData:options:error:", ReadStrictly);
+  ReplaceClassMethod("NSJSONSerialization", "JSONObjectWithData:options:error:", ReadStrictly);
 }

@@ -8,8 +8,7 @@
 
 namespace {
 
-using StopModal = void (*)(id, SEL, NSInteger);
-StopModal original_stop_modal;
+void (*original_stop_modal)(id, SEL, NSInteger);
 
 void StopModalAndWake(id application, SEL selector, NSInteger code) {
   if (![application modalWindow]) return;
@@ -21,5 +20,5 @@ void StopModalAndWake(id application, SEL selector, NSInteger code) {
 
 const Replacement replacement([] {
   // stopModal sends stopModalWithCode:, so one replacement covers both.
-  original_stop_modal = ReplaceInstanceMethod<StopModal>("NSApplication", "stopModalWithCode:", StopModalAndWake);
+  original_stop_modal = ReplaceInstanceMethod("NSApplication", "stopModalWithCode:", StopModalAndWake);
 });

@@ -7,8 +7,7 @@
 
 namespace {
 
-using InitWithData = id (*)(id, SEL, NSData *, NSUInteger, NSError **);
-InitWithData original_init_with_data;
+id (*original_init_with_data)(id, SEL, NSData *, NSUInteger, NSError **);
 
 // The documents that are parsed while an interface file loads; nil at other times. Main thread.
 NSMutableArray *parsed_documents = nil;
@@ -29,8 +28,7 @@ void ReleaseLostDocuments(NSArray *documents) {
 }  // namespace
 
 const Replacement replacement([] {
-  original_init_with_data =
-      ReplaceInstanceMethod<InitWithData>("NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote);
+  original_init_with_data = ReplaceInstanceMethod("NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote);
 });
 
 @implementation NSBundle (TopLevelNibLoading)

@@ -1,22 +1,26 @@
-// Pop-up buttons as AppKit's. There, an arrow key opens the menu of the button that has the keyboard, an open menu gets
-// every key, it is off the screen before the button's action is sent, and the button shows no check mark. GNUstep opens
-// it with the space bar alone, leaves it open while Return presses the window's default button, takes it away when the
-// action has ended, and draws the chosen item's check mark over its title.
+// Pop-up buttons and menus as AppKit's. There, a click or an arrow key opens the menu of the button, an open menu gets
+// every key, a click beside it closes it, it is off the screen before the button's action is sent, and the button shows
+// no check mark. GNUstep opens it for as long as the mouse button is held, or with the space bar, leaves it open while
+// Return presses the window's default button, takes it away when the action has ended, and draws the chosen item's
+// check mark over its title. It also takes away the menu when what opens a further one is clicked on.
 #import <Cocoa/Cocoa.h>
+#import <GNUstepGUI/GSDisplayServer.h>
+
+#include <cmath>
 
 #include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
 
-using SendEvent = void (*)(id, SEL, NSEvent *);
-SendEvent original_send_event;
+constexpr CGFloat kClickRadius = 4;  // points that the mouse may move during a click
 
-using DrawStateImage = void (*)(id, SEL, NSRect, NSView *);
-DrawStateImage original_draw_state_image;
-
-using SendAction = BOOL (*)(id, SEL, SEL, id, id);
-SendAction original_send_action;
+void (*original_send_event)(id, SEL, NSEvent *);
+void (*original_draw_state_image)(id, SEL, NSRect, NSView *);
+BOOL (*original_track_with_event)(id, SEL, NSEvent *);
+void (*original_mouse_down)(id, SEL, NSEvent *);
+NSEvent *(*original_next_event)(id, SEL, NSUInteger, NSDate *, NSString *, BOOL);
+BOOL (*original_send_action)(id, SEL, SEL, id, id);
 
 NSMenuView *MenuViewOf(NSPopUpButton *button) {
   return static_cast<NSMenuView *>([[button menu] menuRepresentation]);
@@ -62,15 +66,102 @@ void ShowHighlightedItem(NSMenuView *menu_view) {
   if (shift != 0) [window setFrameOrigin:NSMakePoint(NSMinX([window frame]), NSMinY([window frame]) + shift)];
 }
 
+// Gives the open menu of the button its keys, and closes it when something else is clicked on. Returns whether it did.
+bool GiveToOpenMenu(NSPopUpButton *button, NSEvent *event) {
+  NSMenuView *menu_view = MenuViewOf(button);
+  if (![[menu_view window] isVisible]) return false;
+  if ([event type] == NSLeftMouseDown && [event window] != [menu_view window]) {
+    [[button cell] dismissPopUp];
+    return true;
+  }
+  if ([event type] != NSKeyDown) return false;
+  [button keyDown:event];
+  ShowHighlightedItem(menu_view);
+  return true;
+}
+
 void SendEventToOpenMenuFirst(id application, SEL selector, NSEvent *event) {
-  NSPopUpButton *button = [event type] == NSKeyDown ? FocusedPopUp([event window]) : nil;
-  if (button && [[MenuViewOf(button) window] isVisible]) {
-    [button keyDown:event];
-    ShowHighlightedItem(MenuViewOf(button));
-  } else if (button && [button numberOfItems] > 0 && IsArrow(event)) {
+  NSPopUpButton *button = FocusedPopUp([application keyWindow]);
+  if (GiveToOpenMenu(button, event)) return;
+  const bool opens = [event type] == NSKeyDown && [button numberOfItems] > 0 && IsArrow(event);
+  if (opens) {
     [button keyDown:WithCharacters(event, @" ")];
   } else {
     original_send_event(application, selector, event);
+  }
+}
+
+// The menu that follows the mouse, and whether the mouse button that opened it is still held. Main thread.
+NSMenuView *followed_menu = nil;
+bool opening = false;
+NSPoint pressed_at;
+
+// Where the mouse stood when a key was pressed: as long as it stays there, the keys move through the menu.
+NSPoint rests_at;
+
+void OpenMenu(id button, SEL selector, NSEvent *event) {
+  opening = true;
+  pressed_at = [NSEvent mouseLocation];
+  original_mouse_down(button, selector, event);
+  opening = false;
+}
+
+BOOL FollowMouse(id menu, SEL selector, NSEvent *event) {
+  NSMenuView *outer = followed_menu;
+  followed_menu = menu;
+  rests_at = NSMakePoint(-1, -1);
+  const BOOL ends = original_track_with_event(menu, selector, event);
+  [GSServerForWindow([menu window]) releasemouse];
+  followed_menu = outer;
+  return ends;
+}
+
+// Whether the menu stays when the mouse button is let go: after the click that opened it, and on what opens another.
+bool StaysOpen() {
+  const NSPoint place = [NSEvent mouseLocation];
+  const bool opened = opening && std::hypot(place.x - pressed_at.x, place.y - pressed_at.y) < kClickRadius;
+  opening = false;
+  if (opened) {
+    // From now on a click on the windows of other programs is one on this menu, too, and closes it.
+    NSWindow *window = [followed_menu window];
+    [GSServerForWindow(window) capturemouse:static_cast<int>([window windowNumber])];
+  }
+  for (NSMenuView *menu = followed_menu; menu && !opened; menu = [menu attachedMenuView]) {
+    const NSInteger index = [menu isHorizontal] ? -1 : [menu highlightedItemIndex];
+    if (index >= 0 && NSPointInRect(place, [[menu window] frame])) return [[[menu menu] itemAtIndex:index] hasSubmenu];
+  }
+  return opened;
+}
+
+// A release of the mouse button that chooses nothing.
+NSEvent *ReleaseOfNothing(NSEvent *event) {
+  for (NSMenuView *menu = followed_menu; menu; menu = [menu attachedMenuView]) [menu setHighlightedItemIndex:-1];
+  return [NSEvent mouseEventWithType:NSLeftMouseUp
+                            location:[event locationInWindow]
+                       modifierFlags:0
+                           timestamp:[event timestamp]
+                        windowNumber:[event windowNumber]
+                             context:[event context]
+                         eventNumber:0
+                          clickCount:1
+                            pressure:0];
+}
+
+// While a menu follows the mouse it gets the keys, too, and not the window when the menu has gone.
+NSEvent *NextEventForMenu(id application, SEL selector, NSUInteger mask, NSDate *until, NSString *mode, BOOL dequeue) {
+  const bool follows = followed_menu && [mode isEqualToString:NSEventTrackingRunLoopMode];
+  if (!follows) return original_next_event(application, selector, mask, until, mode, dequeue);
+  for (;;) {
+    NSEvent *event = original_next_event(application, selector, mask | NSKeyDownMask, until, mode, dequeue);
+    const NSEventType type = [event type];
+    bool taken = true;
+    if (type == NSKeyDown) {
+      rests_at = [NSEvent mouseLocation];
+      taken = GiveToOpenMenu(FocusedPopUp([application keyWindow]), event);
+    }
+    if (!taken || ![[followed_menu window] isVisible]) return ReleaseOfNothing(event);
+    const bool rests = type == NSPeriodic && NSEqualPoints([NSEvent mouseLocation], rests_at);
+    if (type != NSKeyDown && !rests && (type != NSLeftMouseUp || !StaysOpen())) return event;
   }
 }
 
@@ -86,9 +177,12 @@ void DrawStateImageInMenusAlone(id cell, SEL selector, NSRect frame, NSView *vie
 }  // namespace
 
 const Replacement replacement([] {
-  original_send_event = ReplaceInstanceMethod<SendEvent>("NSApplication", "sendEvent:", SendEventToOpenMenuFirst);
-  original_send_action =
-      ReplaceInstanceMethod<SendAction>("NSApplication", "sendAction:to:from:", CloseMenuAndSendAction);
-  original_draw_state_image = ReplaceInstanceMethod<DrawStateImage>(
-      "NSMenuItemCell", "drawStateImageWithFrame:inView:", DrawStateImageInMenusAlone);
+  original_send_event = ReplaceInstanceMethod("NSApplication", "sendEvent:", SendEventToOpenMenuFirst);
+  original_send_action = ReplaceInstanceMethod("NSApplication", "sendAction:to:from:", CloseMenuAndSendAction);
+  original_mouse_down = ReplaceInstanceMethod("NSPopUpButton", "mouseDown:", OpenMenu);
+  original_track_with_event = ReplaceInstanceMethod("NSMenuView", "trackWithEvent:", FollowMouse);
+  original_next_event =
+      ReplaceInstanceMethod("NSApplication", "nextEventMatchingMask:untilDate:inMode:dequeue:", NextEventForMenu);
+  original_draw_state_image =
+      ReplaceInstanceMethod("NSMenuItemCell", "drawStateImageWithFrame:inView:", DrawStateImageInMenusAlone);
 });

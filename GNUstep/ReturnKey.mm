@@ -7,8 +7,7 @@
 
 namespace {
 
-using PerformKeyEquivalent = BOOL (*)(id, SEL, NSEvent *);
-PerformKeyEquivalent original_perform_key_equivalent;
+BOOL (*original_perform_key_equivalent)(id, SEL, NSEvent *);
 
 bool IsPlainReturn(NSEvent *event) {
   const NSUInteger modifiers = NSShiftKeyMask | NSControlKeyMask | NSAlternateKeyMask | NSCommandKeyMask;
@@ -37,5 +36,5 @@ BOOL PerformKeyEquivalentUnlessText(id window, SEL selector, NSEvent *event) {
 
 const Replacement replacement([] {
   original_perform_key_equivalent =
-      ReplaceInstanceMethod<PerformKeyEquivalent>("NSWindow", "performKeyEquivalent:", PerformKeyEquivalentUnlessText);
+      ReplaceInstanceMethod("NSWindow", "performKeyEquivalent:", PerformKeyEquivalentUnlessText);
 });

@@ -6,8 +6,7 @@
 
 namespace {
 
-using ImageNamed = NSImage *(*)(id, SEL, NSString *);
-ImageNamed original_image_named;
+NSImage *(*original_image_named)(id, SEL, NSString *);
 
 // Looks in every bundle: this code's own has no identifier that it could know, and in a test it is in the program.
 NSImage *ImageNamedWithTemplates(id image_class, SEL selector, NSString *name) {
@@ -27,5 +26,5 @@ NSImage *ImageNamedWithTemplates(id image_class, SEL selector, NSString *name) {
 }  // namespace
 
 const Replacement replacement([] {
-  original_image_named = ReplaceClassMethod<ImageNamed>("NSImage", "imageNamed:", ImageNamedWithTemplates);
+  original_image_named = ReplaceClassMethod("NSImage", "imageNamed:", ImageNamedWithTemplates);
 });

@@ -7,8 +7,7 @@
 
 namespace {
 
-using DrawInRect = void (*)(id, SEL, NSRect);
-DrawInRect original_draw_in_rect;
+void (*original_draw_in_rect)(id, SEL, NSRect);
 
 // Points. The widths of a text and of a rectangle that was made for it may differ by rounding.
 constexpr CGFloat kRounding = 0.01;
@@ -57,5 +56,5 @@ void DrawFitted(id text, SEL selector, NSRect rectangle) {
 }  // namespace
 
 const Replacement replacement([] {
-  original_draw_in_rect = ReplaceInstanceMethod<DrawInRect>("NSAttributedString", "drawInRect:", DrawFitted);
+  original_draw_in_rect = ReplaceInstanceMethod("NSAttributedString", "drawInRect:", DrawFitted);
 });

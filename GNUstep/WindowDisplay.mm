@@ -6,8 +6,7 @@
 
 namespace {
 
-using MakeKeyAndOrderFront = void (*)(id, SEL, id);
-MakeKeyAndOrderFront original_make_key_and_order_front;
+void (*original_make_key_and_order_front)(id, SEL, id);
 
 void DisplayAndOrderFront(id window, SEL selector, id sender) {
   [[window contentView] setNeedsDisplay:YES];
@@ -17,6 +16,5 @@ void DisplayAndOrderFront(id window, SEL selector, id sender) {
 }  // namespace
 
 const Replacement replacement([] {
-  original_make_key_and_order_front =
-      ReplaceInstanceMethod<MakeKeyAndOrderFront>("NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront);
+  original_make_key_and_order_front = ReplaceInstanceMethod("NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront);
 });

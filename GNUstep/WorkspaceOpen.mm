@@ -14,8 +14,6 @@ extern char **environ;
 
 namespace {
 
-using OpenURL = BOOL (*)(id, SEL, NSURL *);
-
 // Starts xdg-open without a shell and leaves a thread to reap it. Returns whether it could be started.
 bool StartBrowser(const std::string &address) {
   std::string program = "xdg-open";
@@ -36,4 +34,4 @@ BOOL OpenInBrowser(id, SEL, NSURL *url) {
 
 }  // namespace
 
-const Replacement replacement([] { ReplaceInstanceMethod<OpenURL>("NSWorkspace", "openURL:", OpenInBrowser); });
+const Replacement replacement([] { ReplaceInstanceMethod("NSWorkspace", "openURL:", OpenInBrowser); });

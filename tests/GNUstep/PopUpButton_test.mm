@@ -1,9 +1,13 @@
-// What the keys do to an open menu, beyond what the demonstration by keyboard does.
+// What keys and the mouse do to menus, beyond what the demonstration does. The mouse is the display's.
 #import <Cocoa/Cocoa.h>
+#include <dispatch/dispatch.h>
 #include <gtest/gtest.h>
+
+#include <string>
 
 #import "BareWindow.h"
 #import "Controls.h"
+#include "WindowScript.h"
 
 using namespace window_test;
 
@@ -11,6 +15,47 @@ namespace {
 
 NSString *Key(unichar character) {
   return [NSString stringWithCharacters:&character length:1];
+}
+
+// Has the display's mouse do that, in xdotool's words.
+void Mouse(const std::string &words) {
+  NSString *text = [NSString stringWithUTF8String:words.c_str()];
+  NSTask *task = [NSTask launchedTaskWithLaunchPath:@"/usr/bin/xdotool"
+                                          arguments:[text componentsSeparatedByString:@" "]];
+  [task waitUntilExit];
+  EXPECT_EQ([task terminationStatus], 0) << words;
+}
+
+void Click(const std::string &seconds = "0.1") {
+  Mouse("mousedown 1 sleep " + seconds + " mouseup 1");
+}
+
+// Moves the mouse to the middle of the view's rectangle.
+void MoveTo(Script &actions, NSView *view, NSRect rectangle) {
+  NSPoint place = {};
+  actions.OnMain([&] {
+    const NSPoint middle = NSMakePoint(NSMidX(rectangle), NSMidY(rectangle));
+    place = [[view window] convertBaseToScreen:[view convertPoint:middle toView:nil]];
+    place.y = NSMaxY([[NSScreen mainScreen] frame]) - place.y;
+  });
+  Mouse("mousemove " + std::to_string(place.x) + " " + std::to_string(place.y) + " sleep 0.1");
+}
+
+// The menu follows the mouse since it was clicked open.
+void MoveToItem(Script &actions, NSMenuView *menu, int item) {
+  actions.WaitFor("the menu to follow", [menu] { return [menu highlightedItemIndex] >= 0; });
+  MoveTo(actions, menu, [menu rectOfItemAtIndex:item]);
+  actions.WaitFor("the item to be highlighted", [&] { return [menu highlightedItemIndex] == item; });
+}
+
+// Runs the script while the main loop runs.
+void RunMouse(const std::function<void(Script &)> &script) {
+  bool over = false;
+  RunWithScript([&over] { SpinUntil([&over] { return over; }); },
+                [&](Script &actions) {
+                  script(actions);
+                  actions.OnMain([&over] { over = true; });
+                });
 }
 
 // A pop-up button with more items than the screen is high, which has the keyboard, and a default button beside it.
@@ -37,6 +82,13 @@ class PopUpButton : public testing::Test {
 
   void Press(NSString *key, int times = 1) {
     for (int i = 0; i < times; ++i) PressKey(window_, key);
+  }
+
+  // Clicks on the button, with the mouse button held for that long.
+  void ClickOpen(Script &actions, const char *seconds = "0.1") {
+    MoveTo(actions, button_, [button_ bounds]);
+    Click(seconds);
+    actions.WaitFor("the menu", [this] { return IsOpen(); });
   }
 
   NSMenuView *Menu() { return static_cast<NSMenuView *>([[button_ menu] menuRepresentation]); }
@@ -81,4 +133,92 @@ TEST_F(PopUpButton, EscapeClosesTheMenuWhichKeepsItsItemsOnTheScreenAndChangesNo
   EXPECT_FALSE(IsOpen());
   EXPECT_EQ([button_ indexOfSelectedItem], 0);
   EXPECT_EQ(ActionCount(choices_), 0);
+}
+
+TEST_F(PopUpButton, AClickOpensTheMenuAndAnotherChooses) {
+  int choices = 0;
+  for (const char *held : {"0.01", "0.1", "0.4"}) {
+    const int chosen = static_cast<int>([button_ indexOfSelectedItem]) + 2;
+    RunMouse([&](Script &actions) {
+      ClickOpen(actions, held);
+      MoveToItem(actions, Menu(), chosen);
+      actions.OnMain([&] { EXPECT_EQ(ActionCount(choices_), choices) << held; });
+      bool delivered = false;
+      bool *const noted = &delivered;
+      dispatch_async(dispatch_get_main_queue(), ^{
+          *noted = true;
+      });
+      actions.WaitFor("the main queue to go on", [&delivered] { return delivered; });
+      Click();
+      actions.WaitFor("the menu to close", [this] { return !IsOpen(); });
+    });
+    EXPECT_EQ([button_ indexOfSelectedItem], chosen) << held;
+    EXPECT_EQ(ActionCount(choices_), ++choices) << held;
+  }
+}
+
+TEST_F(PopUpButton, AnItemIsChosenByDraggingToo) {
+  RunMouse([this](Script &actions) {
+    MoveTo(actions, button_, [button_ bounds]);
+    Mouse("mousedown 1");
+    actions.WaitFor("the menu", [this] { return IsOpen(); });
+    MoveToItem(actions, Menu(), 3);
+    Mouse("mouseup 1");
+    actions.WaitFor("the menu to close", [this] { return !IsOpen(); });
+  });
+  EXPECT_EQ([button_ indexOfSelectedItem], 3);
+  EXPECT_EQ(ActionCount(choices_), 1);
+}
+
+// On this window, beside all windows, and by the key of that, which must not reach the window.
+TEST_F(PopUpButton, AMenuThatWasClickedOpenClosesAndChoosesNothing) {
+  for (const char *way :
+       {"this window", "mousemove 1000 700 sleep 0.1 mousedown 1 sleep 0.1 mouseup 1", "key Escape"}) {
+    RunMouse([&](Script &actions) {
+      ClickOpen(actions);
+      MoveToItem(actions, Menu(), 2);
+      if (way == std::string("this window")) {
+        MoveTo(actions, [window_ contentView], NSMakeRect(250, 0, 50, 100));
+        Click();
+      } else {
+        Mouse(way);
+      }
+      actions.WaitFor("the menu to close", [this] { return !IsOpen(); });
+    });
+    EXPECT_EQ([button_ indexOfSelectedItem], 0) << way;
+    EXPECT_EQ(ActionCount(choices_), 0) << way;
+    EXPECT_EQ(ActionCount(presses_), 0) << way;
+  }
+}
+
+TEST_F(PopUpButton, KeysMoveThroughAMenuThatWasClickedOpen) {
+  RunMouse([this](Script &actions) {
+    ClickOpen(actions);
+    MoveToItem(actions, Menu(), 2);
+    Mouse("key Down");
+    actions.WaitFor("the next item", [this] { return [Menu() highlightedItemIndex] == 3; });
+    Mouse("key Return");
+    actions.WaitFor("the menu to close", [this] { return !IsOpen(); });
+  });
+  EXPECT_EQ([button_ indexOfSelectedItem], 3);
+  EXPECT_EQ(ActionCount(choices_), 1);
+  EXPECT_EQ(ActionCount(presses_), 0);
+}
+
+TEST_F(PopUpButton, AClickOnAnItemWithAMenuOfItsOwnLeavesBothOpen) {
+  NSMenu *formats = [[[NSMenu alloc] initWithTitle:@"Export"] autorelease];
+  [[formats addItemWithTitle:@"Orvane" action:CountedAction() keyEquivalent:@""] setTarget:choices_];
+  [[button_ menu] setSubmenu:formats forItem:[button_ itemAtIndex:2]];
+  NSMenuView *const submenu = [formats menuRepresentation];
+  RunMouse([&](Script &actions) {
+    ClickOpen(actions);
+    MoveToItem(actions, Menu(), 2);
+    Click();
+    MoveTo(actions, submenu, [submenu rectOfItemAtIndex:0]);
+    actions.WaitFor("its item", [submenu] { return [submenu highlightedItemIndex] == 0; });
+    Click();
+    actions.WaitFor("the choice", [this] { return ActionCount(choices_) == 1; });
+  });
+  EXPECT_FALSE(IsOpen());
+  EXPECT_FALSE([[submenu window] isVisible]);
 }
