@@ -39,22 +39,18 @@ int WakeDescriptor() {
   return descriptor;
 }
 
-// What one block raises must not keep those behind it from running.
-void Run(dispatch_block_t block) {
-  @try {
-    block();
-  } @catch (NSException *raised) {
-    NSLog(@"A block of the main queue raised %@", raised);
-  }
-}
-
 void DrainMainQueue() {
   if (main_queue_is_draining) return;  // a nested run loop does not re-enter the serial queue
   main_queue_is_draining = true;
   while (dispatch_block_t block = TakeFromMainQueue()) {
     OwnedBlock owned(block);
     @autoreleasepool {
-      Run(block);
+      // What one block raises must not keep those behind it from running.
+      @try {
+        block();
+      } @catch (NSException *raised) {
+        NSLog(@"A block of the main queue raised %@", raised);
+      }
     }
   }
   main_queue_is_draining = false;
@@ -63,15 +59,16 @@ void DrainMainQueue() {
 
 }  // namespace
 
-@interface OrvMainQueueWatcher : NSObject <RunLoopEvents>
+@interface OrvQueues : NSObject <RunLoopEvents>
++ (void)runInBackground:(NSValue *)block;
 @end
 
-@implementation OrvMainQueueWatcher
+@implementation OrvQueues
 
 // On the main thread, which loads this code.
 + (void)load {
   @autoreleasepool {
-    OrvMainQueueWatcher *watcher = [[OrvMainQueueWatcher alloc] init];
+    OrvQueues *watcher = [[OrvQueues alloc] init];
     void *descriptor = reinterpret_cast<void *>(static_cast<intptr_t>(WakeDescriptor()));
     for (NSString *mode in EventLoopModes()) {
       [[NSRunLoop currentRunLoop] addEvent:descriptor type:ET_RDESC watcher:watcher forMode:mode];
@@ -85,25 +82,10 @@ void DrainMainQueue() {
   DrainMainQueue();
 }
 
-@end
-
-@interface OrvBackgroundWork : NSObject {
-  dispatch_block_t block;
-}
-- (id)initWithBlock:(dispatch_block_t)aBlock;
-- (void)run;
-@end
-
-@implementation OrvBackgroundWork
-
-- (id)initWithBlock:(dispatch_block_t)aBlock {
-  if ((self = [super init])) block = Block_copy(aBlock);
-  return self;
-}
-
-- (void)run {
+// Takes over the copied block.
++ (void)runInBackground:(NSValue *)block {
   @autoreleasepool {
-    OwnedBlock owned(block);
+    OwnedBlock owned(reinterpret_cast<dispatch_block_t>([block pointerValue]));
     owned.block();
   }
 }
@@ -120,9 +102,9 @@ dispatch_queue_t dispatch_get_global_queue(long, unsigned long) {
 
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
   if (queue != dispatch_get_main_queue()) {
-    OrvBackgroundWork *work = [[OrvBackgroundWork alloc] initWithBlock:block];
-    [NSThread detachNewThreadSelector:@selector(run) toTarget:work withObject:nil];
-    [work release];
+    [NSThread detachNewThreadSelector:@selector(runInBackground:)
+                             toTarget:[OrvQueues class]
+                           withObject:[NSValue valueWithPointer:Block_copy(block)]];
     return;
   }
   {

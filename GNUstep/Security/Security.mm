@@ -102,31 +102,20 @@ OSStatus SecKeychainItemDelete(SecKeychainItemRef item) {
 }
 
 CFStringRef SecCopyErrorMessageString(OSStatus status, void *) {
-  NSString *text = nil;
-  switch (status) {
-    case errSecSuccess:
-      text = @"No error.";
-      break;
-    case errSecParam:
-      text = @"One or more parameters passed to a function were not valid.";
-      break;
-    case errSecUserCanceled:
-      text = @"User canceled the operation.";
-      break;
-    case errSecNotAvailable:
-      text = @"No keychain is available. You may need to restart your computer.";
-      break;
-    case errSecDuplicateItem:
-      text = @"The specified item already exists in the keychain.";
-      break;
-    case errSecItemNotFound:
-      text = @"The specified item could not be found in the keychain.";
-      break;
-    case errSecInteractionNotAllowed:
-      text = @"User interaction is not allowed.";
-      break;
-    default:
-      break;
+  const struct {
+    OSStatus status;
+    NSString *text;
+  } messages[] = {
+      {errSecSuccess, @"No error."},
+      {errSecParam, @"One or more parameters passed to a function were not valid."},
+      {errSecUserCanceled, @"User canceled the operation."},
+      {errSecNotAvailable, @"No keychain is available. You may need to restart your computer."},
+      {errSecDuplicateItem, @"The specified item already exists in the keychain."},
+      {errSecItemNotFound, @"The specified item could not be found in the keychain."},
+      {errSecInteractionNotAllowed, @"User interaction is not allowed."},
+  };
+  for (const auto &message : messages) {
+    if (message.status == status) return reinterpret_cast<CFStringRef>([message.text copy]);
   }
-  return reinterpret_cast<CFStringRef>([text copy]);
+  return nullptr;
 }
