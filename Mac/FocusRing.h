@@ -5,8 +5,9 @@
 
 #include "RuntimeName.h"
 
-/// A white line inside the bounds of the control that holds it, shown while the control has the keyboard. The system's
-/// own ring would lie below the control's images. Takes no clicks. [main-thread]
+/// Inside the bounds of the control that holds it a line in the system's colour for the focus, and within that a white
+/// one, for the control may be as dark. Shown while the control has the keyboard. The system's own ring would lie below
+/// the control's images. Takes no clicks. [main-thread]
 ORV_RUNTIME_NAME("OrvFocusRing")
 @interface FocusRing : NSView
 

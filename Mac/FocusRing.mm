@@ -1,9 +1,17 @@
 #import "FocusRing.h"
 
-// Points, from the control's edge to the line's middle. The line follows the round corners of the background.
-static const CGFloat kInset = 2.5;
-static const CGFloat kLineWidth = 1.5;
+// Points. The lines follow the round corners of the background.
+static const CGFloat kLineWidth = 2;
 static const CGFloat kRadius = 4;
+
+// A line on the inside of the edge.
+static void DrawLine(NSRect edge, CGFloat radius, NSColor *color) {
+  NSRect middle = NSInsetRect(edge, kLineWidth / 2, kLineWidth / 2);
+  NSBezierPath *path = [NSBezierPath bezierPathWithRoundedRect:middle xRadius:radius yRadius:radius];
+  [path setLineWidth:kLineWidth];
+  [color set];
+  [path stroke];
+}
 
 @implementation FocusRing
 
@@ -26,11 +34,8 @@ static const CGFloat kRadius = 4;
 }
 
 - (void)drawRect:(NSRect)dirtyRect {
-  NSRect line = NSInsetRect([self bounds], kInset, kInset);
-  NSBezierPath *path = [NSBezierPath bezierPathWithRoundedRect:line xRadius:kRadius yRadius:kRadius];
-  [path setLineWidth:kLineWidth];
-  [[NSColor whiteColor] set];
-  [path stroke];
+  DrawLine([self bounds], kRadius, [NSColor keyboardFocusIndicatorColor]);
+  DrawLine(NSInsetRect([self bounds], kLineWidth, kLineWidth), kRadius - 1, [NSColor whiteColor]);
 }
 
 @end

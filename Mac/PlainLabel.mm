@@ -10,3 +10,17 @@ NSTextField *PlainLabel(NSRect frame) {
   [label setBezeled:NO];
   return label;
 }
+
+void SetLabelText(NSTextField *label, NSString *text, CGFloat above) {
+  [label setStringValue:text];
+  NSMutableParagraphStyle *style = [[[NSMutableParagraphStyle alloc] init] autorelease];
+  [style setAlignment:[label alignment]];
+  [style setLineBreakMode:[[label cell] lineBreakMode]];
+  [style setMinimumLineHeight:[[label attributedStringValue] size].height + above];
+  [label setAttributedStringValue:[[[NSAttributedString alloc] initWithString:text
+                                                                   attributes:@{
+                                                                     NSFontAttributeName : [label font],
+                                                                     NSForegroundColorAttributeName : [label textColor],
+                                                                     NSParagraphStyleAttributeName : style
+                                                                   }] autorelease]];
+}

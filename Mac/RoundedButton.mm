@@ -20,6 +20,9 @@ const ButtonStyle kStyles[] = {
     {RoundedViewTypeButtonGrayBig, RoundedViewTypeButtonGrayBigHighlighted, 16},
 };
 
+// Points that a label which is aligned vertically stands above the middle.
+const CGFloat kTitleLift = 3.5;
+
 constexpr int kStyleCount = sizeof kStyles / sizeof kStyles[0];
 
 const ButtonStyle *StyleOfType(int type) {
@@ -86,6 +89,7 @@ const ButtonStyle *StyleOfType(int type) {
   if (!style) return;
   [backgroundView setType:style->background];
   [titleLabel setFont:[NSFont fontWithName:@"HelveticaNeue-Bold" size:style->font_size]];
+  [self setTitleString:titleString];
 }
 
 - (void)setTitleString:(NSString *)string {
@@ -93,7 +97,7 @@ const ButtonStyle *StyleOfType(int type) {
     [titleString release];
     titleString = [string copy];
   }
-  [titleLabel setStringValue:titleString ? titleString : @""];
+  if (titleLabel) SetLabelText(titleLabel, titleString ? titleString : @"", 2 * kTitleLift);
   [self setAccessibilityLabel:titleString];
   [titleLabel setFrame:[titleLabel titleRectForBounds:[self bounds]]];
 }
@@ -104,6 +108,7 @@ const ButtonStyle *StyleOfType(int type) {
     titleColor = [color retain];
   }
   [titleLabel setTextColor:titleColor];
+  [self setTitleString:titleString];
 }
 
 - (void)setHighlighted:(BOOL)flag {

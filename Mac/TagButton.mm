@@ -61,7 +61,7 @@ static const CGFloat kRightMargin = 6;
     [titleString release];
     titleString = [string copy];
   }
-  [titleLabel setStringValue:titleString ? titleString : @""];
+  SetLabelText(titleLabel, titleString ? titleString : @"", 2 * kLabelLift);
   [self setAccessibilityLabel:[NSString stringWithFormat:@"Remove tag %@", [titleLabel stringValue]]];
   [self updateFrames];
 }

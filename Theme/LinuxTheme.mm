@@ -33,6 +33,23 @@ NSRect BezelRect(NSRect frame, NSCell *cell) {
   return inset > 0 ? NSInsetRect(frame, inset, std::max(0.0, floor((NSHeight(frame) - kBezelHeight) / 2))) : frame;
 }
 
+// What the focus ring goes round: a check box and its title, and the bezel of another button with the room around it.
+NSRect FocusRect(NSButton *button) {
+  NSRect bounds = [button bounds];
+  if (SideInset([button cell]) > 0)
+    return NSIntersectionRect(bounds, NSInsetRect(BezelRect(bounds, [button cell]), -kRingWidth, -kRingWidth));
+  if (![button isBordered]) bounds.size.width = std::min(NSWidth(bounds), [[button cell] cellSize].width + kTextMargin);
+  return bounds;
+}
+
+// Whether the view or what it holds has the keyboard: the text of a field is edited in a view of its window.
+BOOL HasKeyboard(NSView *view) {
+  id responder = [[view window] firstResponder];
+  if ([responder isKindOfClass:[NSText class]] && [responder isFieldEditor]) responder = [responder delegate];
+  return responder == view ||
+         ([view isKindOfClass:[NSScrollView class]] && responder == [static_cast<NSScrollView *>(view) documentView]);
+}
+
 BOOL IsPressed(GSThemeControlState state) {
   return state == GSThemeHighlightedState || state == GSThemeHighlightedFirstResponderState ||
          state == GSThemeSelectedState || state == GSThemeSelectedFirstResponderState;
@@ -54,6 +71,7 @@ NSDictionary *SystemColors() {
       {@"controlTextColor", LinuxThemeText},
       {@"textColor", LinuxThemeText},
       {@"disabledControlTextColor", LinuxThemeFaint},
+      {@"keyboardFocusIndicatorColor", LinuxThemeBlue},
       {@"scrollBarColor", LinuxThemePressed},
       {@"selectedMenuItemColor", LinuxThemeBlue},
       {@"selectedMenuItemTextColor", LinuxThemeWhite},
@@ -166,17 +184,23 @@ void UseLinuxTheme() {
 #pragma mark Borders and focus
 
 - (void)drawFocusFrame:(NSRect)frame view:(NSView *)view {
-  if ([view isKindOfClass:[NSButton class]]) frame = BezelRect([view bounds], [static_cast<NSButton *>(view) cell]);
-  [LinuxThemeColor(LinuxThemePaleBlue) set];
-  NSFrameRectWithWidth(frame, kRingWidth);
+  NSButton *button = [view isKindOfClass:[NSButton class]] ? static_cast<NSButton *>(view) : nil;
+  if (button) frame = FocusRect(button);
+  LinuxThemeDrawRing(frame, kCornerRadius, LinuxThemeBlue);
+  // On a button with a bezel of its own, which may be as dark as the ring, a second line tells it.
+  if ([button isBordered] && SideInset([button cell]) == 0) {
+    LinuxThemeDrawRing(NSInsetRect(frame, kRingWidth, kRingWidth), kCornerRadius - 1, LinuxThemeWhite);
+  }
 }
 
 - (NSSize)sizeForBorderType:(NSBorderType)type {
-  return type == NSNoBorder ? NSZeroSize : NSMakeSize(1, 1);
+  return type == NSNoBorder ? NSZeroSize : NSMakeSize(kRingWidth, kRingWidth);
 }
 
 - (void)drawBorderType:(NSBorderType)type frame:(NSRect)frame view:(NSView *)view {
-  if (type != NSNoBorder) LinuxThemeDrawRounded(frame, 0, LinuxThemeWhite, LinuxThemeBorder);
+  if (type == NSNoBorder) return;
+  LinuxThemeDrawRounded(frame, kCornerRadius, LinuxThemeWhite, LinuxThemeBorder);
+  if (HasKeyboard(view)) LinuxThemeDrawRing(frame, kCornerRadius, LinuxThemeBlue);
 }
 
 - (void)drawBorderForImageFrameStyle:(NSImageFrameStyle)style frame:(NSRect)frame view:(NSView *)view {

@@ -6,12 +6,11 @@
 /// Colours as red, green and blue, one byte each. The blues and greys are those of the plug-in's images.
 enum LinuxThemeHue : unsigned {
   LinuxThemeBlue = 0x2563c9,
-  LinuxThemePaleBlue = 0x8fb1ea,
   LinuxThemeSelection = 0xb5cef4,
   LinuxThemeWhite = 0xffffff,
   LinuxThemeBackground = 0xeef0f3,
   LinuxThemePressed = 0xdde2e9,
-  LinuxThemeBorder = 0x8a94a2,
+  LinuxThemeBorder = 0x7e8896,
   LinuxThemeFaint = 0x8a929d,
   LinuxThemeText = 0x20252d,
 };
@@ -20,3 +19,6 @@ NSColor *LinuxThemeColor(LinuxThemeHue hue);
 
 /// Fills the rounded rectangle, and draws a border of that width in points on the inside of its edge.
 void LinuxThemeDrawRounded(NSRect frame, CGFloat radius, LinuxThemeHue fill, LinuxThemeHue border, CGFloat width = 1);
+
+/// Draws a line of a focus ring, two points wide, on the inside of the edge.
+void LinuxThemeDrawRing(NSRect frame, CGFloat radius, LinuxThemeHue hue);

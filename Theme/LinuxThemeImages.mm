@@ -6,7 +6,8 @@ namespace {
 
 // Points.
 const CGFloat kBoxSize = 14;
-const CGFloat kTitleGap = 4;  // between a check box and its title
+const CGFloat kBoxMargin = 2;  // at the left of a check box, where its focus ring goes
+const CGFloat kTitleGap = 4;   // between a check box and its title
 const NSSize kArrowsSize = {13, 14};
 const CGFloat kIconSize = 64;
 
@@ -21,12 +22,12 @@ void StrokeLine(NSPoint from, NSPoint corner, NSPoint to, LinuxThemeHue hue) {
 }
 
 void DrawEmptyBox() {
-  LinuxThemeDrawRounded(NSMakeRect(0, 0, kBoxSize, kBoxSize), 2, LinuxThemeWhite, LinuxThemeBorder);
+  LinuxThemeDrawRounded(NSMakeRect(kBoxMargin, 0, kBoxSize, kBoxSize), 2, LinuxThemeWhite, LinuxThemeBorder);
 }
 
 void DrawTickedBox() {
-  LinuxThemeDrawRounded(NSMakeRect(0, 0, kBoxSize, kBoxSize), 2, LinuxThemeBlue, LinuxThemeBlue);
-  StrokeLine({3.5, 7.5}, {6, 4.5}, {10.5, 10}, LinuxThemeWhite);
+  LinuxThemeDrawRounded(NSMakeRect(kBoxMargin, 0, kBoxSize, kBoxSize), 2, LinuxThemeBlue, LinuxThemeBlue);
+  StrokeLine({5.5, 7.5}, {8, 4.5}, {12.5, 10}, LinuxThemeWhite);
 }
 
 void DrawArrows() {
@@ -70,7 +71,7 @@ void Register(NSString *name, NSSize size, void (*draw)()) {
 }  // namespace
 
 void LinuxThemeRegisterImages() {
-  const NSSize box = NSMakeSize(kBoxSize + kTitleGap, kBoxSize);
+  const NSSize box = NSMakeSize(kBoxMargin + kBoxSize + kTitleGap, kBoxSize);
   Register(@"NSSwitch", box, DrawEmptyBox);
   Register(@"NSHighlightedSwitch", box, DrawTickedBox);
   Register(@"common_Nibble", kArrowsSize, DrawArrows);
