@@ -40,6 +40,9 @@ KEPT = {"answers": [0], "alerts": alerts("There was an error uploading to Orvane
 NO_PROJECT = {"answers": [0], "alerts": alerts("You must select a project."), "films": 0, "saved": True}
 NO_FOLDER = {"answers": [0], "alerts": alerts("You must select a folder."), "films": 0, "saved": True}
 NOT_REACHED = {"answers": [0], "alerts": alerts("Could not connect to the Orvane server."), "films": 0, "saved": False}
+SAVED_IS_BAD = "The saved Orvane username and/or password is invalid."
+# A log-in's answer of more than a megabyte holds no token: it counts as a refusal.
+TOO_LONG = {**NOT_REACHED, "alerts": alerts(SAVED_IS_BAD, "Invalid username or password.")}
 BROKEN = {"answers": [-1], "alerts": [], "events": event(3, "The export to Orvane was stopped: "), "films": 0, "saved": True}
 UNTOLD = {}  # it ends, within its limits: nothing more is laid down
 UNSAVED = {**UPLOADED, "saved": False}
@@ -179,6 +182,8 @@ def answer_rows():
                     expect = {**expect, "unencrypted": [(request, request not in ("key", "version"))]}
                 if what == "answers twice":
                     expect = UNTOLD  # the second one is taken for the next answer
+                if "million" in what and request == "token":
+                    expect = TOO_LONG
                 if "nested" in what and request in ("key", "token"):
                     expect = UPLOADED  # the reader of these two takes any depth
                 if request == "upload" and kinds is SLOW and what != "redirects in a circle":
@@ -191,15 +196,13 @@ def answer_rows():
 
 def login_rows():
     large = stuffed('"' + "x" * (MIB + MIB // 2) + '"')
-    saved_is_bad = "The saved Orvane username and/or password is invalid."
     yield Row("key: answers 1.5 MiB of JSON", BROKEN, {"key": large("key")})
-    yield Row("token: answers 1.5 MiB of JSON", {
-        **NOT_REACHED, "alerts": alerts(saved_is_bad, "Invalid username or password.")}, {"token": large("token")})
+    yield Row("token: answers 1.5 MiB of JSON", TOO_LONG, {"token": large("token")})
     for size in (1, 31):
         yield Row(f"version: a newer one of {size} MiB", UNSAVED,
                   {"version": lambda exchange, size=size: exchange.answer("9" * size * MIB)}, saved=None, limit=100)
     yield Row("key: is not to be reached, with a saved login", {
-        **NOT_REACHED, "alerts": alerts(saved_is_bad, "Could not connect")},
+        **NOT_REACHED, "alerts": alerts(SAVED_IS_BAD, "Could not connect")},
         {"key": sends()("key")}, everyday=True)
 
 
