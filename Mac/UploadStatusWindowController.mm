@@ -3,6 +3,7 @@
 #include <dispatch/dispatch.h>
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 
 #import "Alert.h"
@@ -24,6 +25,7 @@ static const CGFloat kDistanceFromScreenEdge = 24;
 static const CGFloat kGapAboveButtons = 18;
 static const CGFloat kLineHeight = 17;
 static const CGFloat kTallestText = 400;
+static const CGFloat kLabelPadding = 2;
 
 static NSString *SizeText(double bytes) {
   // What would be rounded to a thousand megabytes, too.
@@ -50,14 +52,14 @@ static BOOL IsFile(const std::string &path) {
   return file && [[NSFileManager defaultManager] fileExistsAtPath:file];
 }
 
-// What has become of the film.
+// What has become of the film. The lines fit: what is longer than one is a path, and is broken anywhere.
 static NSString *TextAboutFilm() {
   if (IsFile(g_fpath)) return [@"The film was not uploaded. It is kept at\n" stringByAppendingString:FromUtf8(g_fpath)];
-  if (IsFile(g_export.film)) {
-    return [@"The film was not uploaded, as the path of the folder for temporary files is too long. It is kept at\n"
-        stringByAppendingString:FromUtf8(g_export.film)];
+  if (!IsFile(g_export.film)) {
+    return @"The film was not uploaded, as it was not rendered.\nExport the sequence again.";
   }
-  return @"The film was not uploaded, as it was not rendered. Export the sequence again.";
+  return [@"The film was not uploaded, as the path of the folder\nfor temporary files is too long. It is kept at\n"
+      stringByAppendingString:FromUtf8(g_export.film)];
 }
 
 @interface UploadStatusWindowController ()
@@ -109,6 +111,7 @@ static NSString *TextAboutFilm() {
   Awake([self] {
     orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
     [uploadStatusWindow setBackgroundColor:[NSColor whiteColor]];
+    [[uploadLabel cell] setLineBreakMode:NSLineBreakByCharWrapping];
     SetButtonTitleColor(tryAgainBtn, [NSColor whiteColor]);
     [filmLabel setStringValue:FromUtf8(Shortened(g_title, kMaxShownBytes))];
     [progressBar setAccessibilityLabel:@"Upload progress"];
@@ -253,8 +256,10 @@ static NSString *TextAboutFilm() {
   for (NSView *view in @[ progressBar, rateLabel ]) [view setHidden:YES];
   [uploadLabel setSelectable:YES];
   [uploadLabel setStringValue:TextAboutFilm()];
-  const NSRect room = NSMakeRect(0, 0, NSWidth([uploadLabel frame]), kTallestText);
-  [self setTextHeight:[[uploadLabel cell] cellSizeForBounds:room].height];
+  const NSSize room = NSMakeSize(NSWidth([uploadLabel frame]) - 2 * kLabelPadding, kTallestText);
+  const NSRect text = [[uploadLabel attributedStringValue] boundingRectWithSize:room
+                                                                        options:NSStringDrawingUsesLineFragmentOrigin];
+  [self setTextHeight:std::ceil(NSHeight(text))];
   // While the alert is up, nothing else draws it on every system.
   [uploadStatusWindow display];
 }

@@ -186,9 +186,9 @@ TEST_F(UploadStatusWindowControllerTest, SaysWhereTheFilmIsIfItCannotBeUploaded)
         },
         [](Script &actions) { DismissAlertWhenItComes(actions); });
     EXPECT_EQ(Text([status_controller uploadLabel]),
-              film.empty() ? "The film was not uploaded, as it was not rendered. Export the sequence again."
-                           : "The film was not uploaded, as the path of the folder for temporary files is too long. "
-                             "It is kept at\n" +
+              film.empty() ? "The film was not uploaded, as it was not rendered.\nExport the sequence again."
+                           : "The film was not uploaded, as the path of the folder\nfor temporary files is too "
+                             "long. It is kept at\n" +
                                  film);
     EXPECT_TRUE([[status_controller tryAgainBtn] isHidden]) << "there is nothing to upload";
     [[status_controller closeBtn] setHidden:YES];
