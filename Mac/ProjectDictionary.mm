@@ -6,10 +6,6 @@
 @implementation ProjectDictionary
 
 - (id)init {
-  return [self initWithCapacity:0];
-}
-
-- (id)initWithCapacity:(NSUInteger)capacity {
   if ((self = [super init])) _entries = [[MutableOrderedDictionary alloc] init];
   return self;
 }
