@@ -346,6 +346,9 @@ def machine_rows():
     yield Row("disk: the temporary folder is missing", lost, setting="missing", everyday=True)
     yield Row("disk: the temporary folder has no path", lost, setting="no path")
     yield Row("disk: the temporary folder vanishes before the render", lost, setting="vanish")
+    yield Row("disk: the temporary folder's path is long", {
+        **KEPT, "progress": lambda text: "is too long" in text and "/tmp/VorrelExport_" in text.replace("\n", ""),
+        "another try": False}, setting="long", everyday=True)
     refused = {**UNSAVED, "alerts": alerts("A security error occured while attempting to save")}
     for setting in ("no bus", "no keyring", "locked"):
         yield Row(f"keyring: {setting}, and it shall remember", refused, saved=None, setting=setting, limit=60,
