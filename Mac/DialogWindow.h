@@ -23,6 +23,10 @@ ORV_RUNTIME_NAME("OrvDialogWindow")
 /// back to what the close has destroyed. The window is retained. [main-thread]
 void RunAtWork(NSWindow *window, const std::function<void()> &action);
 
+/// Before a request that makes the main thread wait: starts the spinner and draws its window as it is now, since
+/// nothing is drawn meanwhile. [main-thread]
+void ShowWaiting(NSProgressIndicator *spinner);
+
 /// For windowWillClose: of a window that runs modally: ends its loop, and the export through the clean-up hook if the
 /// user does not go on with it. [main-thread]
 void DialogWillClose(bool endsExport);

@@ -1,5 +1,7 @@
 #import "DialogWindow.h"
 
+#import <QuartzCore/QuartzCore.h>
+
 #include <stdexcept>
 
 #include "ExceptionGuard.h"
@@ -122,6 +124,12 @@ void RunAtWork(NSWindow *window, const std::function<void()> &action) {
     const WindowAtWork atWork(window);
     action();
   });
+}
+
+void ShowWaiting(NSProgressIndicator *spinner) {
+  [spinner startAnimation:nil];
+  [[spinner window] display];
+  [CATransaction flush];
 }
 
 void DialogWillClose(bool endsExport) {

@@ -107,6 +107,7 @@ csSDK_int32 Render(const ExportControllerTimelineInfoRec& timeline, FrameSize si
 
 void StartExport() {
   g_export.failed = false;
+  g_export.film.clear();
   simUiPtr = new OrvaneUI();
   g_export.open = true;
   g_pUpdFunc = progressUpdate;

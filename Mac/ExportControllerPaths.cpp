@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "ExportState.h"
 #include "WorkflowState.h"
 
 namespace {
@@ -16,8 +17,11 @@ namespace {
 // A full path stays below this many units.
 constexpr CFIndex kPathLimit = 255;
 
-// Bytes of the folder's UTF-8 text, the terminating zero included. A longer path is cut.
-constexpr size_t kFolderTextBytes = 128;
+// Bytes of the folder's UTF-8 text in g_fpath. A longer path is cut.
+constexpr size_t kFolderTextBytes = 127;
+
+// UTF-8 takes three bytes at most for each unit.
+constexpr size_t kPathBytes = 3 * kPathLimit;
 
 struct Releaser {
   void operator()(CFTypeRef object) const { CFRelease(object); }
@@ -45,10 +49,13 @@ Owned<CFStringRef> TemporaryFolder(csSDK_int32* status) {
   return path;
 }
 
-std::string FolderText(CFStringRef path) {
-  char text[kFolderTextBytes] = {};
-  CFStringGetBytes(path, CFRangeMake(0, CFStringGetLength(path)), kCFStringEncodingUTF8, 0, 0,
-                   reinterpret_cast<UInt8*>(text), kFolderTextBytes - 1, nullptr);
+// As many whole characters of it in UTF-8 as fit into that many bytes.
+std::string Text(CFStringRef string, size_t bytes) {
+  std::string text(bytes, '\0');
+  CFIndex used = 0;
+  CFStringGetBytes(string, CFRangeMake(0, CFStringGetLength(string)), kCFStringEncodingUTF8, 0, 0,
+                   reinterpret_cast<UInt8*>(&text[0]), static_cast<CFIndex>(bytes), &used);
+  text.resize(static_cast<size_t>(used));
   return text;
 }
 
@@ -58,8 +65,9 @@ csSDK_int32 setDestinationPath(prUTF16Char* destination, const std::string& name
   const std::vector<prUTF16Char> kept(destination, destination + prUTF16CharLength(destination) + 1);
   csSDK_int32 status = 0;
   const Owned<CFStringRef> path = TemporaryFolder(&status);
-  g_fpath = (path ? FolderText(path.get()) : std::string()) + name;
+  g_fpath = (path ? Text(path.get(), kFolderTextBytes) : std::string()) + name;
   if (!path) return status;
+  g_export.film = Text(path.get(), kPathBytes) + name;
 
   const CFIndex length = CFStringGetLength(path.get());
   const CFIndex written = std::min(length, kPathLimit);

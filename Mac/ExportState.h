@@ -1,6 +1,8 @@
 // What the plug-in's one export is doing, beside the workflow's variables.
 #pragma once
 
+#include <string>
+
 /// [main-thread]
 struct ExportState {
   enum class Activity {
@@ -14,6 +16,8 @@ struct ExportState {
   bool open = false;
   /// Something was thrown in it.
   bool failed = false;
+  /// Where the host was asked to render to, in UTF-8; g_fpath is cut when that is long. Empty when it was not asked.
+  std::string film;
 };
 
 extern ExportState g_export;

@@ -10,6 +10,7 @@
 @interface OrvaneUIController : NSObject {
   NSWindow *orvaneWindow;
   NSButton *loginBtn;
+  NSProgressIndicator *spinnerLogin;
   NSButton *rememberMeCheckbox;
   NSView *versionCheckBox;
   NSTextField *versionCheckLabel;
@@ -24,6 +25,7 @@
 
 @property(nonatomic, assign) IBOutlet NSWindow *orvaneWindow;
 @property(nonatomic, assign) IBOutlet NSButton *loginBtn;
+@property(nonatomic, assign) IBOutlet NSProgressIndicator *spinnerLogin;
 @property(nonatomic, assign) IBOutlet NSButton *rememberMeCheckbox;
 @property(nonatomic, assign) IBOutlet NSView *versionCheckBox;
 @property(nonatomic, assign) IBOutlet NSTextField *versionCheckLabel;

@@ -29,6 +29,7 @@ static NSString *const kInstallerAddress =
 
 @synthesize orvaneWindow;
 @synthesize loginBtn;
+@synthesize spinnerLogin;
 @synthesize rememberMeCheckbox;
 @synthesize versionCheckBox;
 @synthesize versionCheckLabel;
@@ -77,6 +78,7 @@ static NSString *const kInstallerAddress =
   [inputPassword setAccessibilityLabel:@"Password"];
   [rememberMeCheckbox setAccessibilityLabel:@"Remember me"];
   [loginBtn setAccessibilityLabel:@"Log in to Orvane"];
+  [spinnerLogin setAccessibilityLabel:@"Logging in"];
   [versionCheckDownloadBtn setAccessibilityLabel:@"Download the new version"];
 }
 
@@ -121,7 +123,11 @@ static NSString *const kInstallerAddress =
   }
   const SavedLogin login = {ToUtf8([inputSubdomain stringValue]), ToUtf8([inputUsername stringValue]),
                             ToUtf8([inputPassword stringValue])};
+  [loginBtn highlight:YES];
+  ShowWaiting(spinnerLogin);
   const std::string result = orvane->login(login.subdomain, login.username, login.password);
+  [loginBtn highlight:NO];
+  [spinnerLogin stopAnimation:self];
   if (result == "failed") {
     [self showError:@"Could not connect to the Orvane server. Please ensure that you have entered the correct "
                     @"subdomain for your Orvane instance."];

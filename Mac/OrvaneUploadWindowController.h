@@ -26,6 +26,7 @@
   NSProgressIndicator *spinnerFolderSelect;
   NSTextField *inputTitle;
   NSTextField *folderHint;
+  NSTextField *accountLabel;
   NSArray *topLevelObjects;
 }
 
@@ -41,6 +42,7 @@
 
 /// Says what to do while no project is chosen, and what the list of folders leaves out.
 @property(nonatomic, assign) IBOutlet NSTextField *folderHint;
+@property(nonatomic, assign) IBOutlet NSTextField *accountLabel;
 
 /// The client must be logged in, is not owned and must outlive the window.
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api;

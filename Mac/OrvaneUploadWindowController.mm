@@ -1,6 +1,5 @@
 #import "OrvaneUploadWindowController.h"
 
-#import <QuartzCore/QuartzCore.h>
 #include <objc/runtime.h>
 
 #import "Alert.h"
@@ -11,6 +10,7 @@
 #import "OrderedDictionary.h"
 #include "PlatformString.h"
 #import "PluginBundle.h"
+#import "ProjectDictionary.h"
 #import "SavedLogin.h"
 #import "ServiceAnswer.h"
 #import "TagsView.h"
@@ -54,6 +54,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 @synthesize spinnerFolderSelect;
 @synthesize inputTitle;
 @synthesize folderHint;
+@synthesize accountLabel;
 
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)api {
   if ((self = [super initWithWindow:nil])) {
@@ -95,6 +96,8 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
   [orvaneUploadWindow setBackgroundColor:[NSColor colorWithPatternImage:PluginImage(@"UploadBG.png")]];
   SetButtonTitleColor(uploadBtn, [NSColor whiteColor]);
   orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
+  NSString *account = FromUtf8(Shortened(g_un, kMaxShownBytes) + " at " + Shortened(g_sd, kMaxShownBytes));
+  [accountLabel setStringValue:account];
   [fileDescription setFont:[NSFont systemFontOfSize:[NSFont systemFontSize]]];
 }
 
@@ -111,7 +114,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 
 - (void)fillProjects {
   NSArray *entries = ListMember(AnswerRoot(orvane->getProjectList()), @"payload");
-  ProjectDict = [[NSMutableDictionary alloc] init];
+  ProjectDict = [[ProjectDictionary alloc] init];
   [ProjectDict setObject:kNoChoice forKey:kProjectPlaceholder];
   for (id entry in entries) {
     NSString *name = TextMember(entry, @"project_name");
@@ -145,10 +148,7 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 - (void)fillFoldersOfProject:(NSString *)projectID {
   [folderHint setStringValue:[projectID isEqualToString:kNoChoice] ? kFolderHint : @""];
   [inputFolder removeAllItems];
-  [spinnerFolderSelect startAnimation:self];
-  // The main thread is busy until the list is complete.
-  [orvaneUploadWindow display];
-  [CATransaction flush];
+  ShowWaiting(spinnerFolderSelect);
   const std::string answer = orvane->getFolders(ToUtf8(projectID));
   g_prj = ToUtf8(projectID);
 
@@ -172,7 +172,9 @@ static void SetTitles(NSPopUpButton *chooser, NSArray *titles) {
 - (IBAction)selectFld:(id)sender {
   RunAtWork(orvaneUploadWindow, [self, sender] {
     const std::string folder = ToUtf8([self choiceOf:sender in:FolderDict]);
+    ShowWaiting(spinnerFolderSelect);
     orvane->getFolders(folder);  // the service expects this request; its answer is not needed
+    [spinnerFolderSelect stopAnimation:self];
     g_fld = folder;
   });
 }

@@ -17,7 +17,8 @@ ORV_RUNTIME_NAME("OrvTagsViewDelegate")
 @end
 
 /// A text field for a new tag and a chip for every tag, in rows below the field. The i-th string of tags is the title
-/// of the i-th chip. The view never changes its own size. In the order of the Tab key the chips follow the view, which
+/// of the i-th chip. The view never changes its own size. The field need not be inside of it: it stands still while the
+/// chips scroll. In the order of the Tab key the chips follow the view, which
 /// does not take the keyboard itself. [main-thread]
 ORV_RUNTIME_NAME("OrvTagsView")
 @interface TagsView : NSView {
@@ -36,15 +37,16 @@ ORV_RUNTIME_NAME("OrvTagsView")
 /// Not owned.
 @property(nonatomic, assign) id<TagsViewDelegate> delegate;
 
-/// Views of the interface file, owned by their superview.
+/// Views of the interface file, owned by their superviews.
 @property(nonatomic, assign) IBOutlet NSTextField *titleTextField;
 @property(nonatomic, assign) IBOutlet NSTextField *tagTextField;
 @property(nonatomic, assign) IBOutlet NSButton *addButton;
 
-/// The page in which this view scrolls, fitted to the chips whenever they are made anew; nil where nothing scrolls.
+/// The page in which this view scrolls, fitted to the chips whenever they are made anew, and scrolled to a tag that is
+/// added; nil where nothing scrolls.
 @property(nonatomic, assign) IBOutlet TagsPage *page;
 
-/// The layout's anchor: the first row of chips stands below it.
+/// The layout's anchor: by its frame's y, the first row of chips stands below it.
 @property(nonatomic, assign) IBOutlet RoundedView *tagTextFieldBackground;
 
 /// The chips, in display order.

@@ -11,7 +11,7 @@ static const float kChipHeight = 26;
 static const float kGap = 10;
 
 @interface TagsView ()
-- (void)makeRoomBelow;
+- (void)putFirstRowAtTop;
 - (float)firstRowY;
 - (void)placeChipWithTitle:(NSString *)title;
 - (void)moveChipsBy:(float)distance;
@@ -46,19 +46,15 @@ static const float kGap = 10;
   [self setTagButtons:[NSMutableArray array]];
   [self setTags:[NSMutableArray array]];
   _keyViewAfterChips = [self nextKeyView];
-  if (_page) [self makeRoomBelow];
+  if (_page) [self putFirstRowAtTop];
   [_tagTextField setAccessibilityLabel:@"New tag"];
   [_addButton setAccessibilityLabel:@"Add the tag"];
 }
 
-// On a page, the interface file gives the view the height of many rows. They grow downwards from the first, which
-// stands at 0: below that no row is moved. Nothing changes its place on the screen.
-- (void)makeRoomBelow {
-  const CGFloat depth = [self firstRowY];
-  for (NSView *view in [self subviews]) {
-    [view setFrameOrigin:NSMakePoint(NSMinX([view frame]), NSMinY([view frame]) - depth)];
-  }
-  [self setBoundsOrigin:NSMakePoint(0, -depth)];
+// On a page the view has the height of many rows, of which the first stands at its top. The interface file has that row
+// at 0: one above would be moved.
+- (void)putFirstRowAtTop {
+  [self setBoundsOrigin:NSMakePoint(0, [self firstRowY] + kChipHeight - NSHeight([self frame]))];
 }
 
 - (float)firstRowY {
@@ -100,6 +96,8 @@ static const float kGap = 10;
     [_tagTextField setStringValue:@""];
   }
   [self redrawAllTagButtons];
+  TagButton *newest = [_tagButtons lastObject];
+  [newest scrollRectToVisible:[newest bounds]];
 }
 
 - (void)redrawAllTagButtons {

@@ -28,8 +28,10 @@ std::string Remaining(double seconds) {
 }  // namespace
 
 void TransferRate::Add(double time, double done) {
-  // After a gap, as when the machine has slept, what was before tells nothing.
-  if (!samples_.empty() && time - samples_.back().time > kSeenSeconds) samples_.clear();
+  latest_ = time;
+  if (!samples_.empty() && !(done > samples_.back().done)) return;
+  // After a stall, or when the machine has slept, what was before tells nothing.
+  if (SecondsWithoutBytes() >= kStallSeconds) samples_.clear();
   samples_.push_back({time, done});
   while (samples_.size() > 1 && samples_[1].time <= time - kSeenSeconds) samples_.pop_front();
 }

@@ -5,13 +5,14 @@
 
 #include "RuntimeName.h"
 
-/// Runs the complete window modally. It shows the uploaded file's link, whatever that is, and its button opens it in
-/// the browser if it is an address of the web; the button and the window's close button both end the export through the
-/// clean-up hook, once. [main-thread]
+/// Runs the complete window modally. It shows g_title and the uploaded file's link, whatever that is, and its button
+/// opens it in the browser if it is an address of the web; the button and the window's close button both end the export
+/// through the clean-up hook, once. [main-thread]
 ORV_RUNTIME_NAME("OrvUploadCompleteWindowController")
 @interface UploadCompleteWindowController : NSWindowController {
   NSWindow *uploadCompleteWindow;
   NSButton *openOrvaneBtn;
+  NSTextField *filmLabel;
   NSTextField *messageLabel;
   NSTextField *linkLabel;
   NSString *orvaneLink;
@@ -20,6 +21,7 @@ ORV_RUNTIME_NAME("OrvUploadCompleteWindowController")
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadCompleteWindow;
 @property(nonatomic, assign) IBOutlet NSButton *openOrvaneBtn;
+@property(nonatomic, assign) IBOutlet NSTextField *filmLabel;
 @property(nonatomic, assign) IBOutlet NSTextField *messageLabel;
 @property(nonatomic, assign) IBOutlet NSTextField *linkLabel;
 

@@ -3,6 +3,7 @@
 #import "ButtonTitle.h"
 #import "DialogWindow.h"
 #include "ExceptionGuard.h"
+#include "PlatformString.h"
 #import "PluginBundle.h"
 #include "WorkflowState.h"
 
@@ -27,6 +28,7 @@ static NSURL *WebAddress(NSString *link) {
 
 @synthesize uploadCompleteWindow;
 @synthesize openOrvaneBtn;
+@synthesize filmLabel;
 @synthesize messageLabel;
 @synthesize linkLabel;
 
@@ -55,6 +57,7 @@ static NSURL *WebAddress(NSString *link) {
 }
 
 - (void)showLink {
+  [filmLabel setStringValue:FromUtf8(Shortened(g_title, kMaxShownBytes))];
   [linkLabel setStringValue:orvaneLink ? orvaneLink : @""];
   [linkLabel setAccessibilityLabel:@"Address of the film"];
   if (WebAddress(orvaneLink)) {

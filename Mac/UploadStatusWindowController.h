@@ -10,16 +10,23 @@
 #include "TransferRate.h"
 
 /// Shows the progress window and uploads g_fpath in the background. On success it deletes that file and calls the
-/// completion hook on the main thread; on a refusal it shows an alert, stays on the screen and tells where the film is.
+/// completion hook on the main thread; on a refusal it shows an alert, stays on the screen, tells where the film is and
+/// offers to upload it again. Closing it then ends the export through the clean-up hook; the film stays.
 ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
 @interface UploadStatusWindowController : NSWindowController {
   NSWindow *uploadStatusWindow;
+  NSTextField *filmLabel;
   NSTextField *uploadLabel;
   NSTextField *rateLabel;
+  NSButton *tryAgainBtn;
+  NSButton *closeBtn;
   OrvaneProjectsAPI *orvane;
   NSImage *orvaneIcon;
   NSProgressIndicator *progressBar;
   NSArray *topLevelObjects;
+  CGFloat grownBy;    // points, by which the window is higher than while it uploads
+  BOOL waitsForUser;  // after a failed upload
+  BOOL isAnotherTry;  // the session may have ended meanwhile
 
   // The newest progress, from any thread. The timer draws it while the upload runs, on the main thread.
   std::mutex progressMutex;
@@ -33,8 +40,11 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
 }
 
 @property(nonatomic, assign) IBOutlet NSWindow *uploadStatusWindow;
+@property(nonatomic, assign) IBOutlet NSTextField *filmLabel;
 @property(nonatomic, assign) IBOutlet NSTextField *uploadLabel;
 @property(nonatomic, assign) IBOutlet NSTextField *rateLabel;
+@property(nonatomic, assign) IBOutlet NSButton *tryAgainBtn;
+@property(nonatomic, assign) IBOutlet NSButton *closeBtn;
 @property(nonatomic, retain) IBOutlet NSProgressIndicator *progressBar;
 
 /// The client must be logged in, is not owned and must outlive the upload.
@@ -50,6 +60,14 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
 /// a second while the upload runs, the newest amounts only. [any-thread]
 - (void)updateProgressBarWithTotal:(double)total now:(double)done;
 
+/// After a failed upload: logs in again as g_un, since the session may have ended, and uploads the film again.
+- (IBAction)tryAgain:(id)sender;
+
+/// Ends the export, as every other way of closing the window does.
+- (IBAction)closeWindow:(id)sender;
+
+- (BOOL)windowShouldClose:(id)sender;
+- (void)windowWillClose:(NSNotification *)notification;
 - (void)alertDidEnd:(NSAlert *)alert returnCode:(NSInteger)returnCode contextInfo:(void *)contextInfo;
 
 @end

@@ -3,9 +3,11 @@
 #include <dispatch/dispatch.h>
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 
 #import "Alert.h"
+#import "ButtonTitle.h"
 #include "ExceptionGuard.h"
 #include "ExportState.h"
 #include "MainThread.h"
@@ -18,24 +20,61 @@
 // the window server, which a fast upload needs itself, and nobody reads numbers that change more often than this.
 static const NSTimeInterval kSecondsBetweenDrawings = 1.0 / 10;
 
+// Points.
 static const CGFloat kDistanceFromScreenEdge = 24;
+static const CGFloat kGapAboveButtons = 18;
+static const CGFloat kLineHeight = 17;
+static const CGFloat kTallestText = 400;
+static const CGFloat kLabelPadding = 2;
+
+static NSString *SizeText(double bytes) {
+  // What would be rounded to a thousand megabytes, too.
+  if (bytes < 999.95e6) return [NSString stringWithFormat:@"%.1f MB", bytes / 1e6];
+  return [NSString stringWithFormat:@"%.2f GB", bytes / 1e9];
+}
 
 // "3.2 MB of 45.0 MB (7 %)"
 static NSString *ProgressText(double total, double done) {
-  const double megabyte = 1000.0 * 1000.0;
-  return [NSString stringWithFormat:@"Uploading to Orvane: %.1f MB of %.1f MB (%d %%)", done / megabyte,
-                                    total / megabyte, static_cast<int>(100.0 * done / total)];
+  return [NSString stringWithFormat:@"Uploading to Orvane: %@ of %@ (%d %%)", SizeText(done), SizeText(total),
+                                    static_cast<int>(100.0 * done / total)];
+}
+
+static NSString *StallText(double seconds) {
+  NSDate *since = [NSDate dateWithTimeIntervalSinceNow:-seconds];
+  NSString *time = [NSDateFormatter localizedStringFromDate:since
+                                                  dateStyle:NSDateFormatterNoStyle
+                                                  timeStyle:NSDateFormatterMediumStyle];
+  return [@"Waiting for the service since " stringByAppendingString:time];
+}
+
+static BOOL IsFile(const std::string &path) {
+  NSString *file = FromUtf8(path);
+  return file && [[NSFileManager defaultManager] fileExistsAtPath:file];
+}
+
+// What has become of the film. The lines fit: what is longer than one is a path, and is broken anywhere.
+static NSString *TextAboutFilm() {
+  if (IsFile(g_fpath)) return [@"The film was not uploaded. It is kept at\n" stringByAppendingString:FromUtf8(g_fpath)];
+  if (!IsFile(g_export.film)) {
+    return @"The film was not uploaded, as it was not rendered.\nExport the sequence again.";
+  }
+  return [@"The film was not uploaded, as the path of the folder\nfor temporary files is too long. It is kept at\n"
+      stringByAppendingString:FromUtf8(g_export.film)];
 }
 
 @interface UploadStatusWindowController ()
 - (void)runUpload;
+- (NSString *)logInAgain;
 - (void)upload;
 - (void)uploadSucceededWithLink:(NSString *)link;
 - (void)uploadRefusedWithMessage:(NSString *)message;
 - (void)uploadEnded;
 - (void)moveIntoCorner;
 - (void)stopShowingProgress;
+- (void)showProgress;
 - (void)tellWhatIsLeft;
+- (void)offerAnotherTry;
+- (void)setTextHeight:(CGFloat)height;
 - (void)drawLatestProgress;
 - (void)showTotal:(double)total now:(double)done;
 @end
@@ -43,8 +82,11 @@ static NSString *ProgressText(double total, double done) {
 @implementation UploadStatusWindowController
 
 @synthesize uploadStatusWindow;
+@synthesize filmLabel;
 @synthesize uploadLabel;
 @synthesize rateLabel;
+@synthesize tryAgainBtn;
+@synthesize closeBtn;
 @synthesize progressBar;
 
 - (id)initWithProjectsApiPointer:(OrvaneProjectsAPI *)client {
@@ -69,7 +111,12 @@ static NSString *ProgressText(double total, double done) {
   Awake([self] {
     orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
     [uploadStatusWindow setBackgroundColor:[NSColor whiteColor]];
+    [[uploadLabel cell] setLineBreakMode:NSLineBreakByCharWrapping];
+    SetButtonTitleColor(tryAgainBtn, [NSColor whiteColor]);
+    [filmLabel setStringValue:FromUtf8(Shortened(g_title, kMaxShownBytes))];
     [progressBar setAccessibilityLabel:@"Upload progress"];
+    [tryAgainBtn setAccessibilityLabel:@"Upload the film again"];
+    [closeBtn setAccessibilityLabel:@"End the export and keep the film"];
   });
 }
 
@@ -107,8 +154,28 @@ static NSString *ProgressText(double total, double done) {
   RunOnMainThreadAndWait([self] { [self uploadEnded]; });
 }
 
+// What is to be told of it, autoreleased; nil when the user is logged in. On the background queue.
+- (NSString *)logInAgain {
+  std::string result;
+  std::string failure;
+  // An answer that cannot be read must not end the export, as it would at its beginning: the film has been rendered.
+  if (!CatchExceptions([self, &result] { result = orvane->login(g_sd, g_un, g_pw); }, &failure)) {
+    NSLog(@"#orvanevorrel logging in again failed: %s", failure.c_str());
+    return @"Something came that the plug-in cannot read.";
+  }
+  if (result == "success") return nil;
+  if (result == "failed") return @"Could not connect to the Orvane server.";
+  NSString *message = TextMember(AnswerRoot(result), @"message");
+  return message ? message : @"Invalid username or password.";
+}
+
 // On the background queue.
 - (void)upload {
+  NSString *refusal = isAnotherTry ? [self logInAgain] : nil;
+  if (refusal) {
+    RunOnMainThreadAndWait([self, refusal] { [self uploadRefusedWithMessage:refusal]; });
+    return;
+  }
   NSLog(@"#orvanevorrel starting upload: prj %s, fld %s, file %s", g_prj.c_str(), g_fld.c_str(), g_fpath.c_str());
   const std::string answer = orvane->uploadFile(g_prj, g_fld, g_fpath);
   NSDictionary *root = AnswerRoot(answer);
@@ -123,7 +190,7 @@ static NSString *ProgressText(double total, double done) {
   }
   NSLog(@"#orvanevorrel Upload error returned from Orvane - res: %@", FromUtf8(Shortened(answer, kMaxShownBytes)));
   // The alert belongs to this block, which waits for it; windows are only safe on the main thread.
-  RunOnMainThreadAndWait([self, message] { RunGuarded([self, message] { [self uploadRefusedWithMessage:message]; }); });
+  RunOnMainThreadAndWait([self, message] { [self uploadRefusedWithMessage:message]; });
 }
 
 - (void)uploadSucceededWithLink:(NSString *)link {
@@ -136,29 +203,15 @@ static NSString *ProgressText(double total, double done) {
 }
 
 - (void)uploadRefusedWithMessage:(NSString *)message {
-  [self stopShowingProgress];
-  [self tellWhatIsLeft];
-  NSString *text = FromUtf8(Shortened(ToUtf8(message), kMaxShownBytes));
-  RunAlert(NSAlertStyleWarning, @"There was an error uploading to Orvane.",
-           [NSString stringWithFormat:@"The system returned this message: \"%@\"", text], orvaneIcon);
-  g_export.activity = ExportState::Activity::kNone;
-}
-
-// The label takes the place of bar and rate. Its text can be copied.
-- (void)tellWhatIsLeft {
-  NSString *file = FromUtf8(g_fpath);
-  const BOOL isKept = file && [[NSFileManager defaultManager] fileExistsAtPath:file];
-  NSString *text = isKept ? [@"The film was not uploaded. It is kept at\n" stringByAppendingString:file]
-                          : @"The film was not uploaded, as it was not rendered. Export the sequence again.";
-  [progressBar setHidden:YES];
-  [rateLabel setHidden:YES];
-  NSRect frame = NSUnionRect([uploadLabel frame], [rateLabel frame]);
-  [uploadLabel setFrame:frame];
-  [[uploadLabel cell] setLineBreakMode:NSLineBreakByCharWrapping];
-  [uploadLabel setSelectable:YES];
-  [uploadLabel setStringValue:text];
-  // Below alerts, and the editor's own windows may cover it.
-  [uploadStatusWindow setLevel:NSNormalWindowLevel];
+  RunGuarded([self, message] {
+    [self stopShowingProgress];
+    [self tellWhatIsLeft];
+    NSString *text = FromUtf8(Shortened(ToUtf8(message), kMaxShownBytes));
+    RunAlert(NSAlertStyleWarning, @"There was an error uploading to Orvane.",
+             [NSString stringWithFormat:@"The system returned this message: \"%@\"", text], orvaneIcon);
+    g_export.activity = ExportState::Activity::kNone;
+    waitsForUser = YES;
+  });
 }
 
 // The background queue is done with the controller.
@@ -167,7 +220,72 @@ static NSString *ProgressText(double total, double done) {
   [[NSProcessInfo processInfo] endActivity:activity];
   [activity release];
   activity = nil;
+  // Not before: another try must find everything of this one put away.
+  if (waitsForUser) [self offerAnotherTry];
   [self release];
+}
+
+- (IBAction)tryAgain:(id)sender {
+  RunGuarded([self] {
+    isAnotherTry = YES;
+    waitsForUser = NO;
+    latestTotal = latestDone = 0;
+    rate = TransferRate();
+    [self showProgress];
+    [self startUpload];
+  });
+}
+
+- (void)showProgress {
+  [uploadStatusWindow setTitle:@"Orvane: Uploading"];
+  [uploadStatusWindow setLevel:NSFloatingWindowLevel];
+  for (NSView *view in @[ tryAgainBtn, closeBtn ]) [view setHidden:YES];
+  for (NSView *view in @[ progressBar, rateLabel ]) [view setHidden:NO];
+  [progressBar setDoubleValue:0];
+  [rateLabel setStringValue:@""];
+  [uploadLabel setSelectable:NO];
+  [uploadLabel setStringValue:@"Uploading to Orvane..."];
+  [self setTextHeight:kLineHeight];
+}
+
+// The label takes the place of bar and rate. Its text can be copied.
+- (void)tellWhatIsLeft {
+  [uploadStatusWindow setTitle:@"Orvane: Not Uploaded"];
+  // Below alerts, and the editor's own windows may cover it.
+  [uploadStatusWindow setLevel:NSNormalWindowLevel];
+  for (NSView *view in @[ progressBar, rateLabel ]) [view setHidden:YES];
+  [uploadLabel setSelectable:YES];
+  [uploadLabel setStringValue:TextAboutFilm()];
+  const NSSize room = NSMakeSize(NSWidth([uploadLabel frame]) - 2 * kLabelPadding, kTallestText);
+  const NSRect text = [[uploadLabel attributedStringValue] boundingRectWithSize:room
+                                                                        options:NSStringDrawingUsesLineFragmentOrigin];
+  [self setTextHeight:std::ceil(NSHeight(text))];
+  // While the alert is up, nothing else draws it on every system.
+  [uploadStatusWindow display];
+}
+
+// The text's top keeps its place in the window, which grows upwards by what is missing above the buttons.
+- (void)setTextHeight:(CGFloat)height {
+  const CGFloat missing = height + kGapAboveButtons + NSMaxY([closeBtn frame]) - NSMaxY([uploadLabel frame]);
+  const CGFloat growth = MAX(missing, -grownBy);
+  grownBy += growth;
+  NSRect window = [uploadStatusWindow frame];
+  window.size.height += growth;
+  [uploadStatusWindow setFrame:window display:NO];
+  NSRect text = [uploadLabel frame];
+  text.origin.y = NSMaxY(text) - height;
+  text.size.height = height;
+  [uploadLabel setFrame:text];
+}
+
+- (void)offerAnotherTry {
+  [tryAgainBtn setHidden:!IsFile(g_fpath)];
+  [closeBtn setHidden:NO];
+  [uploadStatusWindow makeKeyAndOrderFront:nil];
+}
+
+- (IBAction)closeWindow:(id)sender {
+  [uploadStatusWindow performClose:sender];
 }
 
 - (void)stopShowingProgress {
@@ -195,7 +313,9 @@ static NSString *ProgressText(double total, double done) {
   [self showTotal:total now:done];
   const std::chrono::duration<double> time = std::chrono::steady_clock::now().time_since_epoch();
   rate.Add(time.count(), done);
-  [rateLabel setStringValue:FromUtf8(rate.Text(total))];
+  const double silence = rate.SecondsWithoutBytes();
+  const BOOL stalls = silence >= TransferRate::kStallSeconds;
+  [rateLabel setStringValue:stalls ? StallText(silence) : FromUtf8(rate.Text(total))];
 }
 
 - (void)showTotal:(double)total now:(double)done {
@@ -210,6 +330,13 @@ static NSString *ProgressText(double total, double done) {
 
 - (BOOL)windowShouldClose:(id)sender {
   return g_export.activity != ExportState::Activity::kUpload;
+}
+
+- (void)windowWillClose:(NSNotification *)notification {
+  if (!waitsForUser) return;
+  waitsForUser = NO;
+  [[self retain] autorelease];  // the clean-up releases it, inside of its window's close
+  RunGuarded([] { g_pCleanupFunc(); });
 }
 
 @end

@@ -7,8 +7,9 @@ import executable
 from build import ROOT, xml_faults
 
 NAMES = ("OrvaneUI", "OrvaneUploadWindowController", "UploadCompleteWindowController", "UploadStatusWindowController")
-# Classes of AppKit have these outlets; all others are answered by classes of ours.
+# Classes of AppKit have these outlets and actions; all others are answered by classes of ours.
 APPKIT_OUTLETS = {"delegate", "initialFirstResponder", "nextKeyView"}
+APPKIT_ACTIONS = {"performClose:"}
 APPKIT_CLASSES = {"FirstResponder"}
 
 
@@ -69,7 +70,7 @@ def unanswered(file, classes):
         if name not in APPKIT_OUTLETS and setter(name) not in executable.methods_with_inherited(classes, owner):
             faults.append(f"{file.name}: {owner or 'a class of AppKit'} has no outlet {name}")
     for target, selector in file.actions():
-        if selector not in executable.methods_with_inherited(classes, target):
+        if selector not in APPKIT_ACTIONS | executable.methods_with_inherited(classes, target):
             faults.append(f"{file.name}: {target or 'a class of AppKit'} has no action {selector}")
     return faults
 

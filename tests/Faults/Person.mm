@@ -1,5 +1,6 @@
 #import "Person.h"
 
+#include <malloc.h>
 #include <sys/types.h>
 
 #include <csignal>
@@ -25,14 +26,18 @@ NSString *Choice(NSPopUpButton *popUp, NSString *placeholder) {
   return nil;
 }
 
+size_t Entries(const char *folder) {
+  const std::filesystem::directory_iterator entries(folder);
+  return static_cast<size_t>(std::distance(begin(entries), end(entries)));
+}
+
 }  // namespace
 
 Person::Person(const nlohmann::json &wish, orvane_host::HostSession &host, nlohmann::json &seen)
     : wish_(wish), host_(host), seen_(seen) {}
 
 void Person::BeginExport() {
-  logins_ = uploads_ = quiet_ = 0;
-  upload_failed_ = false;
+  logins_ = uploads_ = tries_ = quiet_ = 0;
 }
 
 void Person::Act() {
@@ -47,7 +52,8 @@ void Person::Act() {
   for (NSString *known in @[ kLoginTitle, kUploadTitle, kCompleteTitle ]) {
     if (IsModal(WindowTitled(known))) title = known;
   }
-  if (!title && WindowTitled(kProgressTitle) && !upload_failed_) title = kProgressTitle;
+  if (!title && WindowTitled(kProgressTitle)) title = kProgressTitle;
+  if (!title && WindowTitled(kNotUploadedTitle) && !IsDoneWithFailure()) title = kNotUploadedTitle;
   looks_ = title == title_ ? looks_ + 1 : 0;
   title_ = title;
   const bool nothing = !title && ![NSApp modalWindow];
@@ -65,6 +71,8 @@ void Person::WorkOn(NSString *title) {
     WorkLogin();
   } else if (title == kUploadTitle && uploads_ == 0) {
     WorkUpload();
+  } else if (title == kNotUploadedTitle) {
+    WorkFailure();
   } else if (title == kCompleteTitle && wish_.value("open", false)) {
     Press(PluginControl(title, @"openOrvaneBtn"));
   } else {
@@ -102,10 +110,25 @@ void Person::WorkUpload() {
   Upload(@"Scene 12");
 }
 
+bool Person::IsDoneWithFailure() {
+  return tries_ >= wish_.value("tries", 0) && !wish_.value("close", false);
+}
+
+void Person::WorkFailure() {
+  NSButton *close = PluginControl(kNotUploadedTitle, @"closeBtn");
+  if ([close isHidden]) return;
+  if (tries_ >= wish_.value("tries", 0)) {
+    Press(close);
+    return;
+  }
+  ++tries_;
+  NoteLevels();
+  Press(PluginControl(kNotUploadedTitle, @"tryAgainBtn"));
+}
+
 void Person::ReadAlert() {
   dismissing_ = true;
   const std::string texts = AlertTexts();
-  if (texts.find("error uploading") != std::string::npos) upload_failed_ = true;
   seen_["alerts"].push_back(texts.substr(0, 2000));
   DismissAlert();
   dismissing_ = false;
@@ -113,13 +136,18 @@ void Person::ReadAlert() {
 }
 
 void Person::NoteProgress() {
-  NSWindow *progress = WindowTitled(kProgressTitle);
+  NSWindow *failure = WindowTitled(kNotUploadedTitle);
+  NSWindow *progress = failure ? failure : WindowTitled(kProgressTitle);
   if (progress) seen_["progress"] = TextsOf(progress).substr(0, 2000);
+  if (failure) seen_["another try"] = ![PluginControl(kNotUploadedTitle, @"tryAgainBtn") isHidden];
+}
+
+void Person::NoteLevels() {
+  seen_["levels"].push_back({mallinfo2().uordblks / 1024, Entries("/proc/self/fd"), Entries("/proc/self/task")});
 }
 
 bool Person::ExportIsOver() {
-  const bool upload_is_on = WindowTitled(kProgressTitle) && !upload_failed_;
-  return quiet_ >= kQuietLooks && !upload_is_on;
+  return quiet_ >= kQuietLooks && !WindowTitled(kProgressTitle);
 }
 
 }  // namespace window_test

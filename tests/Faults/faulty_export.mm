@@ -3,11 +3,9 @@
 // person wishes (Person.h) it may hold "times" (how many exports), "seconds" (of film) and "keeps" (bool: the saved
 // login stays as it was found).
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <atomic>
 #include <chrono>
-#include <filesystem>
 #include <thread>
 
 #import "Controls.h"
@@ -23,11 +21,6 @@ using nlohmann::json;
 
 namespace {
 
-size_t Entries(const char *folder) {
-  const std::filesystem::directory_iterator entries(folder);
-  return static_cast<size_t>(std::distance(begin(entries), end(entries)));
-}
-
 orvane_host::Sequence SmallSequence(double seconds) {
   orvane_host::Sequence sequence;
   sequence.width = 320;
@@ -36,8 +29,7 @@ orvane_host::Sequence SmallSequence(double seconds) {
   return sequence;
 }
 
-// Exports as often as the row wants. After each export notes the heap in KiB, and the numbers of open files and
-// threads.
+// Exports as often as the row wants.
 void Export(const json &row, orvane_host::HostSession &host, Person &person, json &seen) {
   for (int i = 0; i < row.value("times", 1); ++i) {
     @autoreleasepool {
@@ -45,7 +37,7 @@ void Export(const json &row, orvane_host::HostSession &host, Person &person, jso
       seen["answers"].push_back(host.ExportTimeline());
       while (!person.ExportIsOver()) SpinUntil([&person] { return person.ExportIsOver(); });
     }
-    seen["levels"].push_back({mallinfo2().uordblks / 1024, Entries("/proc/self/fd"), Entries("/proc/self/task")});
+    person.NoteLevels();
   }
 }
 

@@ -15,8 +15,10 @@ class Place:
     def __init__(self, folder, bundle, setting):
         self.folder, self._setting, self.prefix = folder, setting, []
         self.temporary, self.bundle, self.browser = folder / "tmp", bundle, Browser(folder)
+        if setting == "long":
+            self.temporary = folder / ("path-of-more-than-127-bytes-" * 4) / "tmp"
         if setting != "missing":
-            self.temporary.mkdir()
+            self.temporary.mkdir(parents=True)
             os.mkdir(os.fsencode(self.temporary) + b"\xff")  # a folder whose path is no text
         if setting == "full":
             as_root = [] if os.geteuid() == 0 else ["--user", "--map-root-user"]

@@ -36,10 +36,13 @@ def event(kind, part):
 
 UPLOADED = {"answers": [0], "alerts": [], "events": [], "films": 0, "stored": bool, "saved": True}
 KEPT = {"answers": [0], "alerts": alerts("There was an error uploading to Orvane."), "events": [], "films": 1,
-        "saved": True, "progress": lambda text: "VorrelExport_" in text or "folder" in text}
+        "saved": True, "progress": lambda text: "VorrelExport_" in text, "another try": True}
 NO_PROJECT = {"answers": [0], "alerts": alerts("You must select a project."), "films": 0, "saved": True}
 NO_FOLDER = {"answers": [0], "alerts": alerts("You must select a folder."), "films": 0, "saved": True}
 NOT_REACHED = {"answers": [0], "alerts": alerts("Could not connect to the Orvane server."), "films": 0, "saved": False}
+SAVED_IS_BAD = "The saved Orvane username and/or password is invalid."
+# A log-in's answer of more than a megabyte holds no token: it counts as a refusal.
+TOO_LONG = {**NOT_REACHED, "alerts": alerts(SAVED_IS_BAD, "Invalid username or password.")}
 BROKEN = {"answers": [-1], "alerts": [], "events": event(3, "The export to Orvane was stopped: "), "films": 0, "saved": True}
 UNTOLD = {}  # it ends, within its limits: nothing more is laid down
 UNSAVED = {**UPLOADED, "saved": False}
@@ -179,6 +182,8 @@ def answer_rows():
                     expect = {**expect, "unencrypted": [(request, request not in ("key", "version"))]}
                 if what == "answers twice":
                     expect = UNTOLD  # the second one is taken for the next answer
+                if "million" in what and request == "token":
+                    expect = TOO_LONG
                 if "nested" in what and request in ("key", "token"):
                     expect = UPLOADED  # the reader of these two takes any depth
                 if request == "upload" and kinds is SLOW and what != "redirects in a circle":
@@ -191,15 +196,13 @@ def answer_rows():
 
 def login_rows():
     large = stuffed('"' + "x" * (MIB + MIB // 2) + '"')
-    saved_is_bad = "The saved Orvane username and/or password is invalid."
     yield Row("key: answers 1.5 MiB of JSON", BROKEN, {"key": large("key")})
-    yield Row("token: answers 1.5 MiB of JSON", {
-        **NOT_REACHED, "alerts": alerts(saved_is_bad, "Invalid username or password.")}, {"token": large("token")})
+    yield Row("token: answers 1.5 MiB of JSON", TOO_LONG, {"token": large("token")})
     for size in (1, 31):
         yield Row(f"version: a newer one of {size} MiB", UNSAVED,
                   {"version": lambda exchange, size=size: exchange.answer("9" * size * MIB)}, saved=None, limit=100)
     yield Row("key: is not to be reached, with a saved login", {
-        **NOT_REACHED, "alerts": alerts(saved_is_bad, "Could not connect")},
+        **NOT_REACHED, "alerts": alerts(SAVED_IS_BAD, "Could not connect")},
         {"key": sends()("key")}, everyday=True)
 
 
@@ -232,6 +235,45 @@ def upload_rows():
         text = json.dumps({"root": {"status": "error", "message": message}})
         yield Row(f"upload: a refusal {what}", KEPT, {"upload": says(text)("upload")},
                   everyday=what == "that is a list")
+
+
+def until_logged_in_again(bad):
+    """An upload that ends badly in the first session. The library itself repeats one on a line that it has used."""
+    def behave(exchange):
+        if sum(kind == "token" for kind, _ in exchange.server.asked) < 2:
+            bad(exchange)
+        else:
+            exchange.server.stored += b'name="Filedata"' in exchange.body()
+            exchange.answer(GOOD["upload"])
+    behave.reads_itself = True
+    return {"upload": behave}
+
+
+def try_rows():
+    once = {**UPLOADED, "stored": 1, "levels": lambda levels: len(levels) == 2}
+    failed = "There was an error uploading"
+    broken = until_logged_in_again(upload_reading(0.99, lambda exchange: exchange.close())["upload"])
+    yield Row("try again: broken at 99%", {**once, "alerts": alerts(failed)}, broken, {"seconds": 4, "tries": 1},
+              everyday=True)
+    over = until_logged_in_again(lambda exchange: (
+        exchange.body(), exchange.answer('{"root":{"status":"error","message":"Not logged in."}}')))
+    yield Row("try again: the session has ended", {**once, "alerts": alerts("Not logged in.")}, over, {"tries": 9},
+              everyday=True)
+    keys = iter(range(1 << 40))
+
+    def away(exchange):
+        if next(keys) in (1, 2):
+            exchange.close()
+        exchange.answer(GOOD["key"])
+    yield Row("try again: the service is back at the third", {
+        **once, "alerts": alerts(failed, "Could not connect", "Could not connect"), "levels": lambda all: len(all) == 4},
+        {**broken, "key": away}, {"tries": 9}, everyday=True)
+    two = {**UPLOADED, "answers": [0, 0], "alerts": alerts(failed), "films": bool, "stored": 1}
+    yield Row("try again: closed, then exported", two, broken, {"close": True, "times": 2})
+    yield Row("try again: exported meanwhile", two, broken, {"times": 2}, everyday=True)
+    yield Row("try again: fifty times", {
+        **KEPT, "alerts": lambda seen: len(seen) == 51, "levels": lambda all: len(all) == 51 and level(all)},
+        {"upload": sends()("upload")}, {"tries": 50}, limit=200)
 
 
 def certificate_rows():
@@ -298,11 +340,15 @@ def tree_rows():
 
 
 def machine_rows():
-    lost = {"answers": lambda answers: answers[0] != 0, "alerts": alerts("There was an error uploading"), "films": 0}
+    lost = {"answers": lambda answers: answers[0] != 0, "alerts": alerts("There was an error uploading"), "films": 0,
+            "another try": False}
     yield Row("disk: the temporary folder is full", lost, setting="full", wish={"seconds": 4}, everyday=True)
     yield Row("disk: the temporary folder is missing", lost, setting="missing", everyday=True)
     yield Row("disk: the temporary folder has no path", lost, setting="no path")
     yield Row("disk: the temporary folder vanishes before the render", lost, setting="vanish")
+    yield Row("disk: the temporary folder's path is long", {
+        **KEPT, "progress": lambda text: "is too long" in text and "/tmp/VorrelExport_" in text.replace("\n", ""),
+        "another try": False}, setting="long", everyday=True)
     refused = {**UNSAVED, "alerts": alerts("A security error occured while attempting to save")}
     for setting in ("no bus", "no keyring", "locked"):
         yield Row(f"keyring: {setting}, and it shall remember", refused, saved=None, setting=setting, limit=60,
@@ -359,6 +405,6 @@ def many_rows():
 
 
 def rows():
-    for part in (answer_rows, login_rows, upload_rows, certificate_rows, id_rows, link_rows, tree_rows, machine_rows,
+    for part in (answer_rows, login_rows, upload_rows, try_rows, certificate_rows, id_rows, link_rows, tree_rows, machine_rows,
                  host_rows, many_rows):
         yield from part()

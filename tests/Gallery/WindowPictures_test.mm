@@ -56,6 +56,9 @@ class WindowPictures : public testing::Test {
     UsePluginResources();
     g_step = "start";
     g_prj = g_fld = "0";
+    g_sd = "acme";
+    g_un = "editor";
+    g_title = "Opening sequence, second cut";
     g_pCleanupFunc = [] {};
     ASSERT_EQ(client_.login("acme", "editor", "secret"), "success");
   }
@@ -202,9 +205,13 @@ TEST_F(WindowPictures, Uploading) {
   }
 }
 
-TEST_F(WindowPictures, LongAlert) {
+TEST_F(WindowPictures, LongAlertAndAnotherTry) {
   g_prj = "1";
-  g_fpath = ORVANE_BUNDLE_PATH "/Contents/Info.plist";  // any file
+  g_title = LONG_PROJECT_NAME;
+  // A file that is everywhere, by a path as long as that of a film can be.
+  g_fpath = "/usr/lib";
+  while (g_fpath.size() < 120) g_fpath += "/../../usr/lib";
+  g_fpath += "/os-release";
   api_.Answer(std::string(ScriptedApi::kUpload) + "1",
               ScriptedApi::Refusal(
                   "Le dossier « Étalonnage » n'accepte plus de films depuis le 3 novembre : demandez de la place à la "
@@ -220,6 +227,8 @@ TEST_F(WindowPictures, LongAlert) {
           SpinUntil([] { return g_export.activity != ExportState::Activity::kUpload; });
         },
         @"alert-long-text");
+    EXPECT_TRUE(SpinUntil([status] { return ![[status closeBtn] isHidden]; }));
+    ExpectPicture([status uploadStatusWindow], @"not-uploaded");
     [[status uploadStatusWindow] orderOut:nil];
   }
 }

@@ -104,19 +104,28 @@ TEST_F(OrvaneUIControllerTest, TellsAnUnreachableServiceFromAWrongPassword) {
               "Error\nCould not connect to the Orvane server. Please ensure that you have entered the correct "
               "subdomain for your Orvane instance.\n");
     EXPECT_EQ(g_step, "start");
-    actions.OnMain([controller] { [[controller orvaneWindow] performClose:nil]; });
+    actions.OnMain([controller] { Press(ButtonTitled([controller orvaneWindow], @"Cancel")); });
   });
   EXPECT_EQ(cleanups, 1);
   EXPECT_EQ(g_sd, "");
 }
 
 TEST_F(OrvaneUIControllerTest, LogsInWithoutRemembering) {
-  Run([](Script &actions, OrvaneUIController *controller) {
+  bool looks_pressed = false;
+  Run([this, &looks_pressed](Script &actions, OrvaneUIController *controller) {
+    // The main thread waits for these two answers.
+    api_.Server().Route(ScriptedApi::kStep, [&looks_pressed, controller](const orvane_test::Request &) {
+      looks_pressed = [[[controller loginBtn] cell] isHighlighted];
+      return orvane_test::TextResponse(
+          R"({"root":{"status":"success","apiver":"3","auth_key":"key","payload":{"token":"token"}}})");
+    });
     actions.OnMain([controller] {
       Fill(controller, @"acme", @"editor", @"secret");
       Press([controller loginBtn]);
+      EXPECT_FALSE([[[controller loginBtn] cell] isHighlighted]);
     });
   });
+  EXPECT_TRUE(looks_pressed);
   EXPECT_EQ(g_step, "upload");
   EXPECT_EQ(g_sd + "/" + g_un + "/" + g_pw, "acme/editor/secret");
   EXPECT_EQ(cleanups, 0);
@@ -147,7 +156,7 @@ TEST_F(OrvaneUIControllerTest, AnnouncesOnlyANewerRelease) {
     actions.OnMain([controller] {
       EXPECT_TRUE([[controller versionCheckBox] isHidden]);
       EXPECT_EQ(TabOrder([controller orvaneWindow]),
-                "Orvane subdomain|User name|Password|Remember me|Log in to Orvane");
+                "Orvane subdomain|User name|Password|Remember me|Cancel|Log in to Orvane");
       [[controller orvaneWindow] performClose:nil];
     });
   });
@@ -156,7 +165,7 @@ TEST_F(OrvaneUIControllerTest, AnnouncesOnlyANewerRelease) {
     actions.OnMain([controller] {
       EXPECT_FALSE([[controller versionCheckBox] isHidden]);
       EXPECT_EQ(TabOrder([controller orvaneWindow]),
-                "Orvane subdomain|User name|Password|Remember me|Log in to Orvane|Download the new version");
+                "Orvane subdomain|User name|Password|Remember me|Cancel|Log in to Orvane|Download the new version");
       EXPECT_STREQ([[[controller versionCheckLabel] stringValue] UTF8String], "New version available! (1.2)");
       [[controller orvaneWindow] performClose:nil];
     });

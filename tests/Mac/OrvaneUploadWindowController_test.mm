@@ -8,6 +8,7 @@
 #include "PluginResources.h"
 #import "SavedLogin.h"
 #include "ScriptedApi.h"
+#import "TagsPage.h"
 #import "TagsView.h"
 #include "WindowScript.h"
 #include "WorkflowState.h"
@@ -30,6 +31,8 @@ class OrvaneUploadWindowControllerTest : public testing::Test {
   void SetUp() override {
     UsePluginResources();
     cleanups = 0;
+    g_sd = "acme";
+    g_un = "editor";
     g_step = "upload";
     g_prj = g_fld = g_title = g_desc = "unset";
     g_tags = {"unset"};
@@ -76,9 +79,7 @@ class OrvaneUploadWindowControllerTest : public testing::Test {
 TEST_F(OrvaneUploadWindowControllerTest, ListsTheFolderTreeDepthFirstWithIndentation) {
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
-      NSSet *projects = [NSSet setWithArray:[[controller inputProject] itemTitles]];
-      NSSet *expected = [NSSet setWithArray:@[ @"Select a project...", @"Feature", @"Trailer" ]];
-      EXPECT_TRUE([projects isEqual:expected]);
+      EXPECT_STREQ([[[controller accountLabel] stringValue] UTF8String], "editor at acme");
       EXPECT_EQ(Titles([controller inputFolder]), "");
       Choose([controller inputProject], @"Feature");
       EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|A|   B|      C|D");
@@ -105,12 +106,31 @@ TEST_F(OrvaneUploadWindowControllerTest, ListsAreTakenAsTheyComeHoweverOdd) {
               ScriptedApi::Success(R"([{"id":"1","name":"Übergänge","sub_folders":"0"}])"));
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
-      EXPECT_EQ([[controller inputProject] numberOfItems], 3);
+      EXPECT_EQ(Titles([controller inputProject]), "Select a project...|Numeric|Twice");
       Choose([controller inputProject], @"Numeric");
       EXPECT_EQ(g_prj, "7");
       EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...");
       Choose([controller inputProject], @"Twice");
       EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|Übergänge");
+      [[controller orvaneUploadWindow] performClose:nil];
+    });
+  });
+}
+
+// Nothing seems to be chosen before something is.
+TEST_F(OrvaneUploadWindowControllerTest, ListsProjectsInTheServicesOrderBelowThePlaceholder) {
+  std::string payload;
+  std::string titles = "Select a project...";
+  for (int i = 50; i > 0; --i) {
+    const std::string name = "Project " + std::to_string(i);
+    payload += (payload.empty() ? "" : ",") + (R"({"id":"1","project_name":")" + name + "\"}");
+    titles += "|" + name;
+  }
+  api_.Answer(ScriptedApi::kProjects, ScriptedApi::Success("[" + payload + "]"));
+  Run([&titles](Script &actions, OrvaneUploadWindowController *controller) {
+    actions.OnMain([&titles, controller] {
+      EXPECT_EQ(Titles([controller inputProject]), titles);
+      EXPECT_EQ([[controller inputProject] indexOfSelectedItem], 0);
       [[controller orvaneUploadWindow] performClose:nil];
     });
   });
@@ -160,7 +180,7 @@ TEST_F(OrvaneUploadWindowControllerTest, ChecksTitleProjectAndFolderInThatOrder)
     actions.OnMain([controller] { Choose([controller inputProject], @"Feature"); });
     EXPECT_EQ(AlertAfterUpload(actions, controller), "Error\nYou must select a folder.\n");
     EXPECT_EQ(g_desc, "unset");
-    actions.OnMain([controller] { [[controller orvaneUploadWindow] performClose:nil]; });
+    actions.OnMain([controller] { Press(ButtonTitled([controller orvaneUploadWindow], @"Cancel")); });
   });
   EXPECT_EQ(cleanups, 1);
   EXPECT_EQ(g_step, "upload");
@@ -178,7 +198,7 @@ TEST_F(OrvaneUploadWindowControllerTest, HandsOverWhatWasEntered) {
       AddTag(controller, @"night");
       EXPECT_EQ(TabOrder([controller orvaneUploadWindow]),
                 "Project|Folder|Title|Description|New tag|Add the tag|Remove tag rough cut|Remove tag grün|"
-                "Remove tag night|Log out of Orvane|Upload the film");
+                "Remove tag night|Log out of Orvane|Cancel|Upload the film");
       Press([controller uploadBtn]);
     });
   });
@@ -228,15 +248,20 @@ TEST_F(OrvaneUploadWindowControllerTest, EveryTagComesIntoViewAndCanBeRemoved) {
     actions.OnMain([controller] {
       NSWindow *window = [controller orvaneUploadWindow];
       TagsView *tags = [controller tagView];
+      NSView *page = [tags page];
+      NSTextField *field = [tags tagTextField];
       const NSRect frame = [tags frame];
-      for (NSUInteger rows : {1, 3, 4, 9}) {
+      for (NSUInteger rows : {1, 4, 5, 9}) {
         while ([[tags tags] count] < rows) {
           AddTag(controller, [NSString stringWithFormat:@"%zu, a tag of more than three hundred points",
                                                         static_cast<size_t>([[tags tags] count])]);
         }
         const NSRect first = [[[tags tagButtons] objectAtIndex:0] frame];
         EXPECT_EQ(NSMinY([[tags tagTextFieldBackground] frame]) - NSMaxY(first), 10) << rows;
-        EXPECT_EQ(NSHeight([tags visibleRect]) < NSHeight([[tags superview] bounds]) - 8, rows > 3) << rows;
+        EXPECT_EQ(NSHeight([page frame]) > NSHeight([[page superview] bounds]), rows > 4) << rows;
+        NSView *newest = [[tags tagButtons] lastObject];
+        EXPECT_TRUE(NSEqualRects([newest visibleRect], [newest bounds])) << rows;
+        EXPECT_TRUE(NSEqualRects([field visibleRect], [field bounds])) << "it does not scroll";
         [window makeFirstResponder:[tags addButton]];
         for (NSUInteger row = 0; row < rows; ++row) {
           [window selectNextKeyView:nil];

@@ -34,9 +34,14 @@ TEST(TransferRate, FollowsAChangeOfSpeed) {
   for (int second = 0; second < 60; ++second) transfer.Add(second, done += 10e6);
   for (int second = 60; second < 75; ++second) transfer.Add(second, done += 1e6);
   EXPECT_EQ(transfer.Text(done + 120e6), "1.0 MB/s, about 2 minutes left");
+  EXPECT_EQ(transfer.SecondsWithoutBytes(), 0);
+  // Nothing goes for a while: what is said stays, and how long that is.
   for (int second = 75; second < 90; ++second) transfer.Add(second, done);
-  EXPECT_EQ(transfer.Text(done + 120e6), "");
+  EXPECT_EQ(transfer.SecondsWithoutBytes(), 15);
+  EXPECT_EQ(transfer.Text(done + 120e6), "1.0 MB/s, about 2 minutes left");
+  transfer.Add(90, done += 1e6);
+  EXPECT_EQ(transfer.Text(done + 120e6), "") << "the stall is no part of a rate";
   // The machine sleeps for a day.
-  for (int second = 90; second < 94; ++second) transfer.Add(86400 + second, done += 1e6);
+  for (int second = 91; second < 95; ++second) transfer.Add(86400 + second, done += 1e6);
   EXPECT_EQ(transfer.Text(done + 120e6), "1.0 MB/s, about 2 minutes left");
 }

@@ -53,6 +53,20 @@ class UploadStatusWindowControllerTest : public testing::Test {
     status_controller = nil;
   }
 
+  // Presses the button when it is offered, and waits for what the upload brings then.
+  static void TryAgain(Script &actions) {
+    NSButton *button = [status_controller tryAgainBtn];
+    actions.WaitFor("another try", [button] { return ![button isHidden]; });
+    actions.OnMain([button] {
+      Press(button);
+      EXPECT_TRUE([button isHidden]);
+      EXPECT_TRUE([[status_controller closeBtn] isHidden]);
+      EXPECT_FALSE([[status_controller progressBar] isHidden]);
+    });
+  }
+
+  static std::string Text(NSTextField *label) { return [[label stringValue] UTF8String]; }
+
   static bool UploadHasEnded() { return g_export.activity != ExportState::Activity::kUpload; }
 
   ScriptedApi api_;
@@ -103,25 +117,83 @@ TEST_F(UploadStatusWindowControllerTest, ARefusalLeavesFileAndWindow) {
     EXPECT_EQ(std::string([[[status_controller uploadLabel] stringValue] UTF8String]),
               "The film was not uploaded. It is kept at\n" + file_);
     EXPECT_TRUE([[status_controller uploadLabel] isSelectable]);
+    EXPECT_TRUE(SpinUntil([] { return ![[status_controller closeBtn] isHidden]; }));
+    EXPECT_FALSE([[status_controller tryAgainBtn] isHidden]);
     EXPECT_EQ([[status_controller uploadStatusWindow] level], NSNormalWindowLevel);
   }
   EXPECT_EQ(completed_link, "none");
   EXPECT_EQ(cleanups, 0);
-  [[status_controller uploadStatusWindow] performClose:nil];
+  Press([status_controller closeBtn]);
   EXPECT_FALSE([[status_controller uploadStatusWindow] isVisible]);
+  EXPECT_TRUE(std::filesystem::exists(file_));
+  EXPECT_EQ(cleanups, 1);
 }
 
-// As after a render that was cancelled.
-TEST_F(UploadStatusWindowControllerTest, SaysThatThereIsNoFilm) {
-  std::filesystem::remove(file_);
+// The session is over meanwhile, then the service is away, then it refuses the user, then it answers nonsense.
+TEST_F(UploadStatusWindowControllerTest, TriesAgainUntilTheFilmIsUploaded) {
+  const std::string target = std::string(ScriptedApi::kUpload) + "1";
+  api_.Answer(target, ScriptedApi::Refusal("Not logged in."));
+  g_sd = "acme";
+  g_un = "editor";
+  std::vector<std::string> alerts;
   RunWithScript(
       [] {
         [status_controller showWindow];
-        SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
+        SpinUntil([] { return completed_link != "none"; });
       },
-      [](Script &actions) { DismissAlertWhenItComes(actions); });
-  EXPECT_STREQ([[[status_controller uploadLabel] stringValue] UTF8String],
-               "The film was not uploaded, as it was not rendered. Export the sequence again.");
+      [&](Script &actions) {
+        alerts.push_back(DismissAlertWhenItComes(actions));
+        g_pw = "changed";
+        TryAgain(actions);
+        alerts.push_back(DismissAlertWhenItComes(actions));
+        api_.Answer(ScriptedApi::kStep, ScriptedApi::Refusal("Unknown customer."));
+        TryAgain(actions);
+        alerts.push_back(DismissAlertWhenItComes(actions));
+        api_.Answer(ScriptedApi::kStep, "<html>Welcome</html>");
+        TryAgain(actions);
+        alerts.push_back(DismissAlertWhenItComes(actions));
+        EXPECT_EQ(api_.RequestsFor(target).size(), 1u) << "nobody is logged in";
+        api_.Answer(ScriptedApi::kStep,
+                    R"({"root":{"status":"success","apiver":"3","auth_key":"k2","payload":{"token":"t2"}}})");
+        api_.Answer(target, ScriptedApi::Success(R"({"link":"https://acme.orvane.localhost/review/7"})"));
+        TryAgain(actions);
+      });
+  const std::string head = "There was an error uploading to Orvane.\nThe system returned this message: ";
+  EXPECT_EQ(alerts,
+            (std::vector<std::string>{head + "\"Not logged in.\"\n", head + "\"Unknown user or wrong password.\"\n",
+                                      head + "\"Could not connect to the Orvane server.\"\n",
+                                      head + "\"Something came that the plug-in cannot read.\"\n"}));
+  EXPECT_EQ(completed_link, "https://acme.orvane.localhost/review/7");
+  const orvane_test::Request last = api_.RequestsFor(target).back();
+  std::string fields;
+  for (const orvane_test::FormPart &part : last.parts) fields += part.fileName.empty() ? part.content + "|" : "";
+  EXPECT_EQ(fields, "t2|k2|11|Title|b|a|");
+  EXPECT_FALSE(std::filesystem::exists(file_));
+  EXPECT_FALSE([[status_controller uploadStatusWindow] isVisible]);
+  EXPECT_EQ(cleanups, 0);
+}
+
+// As after a render that was cancelled, and with a path that the plug-in has to cut.
+TEST_F(UploadStatusWindowControllerTest, SaysWhereTheFilmIsIfItCannotBeUploaded) {
+  const std::string elsewhere = folder_ / "elsewhere.mp4";
+  std::filesystem::rename(file_, elsewhere);
+  for (const std::string &film : {std::string(), elsewhere}) {
+    g_export.film = film;
+    RunWithScript(
+        [] {
+          [status_controller showWindow];
+          SpinUntil([] { return ![[status_controller closeBtn] isHidden]; });
+        },
+        [](Script &actions) { DismissAlertWhenItComes(actions); });
+    EXPECT_EQ(Text([status_controller uploadLabel]),
+              film.empty() ? "The film was not uploaded, as it was not rendered.\nExport the sequence again."
+                           : "The film was not uploaded, as the path of the folder\nfor temporary files is too "
+                             "long. It is kept at\n" +
+                                 film);
+    EXPECT_TRUE([[status_controller tryAgainBtn] isHidden]) << "there is nothing to upload";
+    [[status_controller closeBtn] setHidden:YES];
+  }
+  g_export.film.clear();
 }
 
 // What the service says may be longer than any screen.
@@ -169,6 +241,8 @@ TEST_F(UploadStatusWindowControllerTest, ShowsTheNewestProgressFromAnyThread) {
         actions.OnMain([] {
           EXPECT_STREQ([[[status_controller uploadLabel] stringValue] UTF8String],
                        "Uploading to Orvane: 45.0 MB of 45.0 MB (100 %)");
+          [status_controller updateProgressBarWithTotal:1.5e9 now:999.9e6];
+          EXPECT_EQ(Text([status_controller uploadLabel]), "Uploading to Orvane: 999.9 MB of 1.50 GB (66 %)");
         });
         answer = true;
         DismissAlertWhenItComes(actions);

@@ -38,7 +38,7 @@ void PressKey(NSWindow *window, NSString *character, NSUInteger modifiers = 0);
 void SendMouse(NSWindow *window, NSEventType type, NSPoint point);
 
 /// The accessibility labels of what Tab reaches in the window, from the first control on, separated by "|"; a "?" for a
-/// control without one. Ends editing.
+/// control without one; a button's title is its label. Ends editing.
 std::string TabOrder(NSWindow *window);
 
 /// Dismisses the alert panel by its button.

@@ -96,6 +96,7 @@ std::string TabOrder(NSWindow *window) {
   NSView *view = first;
   do {
     NSString *label = [view accessibilityLabel];
+    if (!label && [view respondsToSelector:@selector(title)]) label = [static_cast<NSButton *>(view) title];
     order += (order.empty() ? "" : "|") + std::string(label ? [label UTF8String] : "?");
     view = [view nextValidKeyView];
   } while (view && view != first && order.size() < 1000);

@@ -8,6 +8,7 @@ namespace window_test {
 extern NSString *const kLoginTitle;
 extern NSString *const kUploadTitle;
 extern NSString *const kProgressTitle;
+extern NSString *const kNotUploadedTitle;
 extern NSString *const kCompleteTitle;
 
 /// The control that the controller of the visible window of that title knows under the name; nil when there is none.

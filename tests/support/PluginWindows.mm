@@ -7,6 +7,7 @@ namespace window_test {
 NSString *const kLoginTitle = @"Orvane: Log In";
 NSString *const kUploadTitle = @"Orvane: Upload";
 NSString *const kProgressTitle = @"Orvane: Uploading";
+NSString *const kNotUploadedTitle = @"Orvane: Not Uploaded";
 NSString *const kCompleteTitle = @"Orvane: Upload Complete";
 
 id PluginControl(NSString *title, NSString *name) {

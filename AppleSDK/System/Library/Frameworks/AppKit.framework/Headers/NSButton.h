@@ -11,6 +11,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (copy) NSAttributedString *attributedTitle;
 @property (getter=isBordered) BOOL bordered;
 @property NSControlStateValue state;
+- (void)highlight:(BOOL)flag;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -13,7 +13,6 @@ extern const NSRect NSZeroRect;
 extern const NSPoint NSZeroPoint;
 BOOL NSEqualRects(NSRect left, NSRect right);
 BOOL NSEqualSizes(NSSize left, NSSize right);
-NSRect NSUnionRect(NSRect left, NSRect right);
 NSRect NSInsetRect(NSRect rect, CGFloat dX, CGFloat dY);
 }
 
