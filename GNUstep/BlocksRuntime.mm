@@ -119,39 +119,19 @@ void _Block_release(const void *source) {
 ORV_HIDDEN void _Block_object_assign(void *destination, const void *source, int flags) {
   void *object = const_cast<void *>(source);
   void *&field = *static_cast<void **>(destination);
-  if (flags & kCalledForByref) {
-    field = object;  // a __block variable does not retain, as with manual retain and release on macOS
-    return;
-  }
-  switch (flags & ~kFieldIsWeak) {
-    case kFieldIsObject:
-      field = [static_cast<id>(object) retain];
-      break;
-    case kFieldIsBlock:
-      field = _Block_copy(object);
-      break;
-    case kFieldIsByref:
-      field = CopyByref(static_cast<ByrefLayout *>(object));
-      break;
-    default:
-      field = object;
-  }
+  field = object;
+  if (flags & kCalledForByref) return;  // a __block variable does not retain, as without ARC on macOS
+  const int kind = flags & ~kFieldIsWeak;
+  if (kind == kFieldIsObject) field = [static_cast<id>(object) retain];
+  if (kind == kFieldIsBlock) field = _Block_copy(object);
+  if (kind == kFieldIsByref) field = CopyByref(static_cast<ByrefLayout *>(object));
 }
 
 ORV_HIDDEN void _Block_object_dispose(const void *source, int flags) {
   void *object = const_cast<void *>(source);
   if (flags & kCalledForByref) return;
-  switch (flags & ~kFieldIsWeak) {
-    case kFieldIsObject:
-      [static_cast<id>(object) release];
-      break;
-    case kFieldIsBlock:
-      _Block_release(object);
-      break;
-    case kFieldIsByref:
-      ReleaseByref(static_cast<ByrefLayout *>(object));
-      break;
-    default:
-      break;
-  }
+  const int kind = flags & ~kFieldIsWeak;
+  if (kind == kFieldIsObject) [static_cast<id>(object) release];
+  if (kind == kFieldIsBlock) _Block_release(object);
+  if (kind == kFieldIsByref) ReleaseByref(static_cast<ByrefLayout *>(object));
 }

@@ -1,5 +1,6 @@
-// AppKit ends a text that does not fit into its rectangle with an ellipsis, or takes out its middle, as the line break
-// mode of its paragraph style says. GNUstep cuts it off, in the middle of a letter.
+// Texts drawn as AppKit does. A letter and its accent are one sign, as in the names of files of a Mac; GNUstep draws a
+// question mark for the accent. AppKit ends a text that does not fit into its rectangle with an ellipsis, or takes out
+// its middle, as the line break mode of its paragraph style says. GNUstep cuts it off, in the middle of a letter.
 #import <Cocoa/Cocoa.h>
 
 #include "MethodReplacement.h"
@@ -47,7 +48,17 @@ NSAttributedString *Fitted(NSAttributedString *text, CGFloat width, NSLineBreakM
   return Shortened(text, fits, mode);
 }
 
-void DrawFitted(id text, SEL selector, NSRect rectangle) {
+// The text with one character for each letter and its accents; texts of several styles as they are.
+NSAttributedString *Composed(NSAttributedString *text) {
+  NSRange first = {};
+  NSDictionary *attributes = [text length] > 0 ? [text attributesAtIndex:0 effectiveRange:&first] : nil;
+  NSString *composed = [[text string] precomposedStringWithCanonicalMapping];
+  if (first.length != [text length] || [composed length] == first.length) return text;
+  return [[[NSAttributedString alloc] initWithString:composed attributes:attributes] autorelease];
+}
+
+void DrawFitted(id original, SEL selector, NSRect rectangle) {
+  NSAttributedString *text = Composed(original);
   const NSLineBreakMode mode = TruncationOf(text);
   const bool fits = mode == NSLineBreakByClipping || [text size].width <= NSWidth(rectangle) + kRounding;
   original_draw_in_rect(fits ? text : Fitted(text, NSWidth(rectangle), mode), selector, rectangle);

@@ -72,7 +72,7 @@ NSDictionary *SystemColors() {
       {@"textColor", LinuxThemeText},
       {@"disabledControlTextColor", LinuxThemeFaint},
       {@"keyboardFocusIndicatorColor", LinuxThemeBlue},
-      {@"scrollBarColor", LinuxThemePressed},
+      {@"scrollBarColor", LinuxThemeWhite},
       {@"selectedMenuItemColor", LinuxThemeBlue},
       {@"selectedMenuItemTextColor", LinuxThemeWhite},
       {@"selectedTextBackgroundColor", LinuxThemeSelection},

@@ -7,20 +7,16 @@
 namespace {
 
 // Items carry the schema's name, so that only what was stored through this file is found again.
-const SecretSchema kSchema = {"com.orvane.GenericPassword",
-                              SECRET_SCHEMA_NONE,
-                              {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING},
-                               {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
-                               {"synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN},
-                               {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
-                              0,
-                              nullptr,
-                              nullptr,
-                              nullptr,
-                              nullptr,
-                              nullptr,
-                              nullptr,
-                              nullptr};
+SecretSchema MakeSchema() {
+  SecretSchema schema = {};
+  schema.name = "com.orvane.GenericPassword";
+  schema.attributes[0] = {"service", SECRET_SCHEMA_ATTRIBUTE_STRING};
+  schema.attributes[1] = {"account", SECRET_SCHEMA_ATTRIBUTE_STRING};
+  schema.attributes[2] = {"synchronizable", SECRET_SCHEMA_ATTRIBUTE_BOOLEAN};
+  return schema;
+}
+
+const SecretSchema kSchema = MakeSchema();
 
 struct HashTableDeleter {
   void operator()(GHashTable *table) const { g_hash_table_unref(table); }
