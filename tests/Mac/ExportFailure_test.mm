@@ -29,7 +29,7 @@ class ExportFailure : public testing::Test {
       ++cleanups;
       cleanup_was_on_main_thread = [NSThread isMainThread];
     };
-    g_export = {ExportState::Activity::kUpload, true, false};
+    g_export = {ExportState::Activity::kUpload, true, false, ""};
     testing::internal::CaptureStderr();
   }
 
@@ -93,7 +93,7 @@ TEST_F(ExportFailure, CleansUpOnTheMainThreadForABackgroundFailure) {
     }
     done = true;
   });
-  SpinUntil([&done] { return done; });
+  SpinUntil([&done] { return done.load(); });
   background.join();
   Log();
   EXPECT_EQ(cleanups, 1);
