@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <ctime>
 
 #import "Alert.h"
 #import "ButtonTitle.h"
@@ -40,11 +41,11 @@ static NSString *ProgressText(double total, double done) {
 }
 
 static NSString *StallText(double seconds) {
-  NSDate *since = [NSDate dateWithTimeIntervalSinceNow:-seconds];
-  NSString *time = [NSDateFormatter localizedStringFromDate:since
-                                                  dateStyle:NSDateFormatterNoStyle
-                                                  timeStyle:NSDateFormatterMediumStyle];
-  return [@"Waiting for the service since " stringByAppendingString:time];
+  const time_t since = time(nullptr) - static_cast<time_t>(seconds);
+  tm local = {};
+  localtime_r(&since, &local);
+  return [NSString
+      stringWithFormat:@"Waiting for the service since %02d:%02d:%02d", local.tm_hour, local.tm_min, local.tm_sec];
 }
 
 static BOOL IsFile(const std::string &path) {
