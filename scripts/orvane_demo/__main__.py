@@ -1,12 +1,16 @@
 """The demo: prepares the machine, starts service and host, lets somebody export, and looks at what came of it."""
 
+# First of all, as whoever ends the demo need not know how far it is.
+import ending
+
+ending.expect_signals()
+
 import contextlib
 import fcntl
 import os
 import pathlib
 import secrets
 import shlex
-import signal
 import subprocess
 import sys
 import time
@@ -14,14 +18,13 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "surroundings"))
 from checks import Checks
 from driver import Driver
-from failure import Failure
+from ending import Failure
 from keyboard import KeyboardDriver
 from options import ROOT, parse
 from processes import Host, OwnSurroundings, Service
 from screen import Screen
 
 LOCAL_DOMAIN = "orvane.localhost:48443"
-SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
 
 
 def run_script(name, *words, **options):
@@ -117,8 +120,6 @@ def export(options, cleanup):
 def main():
     sys.stdout.reconfigure(line_buffering=True)
     options = parse(sys.argv[1:])
-    for number in SIGNALS:
-        signal.signal(number, lambda number, _: sys.exit(128 + number))
     cleanup = contextlib.ExitStack()
     try:
         prepare(options)
@@ -128,8 +129,7 @@ def main():
         print(f"demo: {failure}", file=sys.stderr)
         return getattr(failure, "status", 1)
     finally:
-        for number in SIGNALS:
-            signal.signal(number, signal.SIG_IGN)
+        ending.ignore_signals()
         cleanup.close()
     return 0
 

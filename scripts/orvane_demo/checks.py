@@ -7,7 +7,7 @@ import re
 import subprocess
 
 from driver import DESCRIPTION, TAGS, TITLE, UNWANTED_TAG
-from failure import Failure
+from ending import Failure
 from processes import REFUSAL
 
 # Exit statuses of the host; the demo has the first one, too.
