@@ -57,21 +57,29 @@ def prepare(options):
 
 def claim(folder):
     """Keeps other demos off the folder as long as this program runs. Returns whether it is free."""
-    folder.mkdir(mode=0o700, parents=True, exist_ok=True)
     try:
-        fcntl.flock(os.open(folder / "lock", os.O_RDWR | os.O_CREAT), fcntl.LOCK_EX | fcntl.LOCK_NB)
+        folder.mkdir(mode=0o700, parents=True, exist_ok=True)
+        lock = os.open(folder / "lock", os.O_RDWR | os.O_CREAT, 0o600)
+    except OSError as error:
+        raise Failure(f"--state: the folder {folder} cannot be used: {error.strerror}", 2) from error
+    try:
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
     except BlockingIOError:
         return False
     return True
 
 
-def prepare_state(options):
-    """Finds and fills the folder for what stays. Passwords, keys, films and logs are nobody else's business."""
-    os.umask(0o077)
+def claim_state(options):
+    """Finds the folder for what stays."""
     folders = [options.state] if options.state else [ROOT / "build" / f"demo{end}" for end in ("", "-2", "-3", "-4")]
     options.state = next(filter(claim, folders), None)
     if not options.state:
         raise Failure(f"another demo is using {folders[-1]}")
+
+
+def fill_state(options):
+    """What stays are passwords, keys, films and logs, which are nobody else's business."""
+    os.umask(0o077)
     for name in ("logs", "pictures", "service", "home"):
         (options.state / name).mkdir(exist_ok=True)
         (options.state / name).chmod(0o700)
@@ -122,8 +130,9 @@ def main():
     options = parse(sys.argv[1:])
     cleanup = contextlib.ExitStack()
     try:
+        claim_state(options)
         prepare(options)
-        prepare_state(options)
+        fill_state(options)
         export(options, cleanup)
     except (Failure, OSError) as failure:
         print(f"demo: {failure}", file=sys.stderr)
