@@ -44,7 +44,8 @@ def prepare(options):
         options.host += ["--plugin", options.build / "Orvane.bundle"]
     else:
         options.build = ROOT / "build" / "release"
-        run_script("build", "release", "orvane-host", "orvane-service", "orvane_bundle", "orvane_presets")
+        run_script("build", "release", "orvane-host", "orvane-service", "orvane-gallery", "orvane_bundle",
+                   "orvane_presets")
         run_script("install-built", "release", "presets", "Unspecified")
     options.presets, files, domain = (run_script("configured", options.build, name, stdout=subprocess.PIPE) for name in
                                       ("ORVANE_PLUGIN_FOLDER", "ORVANE_PRESET_FILES", "ORVANE_SERVICE_DOMAIN"))
