@@ -204,13 +204,16 @@ class Listener : public orvane_host::SessionListener {
 // upload, does not hold the end up.
 - (void)pressForTheEnd {
   NSWindow *modal = [NSApp modalWindow];
-  const bool free = !modal && !_session->InCall();
+  const bool follows_mouse = [[[NSRunLoop currentRunLoop] currentMode] isEqualToString:NSEventTrackingRunLoopMode];
+  const bool free = !modal && !follows_mouse && !_session->InCall();
   if (free) {
     [OHostApplication postOrder:OHostOrderFinish data:0];
   } else if (++_quittingBeats > kBeatsToQuit) {
     Complain("the plug-in's windows could not be closed");
     fflush(nullptr);
     _exit(static_cast<int>(ExitStatus::kPluginError));
+  } else if (follows_mouse) {
+    OHostLetGoOfMouse();
   } else if (modal && modal != [_progress window]) {
     if ([modal styleMask] & NSClosableWindowMask) {
       [modal performClose:nil];

@@ -7,5 +7,8 @@ NSMenu *OHostInstallMenu(id target, SEL quit);
 /// Adds a plug-in's item to the Export menu; its tag is `tag`.
 void OHostAddExportItem(NSMenu *menu, NSString *title, NSInteger tag, id target, SEL action);
 
+/// Ends what follows the mouse in an event loop of its own, such as an open menu. Nothing is chosen.
+void OHostLetGoOfMouse(void);
+
 /// Whether the window is one in which AppKit shows menus, tool tips or icons.
 BOOL OHostIsMenuWindow(NSWindow *window);

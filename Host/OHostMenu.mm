@@ -30,6 +30,25 @@ void OHostAddExportItem(NSMenu *menu, NSString *title, NSInteger tag, id target,
   [item setTag:tag];
 }
 
+void OHostLetGoOfMouse(void) {
+  for (NSWindow *window in [NSApp windows]) {
+    for (NSView *view in [[window contentView] subviews]) {
+      if ([view isKindOfClass:[NSMenuView class]]) [static_cast<NSMenuView *>(view) setHighlightedItemIndex:-1];
+    }
+  }
+  // Far from every control, before the pointer highlights an item again.
+  [NSApp postEvent:[NSEvent mouseEventWithType:NSLeftMouseUp
+                                      location:NSMakePoint(-10000, -10000)
+                                 modifierFlags:0
+                                     timestamp:0
+                                  windowNumber:[[NSApp keyWindow] windowNumber]
+                                       context:nil
+                                   eventNumber:0
+                                    clickCount:1
+                                      pressure:0]
+           atStart:YES];
+}
+
 BOOL OHostIsMenuWindow(NSWindow *window) {
   for (NSString *name in @[ @"NSMenuPanel", @"NSIconWindow", @"NSMiniWindow", @"GSTTPanel" ]) {
     Class kind = NSClassFromString(name);

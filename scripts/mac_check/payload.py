@@ -38,6 +38,8 @@ def check_files(report):
                 files_below(PAYLOAD), frozenset(f"{FOLDER.relative_to(PAYLOAD)}/{name}" for name in expected))
     faults = [fault for name in presets if (FOLDER / name).exists() for fault in build.xml_faults(FOLDER / name)]
     report.none("the presets are XML", faults)
+    report.none("no file tells where it was built",
+                [path.name for path in PAYLOAD.rglob("*") if path.is_file() and bytes(ROOT) in path.read_bytes()])
 
 
 def check_property_list(report):

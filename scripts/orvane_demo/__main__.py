@@ -1,12 +1,16 @@
 """The demo: prepares the machine, starts service and host, lets somebody export, and looks at what came of it."""
 
+# First of all, as whoever ends the demo need not know how far it is.
+import ending
+
+ending.expect_signals()
+
 import contextlib
 import fcntl
 import os
 import pathlib
 import secrets
 import shlex
-import signal
 import subprocess
 import sys
 import time
@@ -14,14 +18,13 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "surroundings"))
 from checks import Checks
 from driver import Driver
-from failure import Failure
+from ending import Failure
 from keyboard import KeyboardDriver
 from options import ROOT, parse
 from processes import Host, OwnSurroundings, Service
 from screen import Screen
 
 LOCAL_DOMAIN = "orvane.localhost:48443"
-SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
 
 
 def run_script(name, *words, **options):
@@ -41,7 +44,8 @@ def prepare(options):
         options.host += ["--plugin", options.build / "Orvane.bundle"]
     else:
         options.build = ROOT / "build" / "release"
-        run_script("build", "release", "orvane-host", "orvane-service", "orvane_bundle", "orvane_presets")
+        run_script("build", "release", "orvane-host", "orvane-service", "orvane-gallery", "orvane_bundle",
+                   "orvane_presets")
         run_script("install-built", "release", "presets", "Unspecified")
     options.presets, files, domain = (run_script("configured", options.build, name, stdout=subprocess.PIPE) for name in
                                       ("ORVANE_PLUGIN_FOLDER", "ORVANE_PRESET_FILES", "ORVANE_SERVICE_DOMAIN"))
@@ -54,21 +58,29 @@ def prepare(options):
 
 def claim(folder):
     """Keeps other demos off the folder as long as this program runs. Returns whether it is free."""
-    folder.mkdir(mode=0o700, parents=True, exist_ok=True)
     try:
-        fcntl.flock(os.open(folder / "lock", os.O_RDWR | os.O_CREAT), fcntl.LOCK_EX | fcntl.LOCK_NB)
+        folder.mkdir(mode=0o700, parents=True, exist_ok=True)
+        lock = os.open(folder / "lock", os.O_RDWR | os.O_CREAT, 0o600)
+    except OSError as error:
+        raise Failure(f"--state: the folder {folder} cannot be used: {error.strerror}", 2) from error
+    try:
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
     except BlockingIOError:
         return False
     return True
 
 
-def prepare_state(options):
-    """Finds and fills the folder for what stays. Passwords, keys, films and logs are nobody else's business."""
-    os.umask(0o077)
+def claim_state(options):
+    """Finds the folder for what stays."""
     folders = [options.state] if options.state else [ROOT / "build" / f"demo{end}" for end in ("", "-2", "-3", "-4")]
     options.state = next(filter(claim, folders), None)
     if not options.state:
         raise Failure(f"another demo is using {folders[-1]}")
+
+
+def fill_state(options):
+    """What stays are passwords, keys, films and logs, which are nobody else's business."""
+    os.umask(0o077)
     for name in ("logs", "pictures", "service", "home"):
         (options.state / name).mkdir(exist_ok=True)
         (options.state / name).chmod(0o700)
@@ -117,19 +129,17 @@ def export(options, cleanup):
 def main():
     sys.stdout.reconfigure(line_buffering=True)
     options = parse(sys.argv[1:])
-    for number in SIGNALS:
-        signal.signal(number, lambda number, _: sys.exit(128 + number))
     cleanup = contextlib.ExitStack()
     try:
+        claim_state(options)
         prepare(options)
-        prepare_state(options)
+        fill_state(options)
         export(options, cleanup)
     except (Failure, OSError) as failure:
         print(f"demo: {failure}", file=sys.stderr)
         return getattr(failure, "status", 1)
     finally:
-        for number in SIGNALS:
-            signal.signal(number, signal.SIG_IGN)
+        ending.ignore_signals()
         cleanup.close()
     return 0
 

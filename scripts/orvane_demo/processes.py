@@ -10,7 +10,7 @@ import signal
 import subprocess
 import sys
 
-from failure import Failure
+from ending import Failure
 from surroundings import TOOLS, Browser, Surroundings, wait_until
 
 DEFAULT_PORT = 48443

@@ -6,7 +6,7 @@ import re
 import subprocess
 import time
 
-from failure import Failure
+from ending import Failure
 from surroundings import wait_until
 
 # What the window manager puts around a window.

@@ -93,6 +93,22 @@ TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
   EXPECT_EQ(folder_.Count(), 0U);
 }
 
+// A menu follows the mouse in an event loop of its own.
+TEST_F(OrvaneHost, TerminationWhileAMenuIsOpenEndsInOrder) {
+  RunningProgram host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE});
+  ASSERT_NO_FATAL_FAILURE(host.UntilItSays("loaded"));
+  const auto windows = [] { return RunChild({"xdotool", "search", "--onlyvisible", "--class", "GNUstep"}).output; };
+  RunChild({"xdotool", "search", "--sync", "--onlyvisible", "--name", "^Orvane Host$", "windowfocus", "--sync"});
+  const std::string before = windows();
+  RunChild({"xdotool", "search", "--onlyvisible", "--name", "^Orvane Host$", "mousemove", "--window", "%1", "110", "13",
+            "sleep", "0.2", "mousedown", "1"});
+  ASSERT_NO_FATAL_FAILURE(host.Until("an open menu", [&] { return windows().size() > before.size(); }));
+  host.Signal(SIGTERM);
+  EXPECT_EQ(host.End(), 0) << host.errors;
+  RunChild({"xdotool", "mouseup", "1"});
+  EXPECT_TRUE(Contains(host.output, "orvane-host: done\n")) << host.output;
+}
+
 TEST_F(OrvaneHost, TheCloseButtonOfTheRenderCancelsIt) {
   RunningProgram host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE, "--seconds", "3600", "--export"});
   ASSERT_NO_FATAL_FAILURE(host.Until("the window", [] { return RunChild({"wmctrl", "-c", "Rendering"}).status == 0; }));
