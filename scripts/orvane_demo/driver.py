@@ -9,6 +9,7 @@ LOGIN = Interface("OrvaneUI")
 UPLOAD = Interface("OrvaneUploadWindowController")
 STATUS = Interface("UploadStatusWindowController")
 COMPLETE = Interface("UploadCompleteWindowController")
+NOT_UPLOADED = "Orvane: Not Uploaded"
 HOST = "Orvane Host"
 
 TITLE = "Größe & Schnitt für Müller"
@@ -44,7 +45,7 @@ class Driver:
         self.screen.expect(HOST)
         self.screen.expect_picture("host")
         bar, row = MENU_BAR // 2, MENU_BAR // 2 + MENU_ROW
-        self.screen.drag("host-menu", (110, bar), (120, row), (124, row + 1), (200, row), (208, row + 1))
+        self.screen.choose("host-menu", (110, bar), (120, row), (200, row))
 
     def log_in(self):
         self.screen.expect(LOGIN.title)
@@ -59,7 +60,7 @@ class Driver:
         print("  logging in")
         self.fill_login("acme", password)
         self.click(LOGIN, "remember")
-        self.leave(LOGIN, "login", lambda: self.click(LOGIN, "login"))
+        self.leave(LOGIN.title, "login", lambda: self.click(LOGIN, "login"))
 
     def fill_login(self, subdomain, password):
         # Whoever comes to a field by Tab types over what stands there.
@@ -74,7 +75,7 @@ class Driver:
         self.screen.type(TITLE)
         self.refuse_input(UPLOAD, "upload", "no-project")
         print("  choosing project and folder")
-        self.pick("project", 0, "upload-projects")
+        self.pick("project", 1, "upload-projects")
         self.refuse_input(UPLOAD, "upload", "no-folder")
         self.pick("folder", 2, "upload-folders")
         print("  typing a description and tags")
@@ -84,7 +85,7 @@ class Driver:
             self.click(UPLOAD, "tagField")
             self.screen.type(tag)
             self.screen.press("Return")
-        self.leave(UPLOAD, "upload", lambda: self.click(UPLOAD, "upload"))
+        self.leave(UPLOAD.title, "upload", lambda: self.click(UPLOAD, "upload"))
 
     def watch(self):
         if self.variant in ("render", "cancel"):
@@ -106,11 +107,20 @@ class Driver:
         if self.screen.find(STATUS.title):
             self.screen.picture("uploading")
         if self.variant == "upload":
-            self.expect_alert("upload-refused")
+            self.try_again()
             return
         self.screen.expect(COMPLETE.title, 300)
         print("  opening the film's page")
-        self.leave(COMPLETE, "complete", self.open_page)
+        self.leave(COMPLETE.title, "complete", self.open_page)
+
+    def try_again(self):
+        self.expect_alert("upload-refused")
+        self.screen.expect(NOT_UPLOADED)
+        self.screen.expect_picture("not-uploaded")
+        print("  trying again, which is refused as well")
+        self.click(STATUS, "tryAgain")
+        self.expect_alert("upload-refused")
+        self.screen.expect(NOT_UPLOADED)
 
     def open_page(self):
         self.click(COMPLETE, "open")
@@ -121,8 +131,7 @@ class Driver:
     def pick(self, control, rows, picture):
         """Opens the pop-up button and picks the item so many rows below the one that is chosen."""
         x, y = UPLOAD.place(control, self.screen.height)
-        row = y + rows * POP_UP_ROW
-        self.screen.drag(picture, (x, y), (x, row), (x + 2, row + 2))
+        self.screen.choose(picture, (x, y), (x, y + rows * POP_UP_ROW))
 
     def type(self, texts, key):
         """Types the texts with the key between them."""
@@ -131,12 +140,12 @@ class Driver:
                 self.screen.press(key)
             self.screen.type(text)
 
-    def leave(self, interface, picture, act):
+    def leave(self, title, picture, act):
         """Takes a picture of the window, then does what closes it."""
-        self.screen.expect(interface.title)
+        self.screen.expect(title)
         self.screen.expect_picture(picture)
         act()
-        self.screen.expect_gone(interface.title)
+        self.screen.expect_gone(title)
 
     def refuse(self, interface, button, alert):
         """Presses a button that is answered with an alert, after which the window is there again."""

@@ -16,12 +16,12 @@ class KeyboardDriver(Driver):
         self.screen.expect(LOGIN.title)
         self.type(["acme", "editor", self.service.password], "Tab")
         self.screen.press("Tab", "space")
-        self.leave(LOGIN, "login", lambda: self.screen.press("Return"))
+        self.leave(LOGIN.title, "login", lambda: self.screen.press("Return"))
 
     def set_up_upload(self):
         self.screen.expect(UPLOAD.title)
         print("  choosing project and folder by keyboard")
-        self.choose("upload-projects", "Down", "Up")
+        self.choose("upload-projects", "Down", "Down", "Up")
         # Escape leaves the menu, not the window.
         self.screen.press("Tab", "Down", "Down", "Escape")
         self.choose("upload-folders", "Down", "Down")
@@ -34,8 +34,9 @@ class KeyboardDriver(Driver):
         self.type([TAGS[0], UNWANTED_TAG, *TAGS[1:]], "Return")
         # Past the Add button to the second chip, whose tag goes. Then the third one is in its place.
         self.screen.press("Return", "Tab", "Tab", "Tab", "space")
-        # Past the chips, back from Log Out and on to it again, to Upload.
-        self.leave(UPLOAD, "upload", lambda: self.screen.press("Tab", "Tab", "shift+Tab", "Tab", "Tab", "space"))
+        # Past the chips, back from Log Out and on to it again, past Cancel to Upload.
+        keys = ["Tab", "Tab", "shift+Tab", "Tab", "Tab", "Tab", "space"]
+        self.leave(UPLOAD.title, "upload", lambda: self.screen.press(*keys))
 
     def open_page(self):
         self.screen.press("Return")

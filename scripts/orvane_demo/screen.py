@@ -47,14 +47,17 @@ class Screen:
         self._xdotool("mousemove", self._left + x, self._top + y, "sleep", 0.1, "mousedown", 1, "sleep", 0.1)
         self._xdotool("mouseup", 1, "sleep", 0.2)
 
-    def drag(self, picture, *places):
-        """Opens the menu at the first place, goes over the others, takes a picture and lets go of the last."""
-        for number, (x, y) in enumerate(places):
-            self._xdotool("mousemove", self._left + x, self._top + y, "sleep", 0.2)
-            if number == 0:
-                self._xdotool("mousedown", 1, "sleep", 0.4)
+    def choose(self, picture, *places):
+        """Clicks at the places, of which each but the last opens a menu, and takes a picture before the last."""
+        for x, y in places[:-1]:
+            before = self._screen()
+            self.click(x, y)
+            if not wait_until(30, lambda: self._screen() != before):
+                self._fail("no menu opens")
+        x, y = places[-1]
+        self._xdotool("mousemove", self._left + x, self._top + y, "sleep", 0.2)
         self.expect_picture(picture)
-        self._xdotool("mouseup", 1, "sleep", 0.2)
+        self.click(x, y)
 
     def type(self, text):
         # Not as an argument, which everybody on the machine can read: it may be a password.
@@ -92,6 +95,9 @@ class Screen:
         if numbers:
             self._left, self._top, self._width, self.height = map(int, numbers)
         return numbers
+
+    def _screen(self):
+        return self.run("import", "-window", "root", "-silent", "rgba:-")
 
     def _settled(self):
         """Whether the window looks the same as a moment ago: only then is it drawn, and takes events."""

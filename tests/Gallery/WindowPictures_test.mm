@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #import "Controls.h"
@@ -16,6 +17,7 @@
 #include "PluginResources.h"
 #include "ScriptedApi.h"
 #import "TagsView.h"
+#include "TemporaryFolder.h"
 #import "UploadCompleteWindowController.h"
 #import "UploadStatusWindowController.h"
 #include "WindowScript.h"
@@ -46,7 +48,7 @@ void AnswerWithDeepFolders(ScriptedApi &api) {
 }
 
 NSString *PathOf(NSString *name) {
-  const bool shown = [@[ @"login", @"upload", @"uploading", @"complete" ] containsObject:name];
+  const bool shown = [@[ @"login", @"upload", @"uploading", @"not-uploaded", @"complete" ] containsObject:name];
   return [NSString stringWithFormat:@"%s/%@.png", shown ? ORVANE_DOCUMENTATION : ORVANE_PICTURES, name];
 }
 
@@ -105,6 +107,25 @@ class WindowPictures : public testing::Test {
     for (NSString *tag in tags) {
       [[[upload tagView] tagTextField] setStringValue:tag];
       [[upload tagView] addTagsButtonDidTouch:nil];
+    }
+  }
+
+  // Uploads g_fpath to a service that refuses it, and compares the alert's and then the window's picture.
+  void ExpectFailedUpload(const std::string &message, NSString *alert, NSString *name) {
+    g_prj = "1";
+    api_.Answer(std::string(ScriptedApi::kUpload) + "1", ScriptedApi::Refusal(message));
+    @autoreleasepool {
+      UploadStatusWindowController *status =
+          [[[UploadStatusWindowController alloc] initWithProjectsApiPointer:&client_] autorelease];
+      ExpectAlert(
+          [status] {
+            [status showWindow];
+            SpinUntil([] { return g_export.activity != ExportState::Activity::kUpload; });
+          },
+          alert);
+      EXPECT_TRUE(SpinUntil([status] { return ![[status closeBtn] isHidden]; }));
+      ExpectPicture([status uploadStatusWindow], name);
+      [[status uploadStatusWindow] orderOut:nil];
     }
   }
 
@@ -205,32 +226,25 @@ TEST_F(WindowPictures, Uploading) {
   }
 }
 
-TEST_F(WindowPictures, LongAlertAndAnotherTry) {
-  g_prj = "1";
+TEST_F(WindowPictures, LongAlertAndFailedUpload) {
   g_title = LONG_PROJECT_NAME;
   // A file that is everywhere, by a path as long as that of a film can be.
   g_fpath = "/usr/lib";
   while (g_fpath.size() < 120) g_fpath += "/../../usr/lib";
   g_fpath += "/os-release";
-  api_.Answer(std::string(ScriptedApi::kUpload) + "1",
-              ScriptedApi::Refusal(
-                  "Le dossier « Étalonnage » n'accepte plus de films depuis le 3 novembre : demandez de la place à la "
-                  "production, ou choisissez un autre dossier. 这个文件夹已满。 Папка заполнена. "
-                  "https://gemeinschaftsproduktion-der-filmwerkstatt-an-der-oberen-elbe-20.orvane.localhost/"
-                  "help/quota?folder=d0c0ffee-0000-4000-8000-00000000f00d&project=4711"));
-  @autoreleasepool {
-    UploadStatusWindowController *status =
-        [[[UploadStatusWindowController alloc] initWithProjectsApiPointer:&client_] autorelease];
-    ExpectAlert(
-        [status] {
-          [status showWindow];
-          SpinUntil([] { return g_export.activity != ExportState::Activity::kUpload; });
-        },
-        @"alert-long-text");
-    EXPECT_TRUE(SpinUntil([status] { return ![[status closeBtn] isHidden]; }));
-    ExpectPicture([status uploadStatusWindow], @"not-uploaded");
-    [[status uploadStatusWindow] orderOut:nil];
-  }
+  ExpectFailedUpload(
+      "Le dossier « Étalonnage » n'accepte plus de films depuis le 3 novembre : demandez de la place à la "
+      "production, ou choisissez un autre dossier. 这个文件夹已满。 Папка заполнена. "
+      "https://gemeinschaftsproduktion-der-filmwerkstatt-an-der-oberen-elbe-20.orvane.localhost/"
+      "help/quota?folder=d0c0ffee-0000-4000-8000-00000000f00d&project=4711",
+      @"alert-long-text", @"not-uploaded-long-texts");
+}
+
+TEST_F(WindowPictures, FailedUpload) {
+  g_fpath = "/tmp/VorrelExport_1795324800.mp4";
+  WriteFile(g_fpath, "");
+  ExpectFailedUpload("The folder is full.", @"alert-refused", @"not-uploaded");
+  std::filesystem::remove(g_fpath);
 }
 
 TEST_F(WindowPictures, Complete) {

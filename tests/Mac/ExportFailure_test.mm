@@ -3,6 +3,7 @@
 #import <Cocoa/Cocoa.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <stdexcept>
 #include <thread>
 
@@ -85,7 +86,7 @@ TEST_F(ExportFailure, SurvivesAFailingCleanup) {
 }
 
 TEST_F(ExportFailure, CleansUpOnTheMainThreadForABackgroundFailure) {
-  bool done = false;
+  std::atomic<bool> done(false);
   std::thread background([&done] {
     @autoreleasepool {
       FailExport("in the background");
