@@ -1,7 +1,6 @@
 // A view's accessibility label. GNUstep declares it without keeping it for views.
 #import <Cocoa/Cocoa.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -24,9 +23,7 @@ void ForgetLabelAndDealloc(id view, SEL selector) {
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_dealloc = ReplaceInstanceMethod("NSView", "dealloc", ForgetLabelAndDealloc);
-});
+const Replacement dealloc("NSView", "dealloc", ForgetLabelAndDealloc, &original_dealloc);
 
 @implementation NSView (AccessibilityLabel)
 

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -142,11 +141,11 @@ void OrderAboveFloatingWindows(id panel, SEL selector, NSWindowOrderingMode plac
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_init_with_content_rect =
-      ReplaceInstanceMethod("GSAlertPanel", "initWithContentRect:styleMask:backing:defer:", InitClosablePanel);
-  original_order_window = ReplaceInstanceMethod("GSAlertPanel", "orderWindow:relativeTo:", OrderAboveFloatingWindows);
+const Replacement init("GSAlertPanel", "initWithContentRect:styleMask:backing:defer:", InitClosablePanel,
+                       &original_init_with_content_rect);
+const Replacement order("GSAlertPanel", "orderWindow:relativeTo:", OrderAboveFloatingWindows, &original_order_window);
+const Replacement layout("GSAlertPanel", "sizePanelToFit", LayOutPanel);
+const Replacement close_button([] {
   class_addMethod(objc_getClass("GSAlertPanel"), sel_registerName("windowShouldClose:"),
                   reinterpret_cast<IMP>(PressDefaultButton), "c@:@");
-  ReplaceInstanceMethod("GSAlertPanel", "sizePanelToFit", LayOutPanel);
 });

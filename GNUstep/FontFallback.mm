@@ -1,7 +1,6 @@
 // The fonts that the windows name are Apple's. Where they are missing, a free font of the same metrics stands in.
 #import <Cocoa/Cocoa.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {

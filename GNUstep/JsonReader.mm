@@ -5,7 +5,6 @@
 
 #include <string>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {

@@ -3,7 +3,6 @@
 #import <Cocoa/Cocoa.h>
 #import <EventLoop.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -18,7 +17,5 @@ void StopModalAndWake(id application, SEL selector, NSInteger code) {
 
 }  // namespace
 
-const Replacement replacement([] {
-  // stopModal sends stopModalWithCode:, so one replacement covers both.
-  original_stop_modal = ReplaceInstanceMethod("NSApplication", "stopModalWithCode:", StopModalAndWake);
-});
+// stopModal sends stopModalWithCode:, so one replacement covers both.
+const Replacement stop("NSApplication", "stopModalWithCode:", StopModalAndWake, &original_stop_modal);

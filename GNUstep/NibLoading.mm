@@ -2,7 +2,6 @@
 // reference of every top-level object, and the parsed file.
 #import <Cocoa/Cocoa.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -27,9 +26,8 @@ void ReleaseLostDocuments(NSArray *documents) {
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_init_with_data = ReplaceInstanceMethod("NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote);
-});
+const Replacement init_with_data("NSXMLDocument", "initWithData:options:error:", InitDocumentAndNote,
+                                 &original_init_with_data);
 
 @implementation NSBundle (TopLevelNibLoading)
 

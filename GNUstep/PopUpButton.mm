@@ -8,7 +8,6 @@
 
 #include <cmath>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -176,13 +175,11 @@ void DrawStateImageInMenusAlone(id cell, SEL selector, NSRect frame, NSView *vie
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_send_event = ReplaceInstanceMethod("NSApplication", "sendEvent:", SendEventToOpenMenuFirst);
-  original_send_action = ReplaceInstanceMethod("NSApplication", "sendAction:to:from:", CloseMenuAndSendAction);
-  original_mouse_down = ReplaceInstanceMethod("NSPopUpButton", "mouseDown:", OpenMenu);
-  original_track_with_event = ReplaceInstanceMethod("NSMenuView", "trackWithEvent:", FollowMouse);
-  original_next_event =
-      ReplaceInstanceMethod("NSApplication", "nextEventMatchingMask:untilDate:inMode:dequeue:", NextEventForMenu);
-  original_draw_state_image =
-      ReplaceInstanceMethod("NSMenuItemCell", "drawStateImageWithFrame:inView:", DrawStateImageInMenusAlone);
-});
+const Replacement send_event("NSApplication", "sendEvent:", SendEventToOpenMenuFirst, &original_send_event);
+const Replacement send_action("NSApplication", "sendAction:to:from:", CloseMenuAndSendAction, &original_send_action);
+const Replacement mouse_down("NSPopUpButton", "mouseDown:", OpenMenu, &original_mouse_down);
+const Replacement track_with_event("NSMenuView", "trackWithEvent:", FollowMouse, &original_track_with_event);
+const Replacement next_event("NSApplication", "nextEventMatchingMask:untilDate:inMode:dequeue:", NextEventForMenu,
+                             &original_next_event);
+const Replacement draw_state_image("NSMenuItemCell", "drawStateImageWithFrame:inView:", DrawStateImageInMenusAlone,
+                                   &original_draw_state_image);

@@ -7,8 +7,8 @@
 namespace {
 
 // What waits for the application.
-std::vector<void (*)()> &Waiting() {
-  static std::vector<void (*)()> waiting;
+std::vector<std::function<void()>> &Waiting() {
+  static std::vector<std::function<void()>> waiting;
   return waiting;
 }
 
@@ -16,7 +16,7 @@ const Replacement json_reader(InstallJsonReader);
 
 }  // namespace
 
-Replacement::Replacement(void (*install)()) {
+Replacement::Replacement(const std::function<void()> &install) {
   if (NSApp) {
     install();
   } else {
@@ -40,7 +40,7 @@ Replacement::Replacement(void (*install)()) {
 
 + (void)install:(NSNotification *)notification {
   [[NSNotificationCenter defaultCenter] removeObserver:self];
-  for (void (*install)() : Waiting()) install();
+  for (const std::function<void()> &install : Waiting()) install();
 }
 
 @end

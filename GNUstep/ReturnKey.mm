@@ -2,7 +2,6 @@
 // key to the default button first, AppKit only those for which the text has no use.
 #import <Cocoa/Cocoa.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -34,7 +33,5 @@ BOOL PerformKeyEquivalentUnlessText(id window, SEL selector, NSEvent *event) {
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_perform_key_equivalent =
-      ReplaceInstanceMethod("NSWindow", "performKeyEquivalent:", PerformKeyEquivalentUnlessText);
-});
+const Replacement perform_key_equivalent("NSWindow", "performKeyEquivalent:", PerformKeyEquivalentUnlessText,
+                                         &original_perform_key_equivalent);

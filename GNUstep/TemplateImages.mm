@@ -1,7 +1,6 @@
 // AppKit's own images that GNUstep lacks. The platform folder's module brings them along as resources of its bundle.
 #import <Cocoa/Cocoa.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {

@@ -2,7 +2,6 @@
 // draws it whole. And AppKit draws the focus of a field or a text view when it comes and goes.
 #import <Cocoa/Cocoa.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -41,9 +40,8 @@ void EndEditingAndDisplay(id field, SEL selector, NSNotification *notification) 
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_make_key_and_order_front = ReplaceInstanceMethod("NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront);
-  original_did_end_editing = ReplaceInstanceMethod("NSTextField", "textDidEndEditing:", EndEditingAndDisplay);
-  original_make_first_responder =
-      ReplaceInstanceMethod("NSWindow", "makeFirstResponder:", MakeFirstResponderAndDisplay);
-});
+const Replacement make_key_and_order_front("NSWindow", "makeKeyAndOrderFront:", DisplayAndOrderFront,
+                                           &original_make_key_and_order_front);
+const Replacement did_end_editing("NSTextField", "textDidEndEditing:", EndEditingAndDisplay, &original_did_end_editing);
+const Replacement make_first_responder("NSWindow", "makeFirstResponder:", MakeFirstResponderAndDisplay,
+                                       &original_make_first_responder);

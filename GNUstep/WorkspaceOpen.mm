@@ -7,7 +7,6 @@
 #include <string>
 #include <thread>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 extern char **environ;
@@ -34,4 +33,4 @@ BOOL OpenInBrowser(id, SEL, NSURL *url) {
 
 }  // namespace
 
-const Replacement replacement([] { ReplaceInstanceMethod("NSWorkspace", "openURL:", OpenInBrowser); });
+const Replacement open_url("NSWorkspace", "openURL:", OpenInBrowser);

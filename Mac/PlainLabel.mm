@@ -17,10 +17,7 @@ void SetLabelText(NSTextField *label, NSString *text, CGFloat above) {
   [style setAlignment:[label alignment]];
   [style setLineBreakMode:[[label cell] lineBreakMode]];
   [style setMinimumLineHeight:[[label attributedStringValue] size].height + above];
-  [label setAttributedStringValue:[[[NSAttributedString alloc] initWithString:text
-                                                                   attributes:@{
-                                                                     NSFontAttributeName : [label font],
-                                                                     NSForegroundColorAttributeName : [label textColor],
-                                                                     NSParagraphStyleAttributeName : style
-                                                                   }] autorelease]];
+  NSMutableAttributedString *shown = [[[label attributedStringValue] mutableCopy] autorelease];
+  [shown addAttribute:NSParagraphStyleAttributeName value:style range:NSMakeRange(0, [shown length])];
+  [label setAttributedStringValue:shown];
 }

@@ -24,6 +24,7 @@
 #import <AppKit/NSMenu.h>
 #import <AppKit/NSNibDeclarations.h>
 #import <AppKit/NSNibLoading.h>
+#import <AppKit/NSParagraphStyle.h>
 #import <AppKit/NSPopUpButton.h>
 #import <AppKit/NSProgressIndicator.h>
 #import <AppKit/NSResponder.h>

@@ -8,6 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSColor : NSObject <NSCopying, NSSecureCoding>
 @property (class, strong, readonly) NSColor *clearColor;
 @property (class, strong, readonly) NSColor *whiteColor;
+@property (class, strong, readonly) NSColor *keyboardFocusIndicatorColor API_AVAILABLE(macos(10.0));
 + (NSColor *)colorWithPatternImage:(NSImage *)image;
 - (void)set;
 @end

@@ -1,9 +1,10 @@
 // Texts drawn as AppKit does. A letter and its accent are one sign, as in the names of files of a Mac; GNUstep draws a
 // question mark for the accent. AppKit ends a text that does not fit into its rectangle with an ellipsis, or takes out
 // its middle, as the line break mode of its paragraph style says. GNUstep cuts it off, in the middle of a letter.
+// The text of a field stands in its middle, as far from the edge as in pop-up buttons and text views; GNUstep sets it
+// at the top.
 #import <Cocoa/Cocoa.h>
 
-#include "MethodReplacement.h"
 #include "Replacements.h"
 
 namespace {
@@ -64,8 +65,19 @@ void DrawFitted(id original, SEL selector, NSRect rectangle) {
   original_draw_in_rect(fits ? text : Fitted(text, NSWidth(rectangle), mode), selector, rectangle);
 }
 
+constexpr CGFloat kSideMargin = 2;  // points, beside those that GNUstep leaves
+
+NSRect (*original_title_rect)(id, SEL, NSRect);
+
+NSRect CentredTitleRect(id cell, SEL selector, NSRect bounds) {
+  NSRect rect = original_title_rect(cell, selector, bounds);
+  if (![cell isBezeled]) return rect;
+  const CGFloat line = ceil([[cell font] defaultLineHeightForFont]);
+  return NSMakeRect(NSMinX(rect) + kSideMargin, NSMinY(rect) + floor((NSHeight(rect) - line) / 2),
+                    NSWidth(rect) - 2 * kSideMargin, line);
+}
+
 }  // namespace
 
-const Replacement replacement([] {
-  original_draw_in_rect = ReplaceInstanceMethod("NSAttributedString", "drawInRect:", DrawFitted);
-});
+const Replacement draw_in_rect("NSAttributedString", "drawInRect:", DrawFitted, &original_draw_in_rect);
+const Replacement title_rect("NSTextFieldCell", "titleRectForBounds:", CentredTitleRect, &original_title_rect);
