@@ -3,8 +3,7 @@
 namespace orvane_service {
 
 bool Catalog::IsEmpty() {
-  Statement query(database_, "SELECT 1 FROM customers LIMIT 1");
-  return !query.executeStep();
+  return !Statement(database_, "SELECT 1 FROM customers LIMIT 1").executeStep();
 }
 
 int64_t Catalog::AddCustomer(const std::string& subdomain, const std::string& apiver) {
@@ -54,13 +53,12 @@ std::vector<Project> Catalog::Projects(int64_t customer) {
 }
 
 bool Catalog::HasProject(int64_t customer, int64_t project) {
-  Statement query(database_, "SELECT 1 FROM projects WHERE customer_id = ? AND id = ?", customer, project);
-  return query.executeStep();
+  return Statement(database_, "SELECT 1 FROM projects WHERE customer_id = ? AND id = ?", customer, project)
+      .executeStep();
 }
 
 bool Catalog::HasFolder(int64_t project, int64_t folder) {
-  Statement query(database_, "SELECT 1 FROM folders WHERE project_id = ? AND id = ?", project, folder);
-  return query.executeStep();
+  return Statement(database_, "SELECT 1 FROM folders WHERE project_id = ? AND id = ?", project, folder).executeStep();
 }
 
 std::vector<Folder> Catalog::Folders(int64_t project, const std::optional<int64_t>& parent) {
@@ -92,7 +90,9 @@ void Catalog::AddFile(const StoredFile& file, const std::function<void()>& move_
 std::optional<FileDetails> Catalog::FindFile(int64_t customer, const std::string& id) {
   Statement query(database_,
                   "SELECT files.id, folder_id, user_id, files.name, title, description, size, sha256, uploaded_at,"
-                  " projects.name, folders.name, users.name FROM files"
+                  " projects.name, (WITH RECURSIVE up (above, path) AS (SELECT parent_id, name FROM folders"
+                  " WHERE id = folder_id UNION ALL SELECT parent_id, name || ' / ' || path FROM folders, up"
+                  " WHERE id = above) SELECT path FROM up WHERE above IS NULL), users.name FROM files"
                   " JOIN folders ON folders.id = folder_id JOIN projects ON projects.id = project_id"
                   " JOIN users ON users.id = user_id WHERE projects.customer_id = ? AND files.id = ?",
                   customer, id);
@@ -101,7 +101,7 @@ std::optional<FileDetails> Catalog::FindFile(int64_t customer, const std::string
   details.file = {query.Text(0),    query.Integer(1), query.Integer(2), query.Text(3), query.Text(4), query.Text(5), {},
                   query.Integer(6), query.Text(7),    query.Integer(8)};
   details.project_name = query.Text(9);
-  details.folder_name = query.Text(10);
+  details.folder_path = query.Text(10);
   details.user_name = query.Text(11);
   Statement tags(database_, "SELECT tag FROM tags WHERE file_id = ? ORDER BY position", id);
   while (tags.executeStep()) details.file.tags.push_back(tags.Text(0));
@@ -109,8 +109,7 @@ std::optional<FileDetails> Catalog::FindFile(int64_t customer, const std::string
 }
 
 bool Catalog::HasFile(const std::string& id) {
-  Statement query(database_, "SELECT 1 FROM files WHERE id = ?", id);
-  return query.executeStep();
+  return Statement(database_, "SELECT 1 FROM files WHERE id = ?", id).executeStep();
 }
 
 }  // namespace orvane_service

@@ -53,11 +53,11 @@ struct StoredFile {
   int64_t uploaded_at = 0;
 };
 
-/// An uploaded file with the names of where it belongs.
+/// An uploaded file with the names of where it belongs. The folder's is with those of the folders around it: "A / B".
 struct FileDetails {
   StoredFile file;
   std::string project_name;
-  std::string folder_name;
+  std::string folder_path;
   std::string user_name;
 };
 

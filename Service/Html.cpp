@@ -26,8 +26,8 @@ Response Page(int status, const std::string& title, const std::string& body) {
   Response response(status,
                     "<!DOCTYPE html>\n<html lang=\"en\">\n<head><meta charset=\"utf-8\">"
                     "<meta name=\"viewport\" content=\"width=device-width\">\n<title>" +
-                        name + "</title>\n<style>" + kStyle + "</style></head>\n<body>\n<h1>" + name + "</h1>\n" +
-                        body + "</body>\n</html>\n",
+                        name + "</title>\n<style>" + kStyle + "</style></head>\n<body>\n<h1 dir=\"auto\">" + name +
+                        "</h1>\n" + body + "</body>\n</html>\n",
                     "text/html; charset=utf-8");
   response.SetHeader("Content-Security-Policy",
                      "default-src 'none'; media-src 'self'; style-src 'unsafe-inline'; base-uri 'none'; "

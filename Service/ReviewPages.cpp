@@ -21,7 +21,7 @@ std::string Disposition(const std::string& file_name, bool inline_allowed) {
 }
 
 std::string Item(const char* name, const std::string& value) {
-  return "<dt>" + std::string(name) + "</dt><dd>" + EscapeHtml(value) + "</dd>\n";
+  return "<dt>" + std::string(name) + "</dt><dd dir=\"auto\">" + EscapeHtml(value) + "</dd>\n";
 }
 
 std::string PageBody(const FileDetails& details) {
@@ -34,13 +34,13 @@ std::string PageBody(const FileDetails& details) {
   if (ContentTypeOf(file.name) != kOtherType) {
     body += "<video controls preload=\"metadata\" src=\"" + address + "\"></video>\n";
   }
-  if (!file.description.empty()) body += "<p class=\"description\">" + EscapeHtml(file.description) + "</p>\n";
+  if (!file.description.empty()) body += "<p dir=\"auto\">" + EscapeHtml(file.description) + "</p>\n";
   if (!file.tags.empty()) {
     body += "<ul class=\"tags\">";
-    for (const std::string& tag : file.tags) body += "<li>" + EscapeHtml(tag) + "</li>";
+    for (const std::string& tag : file.tags) body += "<li dir=\"auto\">" + EscapeHtml(tag) + "</li>";
     body += "</ul>\n";
   }
-  body += "<dl>\n" + Item("Project", details.project_name) + Item("Folder", details.folder_name) +
+  body += "<dl>\n" + Item("Project", details.project_name) + Item("Folder", details.folder_path) +
           Item("File", file.name) + Item("Size", size) + Item("SHA-256", file.sha256) +
           Item("Uploaded", std::string(time) + " by " + details.user_name) + "</dl>\n";
   body += "<p><a href=\"" + address + "\" download>Download the file</a></p>\n";

@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "Deployment.h"
 #include "FileResponse.h"
 #include "Html.h"
 
@@ -10,7 +11,6 @@ namespace {
 
 const std::string kFolder = "vorrel-premiere/";
 const std::string kInstaller = "orvane-vorrel-APP.dmg";
-constexpr const char* kFirstVersion = "1.1";
 
 }  // namespace
 
@@ -19,13 +19,13 @@ std::string WebSite::Version() const {
   if (version_) return *version_;
   std::ifstream file(downloads_ / "version.txt");
   std::string line;
-  return std::getline(file, line) ? line : kFirstVersion;
+  return std::getline(file, line) ? line : ORVANE_VERSION;
 }
 
 Response WebSite::FrontPage() const {
-  return Page(200, "Orvane",
-              "<p>The plug-in's newest version is " + EscapeHtml(Version()) + ".</p>\n<p><a href=\"/downloads/" +
-                  kFolder + kInstaller + "\">Download it</a></p>\n");
+  const std::string body = "<p>The plug-in's newest version is " + EscapeHtml(Version()) + ".</p>\n";
+  const std::string link = "<p><a href=\"/downloads/" + kFolder + kInstaller + "\">Download it</a></p>\n";
+  return Page(200, "Orvane", std::filesystem::exists(downloads_ / kInstaller) ? body + link : body);
 }
 
 Response WebSite::Download(const Request& request, const std::string& file) const {

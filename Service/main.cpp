@@ -9,6 +9,7 @@
 #include <iostream>
 #include <string>
 
+#include "Deployment.h"
 #include "Service.h"
 
 namespace {
@@ -61,7 +62,7 @@ void AddOptions(CLI::App& app, ServiceOptions& options) {
       ->type_name("FILE");
   app.add_option("--web-version", options.web_version,
                  "what the web site gives as the newest plug-in version (default: what DIR/downloads/version.txt says, "
-                 "or 1.1)")
+                 "or " ORVANE_VERSION ")")
       ->type_name("TEXT");
   app.add_option("--refuse-uploads", options.refuse_uploads, "refuse every upload with this message")
       ->type_name("MESSAGE");

@@ -104,7 +104,7 @@ class Checks:
         yield "the page has the title", html.escape(TITLE) in page
         yield "the page has the description", all(html.escape(line) in page for line in DESCRIPTION)
         for tag in TAGS:
-            yield f"the page has the tag {tag}", f"<li>{tag}</li>" in page
+            yield f"the page has the tag {tag}", f">{tag}</li>" in page
         if self._options.variant == "keyboard":
             yield "the page lacks the tag that was removed", UNWANTED_TAG not in page
 

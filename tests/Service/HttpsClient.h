@@ -91,6 +91,9 @@ class Connection {
             text.erase(0, end + 4)};
   }
 
+  /// Whether the other side has ended the connection, whatever of it is still to be read.
+  bool Ended() { return Await(POLLRDHUP, 0); }
+
  private:
   static constexpr int kDeadline = 20000;
 

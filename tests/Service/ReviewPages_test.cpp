@@ -8,9 +8,9 @@ class ReviewPagesTest : public RunningService {
   std::string Upload(const std::string& file_name, const std::string& title) {
     Parts parts = UploadParts(LogIn(), "0123456789");
     parts[0].file_name = file_name;
+    parts[3].content = "3";
     parts[4].content = title;
-    parts.push_back({"description", title, ""});
-    parts.push_back({"tags_array[]", title, ""});
+    parts.insert(parts.end(), {{"description", title, ""}, {"tags_array[]", title, ""}});
     const nlohmann::json root = client_.PostForm(UploadUrl(), parts).Root();
     EXPECT_EQ(root["status"], "success") << root;
     return root["payload"].value("link", "");
@@ -21,8 +21,10 @@ TEST_F(ReviewPagesTest, ShowsAPlayerAndEscapesEveryText) {
   const Reply page = client_.Get(Upload("<img src=x>.mp4", "</title><script>alert(1)</script>\"'&"));
   EXPECT_NE(page.body.find("<video controls"), std::string::npos);
   EXPECT_EQ(page.body.find("<script"), std::string::npos);
+  EXPECT_NE(page.body.find(">Rough Cuts / Episode 1 / For the director<"), std::string::npos);
   EXPECT_EQ(page.body.find("<img"), std::string::npos);
-  EXPECT_NE(page.body.find("&lt;/title&gt;&lt;script&gt;alert(1)&lt;/script&gt;&quot;&apos;&amp;"), std::string::npos);
+  EXPECT_NE(page.body.find("<h1 dir=\"auto\">&lt;/title&gt;&lt;script&gt;alert(1)&lt;/script&gt;&quot;&apos;&amp;"),
+            std::string::npos);
 }
 
 TEST_F(ReviewPagesTest, SendsTheFileInParts) {

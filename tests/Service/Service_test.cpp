@@ -1,5 +1,6 @@
 #include <future>
 
+#include "Deployment.h"
 #include "RunningService.h"
 
 namespace {
@@ -24,9 +25,10 @@ TEST_F(ServiceTest, ARestartKeepsEverything) {
 TEST_F(ServiceTest, TheWebSiteGivesVersionAndInstaller) {
   const std::string folder = "/downloads/vorrel-premiere/", installer = Url("www", folder + "orvane-vorrel-APP.dmg");
   const auto version = [&](const std::string& host) { return client_.Get(Url(host, folder + "version.txt")); };
-  EXPECT_EQ(version("www").body, "1.1");
+  EXPECT_EQ(version("www").body, ORVANE_VERSION);
   EXPECT_EQ(version("acme").status, 404);
   EXPECT_EQ(client_.Get(installer).status, 404);
+  EXPECT_EQ(client_.Get(Url("www", "/")).body.find("<a "), std::string::npos);
   std::filesystem::create_directories(data_ / "downloads");
   WriteFile(data_ / "downloads" / "orvane-vorrel-APP.dmg", "image");
   EXPECT_EQ(client_.Get(installer).body, "image");
