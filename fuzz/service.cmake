@@ -9,5 +9,6 @@ file(GLOB ORVANE_SERVICE_SOURCES "${PROJECT_SOURCE_DIR}/Service/*.cpp")
 list(REMOVE_ITEM ORVANE_SERVICE_SOURCES "${PROJECT_SOURCE_DIR}/Service/main.cpp")
 orvane_fuzzer(service_fuzzer
   SOURCES service_fuzzer.cpp ${ORVANE_SERVICE_SOURCES}
-  LIBRARIES PkgConfig::MICROHTTPD PkgConfig::GLIB OpenSSL::Crypto SQLiteCpp nlohmann_json::nlohmann_json)
+  LIBRARIES orvane_deployment PkgConfig::MICROHTTPD PkgConfig::GLIB OpenSSL::Crypto SQLiteCpp
+            nlohmann_json::nlohmann_json)
 target_include_directories(service_fuzzer PRIVATE "${PROJECT_SOURCE_DIR}/Service")
