@@ -203,10 +203,6 @@ void UseLinuxTheme() {
   if (HasKeyboard(view)) LinuxThemeDrawRing(frame, kCornerRadius, LinuxThemeBlue);
 }
 
-- (void)drawBorderForImageFrameStyle:(NSImageFrameStyle)style frame:(NSRect)frame view:(NSView *)view {
-  [self drawBorderType:style == NSImageFrameNone ? NSNoBorder : NSLineBorder frame:frame view:view];
-}
-
 - (void)drawScrollViewRect:(NSRect)rect inView:(NSView *)view {
   [self drawBorderType:[static_cast<NSScrollView *>(view) borderType] frame:[view bounds] view:view];
 }
