@@ -9,10 +9,7 @@ void (*original_dealloc)(id, SEL);
 
 // The label of each view that has one. The views are not retained: each takes its entry with it. Main thread.
 NSMapTable *Labels() {
-  static NSMapTable *labels =
-      [[NSMapTable alloc] initWithKeyOptions:NSPointerFunctionsOpaqueMemory | NSPointerFunctionsOpaquePersonality
-                                valueOptions:NSPointerFunctionsStrongMemory | NSPointerFunctionsObjectPersonality
-                                    capacity:16];
+  static NSMapTable *labels = NSCreateMapTable(NSNonOwnedPointerMapKeyCallBacks, NSObjectMapValueCallBacks, 16);
   return labels;
 }
 
@@ -32,11 +29,8 @@ const Replacement dealloc("NSView", "dealloc", ForgetLabelAndDealloc, &original_
 }
 
 - (void)setAccessibilityLabel:(NSString *)label {
-  if (label) {
-    [Labels() setObject:[[label copy] autorelease] forKey:self];
-  } else {
-    [Labels() removeObjectForKey:self];
-  }
+  [Labels() removeObjectForKey:self];
+  if (label) [Labels() setObject:[[label copy] autorelease] forKey:self];
 }
 
 @end

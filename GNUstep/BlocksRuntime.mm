@@ -13,12 +13,8 @@
 
 #define ORV_HIDDEN extern "C" __attribute__((visibility("hidden")))
 
-ORV_HIDDEN void *_NSConcreteStackBlock[32];
-ORV_HIDDEN void *_NSConcreteMallocBlock[32];
-ORV_HIDDEN void *_NSConcreteGlobalBlock[32];
-void *_NSConcreteStackBlock[32];
-void *_NSConcreteMallocBlock[32];
-void *_NSConcreteGlobalBlock[32];
+ORV_HIDDEN void *_NSConcreteStackBlock[32], *_NSConcreteMallocBlock[32], *_NSConcreteGlobalBlock[32];
+void *_NSConcreteStackBlock[32], *_NSConcreteMallocBlock[32], *_NSConcreteGlobalBlock[32];
 
 namespace {
 

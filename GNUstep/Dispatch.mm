@@ -4,6 +4,7 @@
 #include <sys/eventfd.h>
 
 #include <deque>
+#include <memory>
 #include <mutex>
 
 namespace {
@@ -17,13 +18,7 @@ std::deque<dispatch_block_t> main_queue_blocks;  // copied blocks, each owned by
 bool main_queue_is_draining = false;             // main thread only
 
 // Owns one copied block, also when the block throws.
-struct OwnedBlock {
-  dispatch_block_t block;
-  explicit OwnedBlock(dispatch_block_t copied) : block(copied) {}
-  ~OwnedBlock() { Block_release(block); }
-  OwnedBlock(const OwnedBlock &) = delete;
-  OwnedBlock &operator=(const OwnedBlock &) = delete;
-};
+using OwnedBlock = std::unique_ptr<const void, decltype(&_Block_release)>;
 
 dispatch_block_t TakeFromMainQueue() {
   std::lock_guard<std::mutex> lock(main_queue_mutex);
@@ -43,7 +38,7 @@ void DrainMainQueue() {
   if (main_queue_is_draining) return;  // a nested run loop does not re-enter the serial queue
   main_queue_is_draining = true;
   while (dispatch_block_t block = TakeFromMainQueue()) {
-    OwnedBlock owned(block);
+    const OwnedBlock owned(block, _Block_release);
     @autoreleasepool {
       // What one block raises must not keep those behind it from running.
       @try {
@@ -85,8 +80,8 @@ void DrainMainQueue() {
 // Takes over the copied block.
 + (void)runInBackground:(NSValue *)block {
   @autoreleasepool {
-    OwnedBlock owned(reinterpret_cast<dispatch_block_t>([block pointerValue]));
-    owned.block();
+    const OwnedBlock owned([block pointerValue], _Block_release);
+    reinterpret_cast<dispatch_block_t>([block pointerValue])();
   }
 }
 

@@ -20,6 +20,4 @@ NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat si
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_font_with_name = ReplaceClassMethod("NSFont", "fontWithName:size:", FontWithFallback);
-});
+const Replacement font_with_name("NSFont", "+fontWithName:size:", FontWithFallback, &original_font_with_name);

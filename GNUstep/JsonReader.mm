@@ -88,5 +88,6 @@ id ReadStrictly(id, SEL, NSData *data, NSJSONReadingOptions options, NSError **e
 }  // namespace
 
 void InstallJsonReader() {
-  ReplaceClassMethod("NSJSONSerialization", "JSONObjectWithData:options:error:", ReadStrictly);
+  ReplaceMethod(object_getClass(objc_getClass("NSJSONSerialization")),
+                "JSONObjectWithData:options:error:", ReadStrictly);
 }

@@ -2,9 +2,6 @@
 // a bar for indeterminate. The windows have bars that always show and spinners that show while they turn.
 #import <Cocoa/Cocoa.h>
 
-@interface NSProgressIndicator (OrvNibAttributes)
-@end
-
 @implementation NSProgressIndicator (OrvNibAttributes)
 
 - (void)awakeFromNib {

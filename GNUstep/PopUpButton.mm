@@ -6,6 +6,7 @@
 #import <Cocoa/Cocoa.h>
 #import <GNUstepGUI/GSDisplayServer.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "Replacements.h"
@@ -37,20 +38,6 @@ bool IsArrow(NSEvent *event) {
   return key == NSUpArrowFunctionKey || key == NSDownArrowFunctionKey;
 }
 
-// The same key press with other characters.
-NSEvent *WithCharacters(NSEvent *event, NSString *characters) {
-  return [NSEvent keyEventWithType:[event type]
-                          location:[event locationInWindow]
-                     modifierFlags:[event modifierFlags]
-                         timestamp:[event timestamp]
-                      windowNumber:[event windowNumber]
-                           context:[event context]
-                        characters:characters
-       charactersIgnoringModifiers:characters
-                         isARepeat:NO
-                           keyCode:[event keyCode]];
-}
-
 // A menu that is higher than the screen moves so that the chosen item is seen.
 void ShowHighlightedItem(NSMenuView *menu_view) {
   NSWindow *window = [menu_view window];
@@ -59,10 +46,9 @@ void ShowHighlightedItem(NSMenuView *menu_view) {
   const NSRect item = [menu_view convertRect:[menu_view rectOfItemAtIndex:index] toView:nil];
   const CGFloat bottom = NSMinY([window frame]) + NSMinY(item);
   const NSRect screen = [[NSScreen mainScreen] visibleFrame];
-  CGFloat shift = 0;
-  if (bottom < NSMinY(screen)) shift = NSMinY(screen) - bottom;
-  if (bottom + NSHeight(item) > NSMaxY(screen)) shift = NSMaxY(screen) - bottom - NSHeight(item);
-  if (shift != 0) [window setFrameOrigin:NSMakePoint(NSMinX([window frame]), NSMinY([window frame]) + shift)];
+  const CGFloat shift =
+      std::max(NSMinY(screen) - bottom, 0.0) + std::min(NSMaxY(screen) - bottom - NSHeight(item), 0.0);
+  [window setFrameOrigin:NSMakePoint(NSMinX([window frame]), NSMinY([window frame]) + shift)];
 }
 
 // Gives the open menu of the button its keys, and closes it when something else is clicked on. Returns whether it did.
@@ -84,7 +70,7 @@ void SendEventToOpenMenuFirst(id application, SEL selector, NSEvent *event) {
   if (GiveToOpenMenu(button, event)) return;
   const bool opens = [event type] == NSKeyDown && [button numberOfItems] > 0 && IsArrow(event);
   if (opens) {
-    [button keyDown:WithCharacters(event, @" ")];
+    [[button cell] attachPopUpWithFrame:[button bounds] inView:button];
   } else {
     original_send_event(application, selector, event);
   }

@@ -22,12 +22,6 @@ Function ReplaceMethod(Class kind, const char* selector_name, Function replaceme
   return reinterpret_cast<Function>(original);
 }
 
-/// The same for a method of the class itself.
-template <typename Function>
-Function ReplaceClassMethod(const char* class_name, const char* selector_name, Function replacement) {
-  return ReplaceMethod(object_getClass(objc_getClass(class_name)), selector_name, replacement);
-}
-
 /// Replaces methods as soon as there is an application: when this code is in a bundle, at once, and when it is in the
 /// program itself, before the application finishes launching. Earlier would be too early: a class whose method is
 /// replaced before its first use is used without having been initialised.
@@ -35,11 +29,15 @@ struct Replacement {
   /// Has the function called then. It uses no class and no selector of its own file, which may not be registered yet.
   explicit Replacement(const std::function<void()>& install);
 
-  /// Replaces the method of the class's instances, and puts what stood there into original unless that is null.
+  /// Replaces a method of the class's instances, or of the class itself when the selector's name begins with a plus,
+  /// and puts what stood there into original unless that is null.
   template <typename Function>
   Replacement(const char* class_name, const char* selector_name, Function replacement, Function* original = nullptr)
       : Replacement([=] {
-          Function old = ReplaceMethod(static_cast<Class>(objc_getClass(class_name)), selector_name, replacement);
+          const bool of_class = *selector_name == '+';
+          Class kind = static_cast<Class>(objc_getClass(class_name));
+          if (of_class) kind = object_getClass(kind);
+          Function old = ReplaceMethod(kind, selector_name + of_class, replacement);
           if (original) *original = old;
         }) {}
 };

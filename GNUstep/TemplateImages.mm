@@ -24,6 +24,4 @@ NSImage *ImageNamedWithTemplates(id image_class, SEL selector, NSString *name) {
 
 }  // namespace
 
-const Replacement replacement([] {
-  original_image_named = ReplaceClassMethod("NSImage", "imageNamed:", ImageNamedWithTemplates);
-});
+const Replacement image_named("NSImage", "+imageNamed:", ImageNamedWithTemplates, &original_image_named);

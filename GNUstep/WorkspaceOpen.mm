@@ -14,10 +14,9 @@ extern char **environ;
 namespace {
 
 // Starts xdg-open without a shell and leaves a thread to reap it. Returns whether it could be started.
-bool StartBrowser(const std::string &address) {
+bool StartBrowser(std::string address) {
   std::string program = "xdg-open";
-  std::string argument = address;
-  char *arguments[] = {program.data(), argument.data(), nullptr};
+  char *arguments[] = {program.data(), address.data(), nullptr};
   pid_t child = 0;
   if (posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0) return false;
   std::thread([child] { waitpid(child, nullptr, 0); }).detach();

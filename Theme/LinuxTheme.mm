@@ -60,32 +60,10 @@ BOOL IsDefault(NSCell *cell) {
          [[static_cast<NSButtonCell *>(cell) keyEquivalent] isEqualToString:@"\r"];
 }
 
-NSDictionary *SystemColors() {
-  const struct {
-    NSString *name;
-    LinuxThemeHue hue;
-  } colors[] = {
-      {@"windowBackgroundColor", LinuxThemeBackground},
-      {@"controlBackgroundColor", LinuxThemeBackground},
-      {@"controlColor", LinuxThemeBackground},
-      {@"controlTextColor", LinuxThemeText},
-      {@"textColor", LinuxThemeText},
-      {@"disabledControlTextColor", LinuxThemeFaint},
-      {@"keyboardFocusIndicatorColor", LinuxThemeBlue},
-      {@"scrollBarColor", LinuxThemeWhite},
-      {@"selectedMenuItemColor", LinuxThemeBlue},
-      {@"selectedMenuItemTextColor", LinuxThemeWhite},
-      {@"selectedTextBackgroundColor", LinuxThemeSelection},
-      {@"selectedTextColor", LinuxThemeText},
-  };
-  NSMutableDictionary *values = [NSMutableDictionary dictionary];
-  for (const auto &color : colors) {
-    // No color object: AppKit reads these values when it makes the first one.
-    NSString *value = [NSString stringWithFormat:@"%f %f %f", (color.hue >> 16 & 0xff) / 255.0,
-                                                 (color.hue >> 8 & 0xff) / 255.0, (color.hue & 0xff) / 255.0];
-    [values setObject:value forKey:color.name];
-  }
-  return values;
+// No color object: AppKit reads these values when it makes the first one.
+NSString *ColorValue(LinuxThemeHue hue) {
+  return [NSString
+      stringWithFormat:@"%f %f %f", (hue >> 16 & 0xff) / 255.0, (hue >> 8 & 0xff) / 255.0, (hue & 0xff) / 255.0];
 }
 
 }  // namespace
@@ -101,8 +79,19 @@ void UseLinuxTheme() {
     @"NSFontSize" : @"13",
     // It stands in for what another font lacks; without its name AppKit would show question marks.
     @"NSPreferredFonts" : @[ @"WenQuanYiMicroHei" ],
+    @"windowBackgroundColor" : ColorValue(LinuxThemeBackground),
+    @"controlBackgroundColor" : ColorValue(LinuxThemeBackground),
+    @"controlColor" : ColorValue(LinuxThemeBackground),
+    @"controlTextColor" : ColorValue(LinuxThemeText),
+    @"textColor" : ColorValue(LinuxThemeText),
+    @"disabledControlTextColor" : ColorValue(LinuxThemeFaint),
+    @"keyboardFocusIndicatorColor" : ColorValue(LinuxThemeBlue),
+    @"scrollBarColor" : ColorValue(LinuxThemeWhite),
+    @"selectedMenuItemColor" : ColorValue(LinuxThemeBlue),
+    @"selectedMenuItemTextColor" : ColorValue(LinuxThemeWhite),
+    @"selectedTextBackgroundColor" : ColorValue(LinuxThemeSelection),
+    @"selectedTextColor" : ColorValue(LinuxThemeText),
   }];
-  [defaults registerDefaults:SystemColors()];
   // That is the earliest time at which AppKit takes a theme.
   [[NSNotificationCenter defaultCenter] addObserver:[LinuxTheme class]
                                            selector:@selector(applicationWillFinishLaunching:)

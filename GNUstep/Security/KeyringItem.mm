@@ -2,8 +2,6 @@
 
 #include <libsecret/secret.h>
 
-#include <memory>
-
 namespace {
 
 // Items carry the schema's name, so that only what was stored through this file is found again.
@@ -17,11 +15,6 @@ SecretSchema MakeSchema() {
 }
 
 const SecretSchema kSchema = MakeSchema();
-
-struct HashTableDeleter {
-  void operator()(GHashTable *table) const { g_hash_table_unref(table); }
-};
-using HashTable = std::unique_ptr<GHashTable, HashTableDeleter>;
 
 // The status for an error, which is freed; success for none.
 OSStatus TakeError(GError *error) {
@@ -39,10 +32,11 @@ OSStatus TakeError(GError *error) {
   return status;
 }
 
-HashTable AttributeTable(const KeyringAttributes &attributes, bool for_storing) {
-  HashTable table(g_hash_table_new_full(g_str_hash, g_str_equal, g_free, g_free));
-  const auto set = [&table](const char *key, const char *value) {
-    g_hash_table_insert(table.get(), g_strdup(key), g_strdup(value));
+// The caller owns the table.
+GHashTable *AttributeTable(const KeyringAttributes &attributes, bool for_storing) {
+  GHashTable *table = g_hash_table_new_full(g_str_hash, g_str_equal, g_free, g_free);
+  const auto set = [table](const char *key, const char *value) {
+    g_hash_table_insert(table, g_strdup(key), g_strdup(value));
   };
   if (attributes.service) set("service", [attributes.service UTF8String]);
   if (attributes.account) set("account", [attributes.account UTF8String]);
@@ -98,17 +92,17 @@ NSString *Text(const void *utf8) {
 
 - (NSDictionary *)attributes {
   SecretItem *secretItem = static_cast<SecretItem *>(item);
-  HashTable table(secret_item_get_attributes(secretItem));
+  g_autoptr(GHashTable) table = secret_item_get_attributes(secretItem);
   gchar *label = secret_item_get_label(secretItem);
   NSMutableDictionary *result = [NSMutableDictionary dictionary];
   const auto set = [result](CFStringRef key, id value) {
     if (value) [result setObject:value forKey:reinterpret_cast<NSString *>(const_cast<__CFString *>(key))];
   };
   set(kSecClass, reinterpret_cast<NSString *>(const_cast<__CFString *>(kSecClassGenericPassword)));
-  set(kSecAttrService, Text(g_hash_table_lookup(table.get(), "service")));
-  set(kSecAttrAccount, Text(g_hash_table_lookup(table.get(), "account")));
+  set(kSecAttrService, Text(g_hash_table_lookup(table, "service")));
+  set(kSecAttrAccount, Text(g_hash_table_lookup(table, "account")));
   set(kSecAttrLabel, Text(label));
-  NSString *synchronizable = Text(g_hash_table_lookup(table.get(), "synchronizable"));
+  NSString *synchronizable = Text(g_hash_table_lookup(table, "synchronizable"));
   set(kSecAttrSynchronizable, [NSNumber numberWithBool:[synchronizable isEqualToString:@"true"]]);
   g_free(label);
   return result;
@@ -124,15 +118,13 @@ NSString *Text(const void *utf8) {
 @end
 
 OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items) {
-  const HashTable table = AttributeTable(attributes, false);
+  g_autoptr(GHashTable) table = AttributeTable(attributes, false);
   const auto flags = static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS);
   GError *error = nullptr;
-  GList *found = secret_service_search_sync(nullptr, &kSchema, table.get(), flags, nullptr, &error);
+  GList *found = secret_service_search_sync(nullptr, &kSchema, table, flags, nullptr, &error);
   NSMutableArray *result = [NSMutableArray array];
   for (GList *entry = found; entry; entry = entry->next) {
-    OrvKeyringItem *item = [[OrvKeyringItem alloc] initWithItem:SECRET_ITEM(entry->data)];
-    [result addObject:item];
-    [item release];
+    [result addObject:[[[OrvKeyringItem alloc] initWithItem:SECRET_ITEM(entry->data)] autorelease]];
   }
   g_list_free_full(found, g_object_unref);
   *items = result;
@@ -142,7 +134,7 @@ OSStatus FindKeyringItems(const KeyringAttributes &attributes, NSArray **items) 
 OSStatus StoreKeyringItem(const KeyringAttributes &attributes, NSString *label, NSData *secret) {
   const OSStatus status = DefaultKeyringStatus();
   if (status != errSecSuccess) return status;
-  const HashTable table = AttributeTable(attributes, true);
+  g_autoptr(GHashTable) table = AttributeTable(attributes, true);
   const char *bytes = static_cast<const char *>([secret bytes]);
   const gssize length = static_cast<gssize>([secret length]);
   // Keyring managers show a secret that is text.
@@ -150,8 +142,7 @@ OSStatus StoreKeyringItem(const KeyringAttributes &attributes, NSString *label, 
   SecretValue *value = secret_value_new(bytes, length, type);
   NSString *shown = label ? label : attributes.service;
   GError *error = nullptr;
-  secret_service_store_sync(nullptr, &kSchema, table.get(), nullptr, shown ? [shown UTF8String] : "", value, nullptr,
-                            &error);
+  secret_service_store_sync(nullptr, &kSchema, table, nullptr, shown ? [shown UTF8String] : "", value, nullptr, &error);
   secret_value_unref(value);
   return TakeError(error);
 }
