@@ -31,6 +31,10 @@ const ButtonStyle *StyleOfType(int type) {
 
 }  // namespace
 
+@interface RoundedButton ()
+- (void)showTitle;
+@end
+
 @implementation RoundedButton
 
 @synthesize titleString;
@@ -89,7 +93,12 @@ const ButtonStyle *StyleOfType(int type) {
   if (!style) return;
   [backgroundView setType:style->background];
   [titleLabel setFont:[NSFont fontWithName:@"HelveticaNeue-Bold" size:style->font_size]];
-  [self setTitleString:titleString];
+  [self showTitle];
+}
+
+// The text has its font and its colour from the label at the time.
+- (void)showTitle {
+  if (titleLabel) SetLabelText(titleLabel, titleString ? titleString : @"", 2 * kTitleLift);
 }
 
 - (void)setTitleString:(NSString *)string {
@@ -97,7 +106,7 @@ const ButtonStyle *StyleOfType(int type) {
     [titleString release];
     titleString = [string copy];
   }
-  if (titleLabel) SetLabelText(titleLabel, titleString ? titleString : @"", 2 * kTitleLift);
+  [self showTitle];
   [self setAccessibilityLabel:titleString];
   [titleLabel setFrame:[titleLabel titleRectForBounds:[self bounds]]];
 }
@@ -108,7 +117,7 @@ const ButtonStyle *StyleOfType(int type) {
     titleColor = [color retain];
   }
   [titleLabel setTextColor:titleColor];
-  [self setTitleString:titleString];
+  [self showTitle];
 }
 
 - (void)setHighlighted:(BOOL)flag {
