@@ -25,6 +25,7 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
   NSProgressIndicator *progressBar;
   NSArray *topLevelObjects;
   CGFloat grownBy;    // points, by which the window is higher than while it uploads
+  BOOL hasFailed;     // the upload that is ending
   BOOL waitsForUser;  // after a failed upload
   BOOL isAnotherTry;  // the session may have ended meanwhile
 

@@ -211,7 +211,7 @@ static NSString *TextAboutFilm() {
     RunAlert(NSAlertStyleWarning, @"There was an error uploading to Orvane.",
              [NSString stringWithFormat:@"The system returned this message: \"%@\"", text], orvaneIcon);
     g_export.activity = ExportState::Activity::kNone;
-    waitsForUser = YES;
+    hasFailed = YES;
   });
 }
 
@@ -222,11 +222,12 @@ static NSString *TextAboutFilm() {
   [activity release];
   activity = nil;
   // Not before: another try must find everything of this one put away.
-  if (waitsForUser) [self offerAnotherTry];
+  if (hasFailed) [self offerAnotherTry];
   [self release];
 }
 
 - (IBAction)tryAgain:(id)sender {
+  if (!waitsForUser) return;  // a key may reach a button that is hidden
   RunGuarded([self] {
     isAnotherTry = YES;
     waitsForUser = NO;
@@ -280,6 +281,8 @@ static NSString *TextAboutFilm() {
 }
 
 - (void)offerAnotherTry {
+  hasFailed = NO;
+  waitsForUser = YES;
   [tryAgainBtn setHidden:!IsFile(g_fpath)];
   [closeBtn setHidden:NO];
   [uploadStatusWindow makeKeyAndOrderFront:nil];

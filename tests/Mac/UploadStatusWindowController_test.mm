@@ -83,6 +83,7 @@ TEST_F(UploadStatusWindowControllerTest, UploadsDeletesTheFileAndHandsTheLinkOn)
   EXPECT_EQ([[status_controller uploadStatusWindow] level], NSFloatingWindowLevel);
   [[status_controller uploadStatusWindow] performClose:nil];
   EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]) << "it cannot be closed meanwhile";
+  PressKey([status_controller uploadStatusWindow], @"\r");
   ASSERT_TRUE(SpinUntil([] { return completed_link != "none"; }));
   EXPECT_EQ(completed_link, "https://acme.orvane.localhost/review/7");
   EXPECT_FALSE([[status_controller uploadStatusWindow] isVisible]);
