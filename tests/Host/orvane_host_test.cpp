@@ -96,13 +96,26 @@ TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
 // A menu follows the mouse in an event loop of its own.
 TEST_F(OrvaneHost, TerminationWhileAMenuIsOpenEndsInOrder) {
   RunningProgram host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE});
+  // The windows found, one a line. A search ends early when a window goes away below its hands.
+  const auto search = [&host](const char* how, const char* name) {
+    std::string found;
+    host.Until(name, [&] {
+      const ChildResult result = RunChild({"xdotool", "search", "--onlyvisible", how, name});
+      found = result.output;
+      return result.status == 0;
+    });
+    return found;
+  };
   ASSERT_NO_FATAL_FAILURE(host.UntilItSays("loaded"));
-  const auto windows = [] { return RunChild({"xdotool", "search", "--onlyvisible", "--class", "GNUstep"}).output; };
-  RunChild({"xdotool", "search", "--sync", "--onlyvisible", "--name", "^Orvane Host$", "windowfocus", "--sync"});
-  const std::string before = windows();
-  RunChild({"xdotool", "search", "--onlyvisible", "--name", "^Orvane Host$", "mousemove", "--window", "%1", "110", "13",
-            "sleep", "0.2", "mousedown", "1"});
-  ASSERT_NO_FATAL_FAILURE(host.Until("an open menu", [&] { return windows().size() > before.size(); }));
+  std::string window;
+  ASSERT_NO_FATAL_FAILURE(window = search("--name", "^Orvane Host$"));
+  window.pop_back();
+  RunChild({"xdotool", "windowfocus", "--sync", window});
+  std::string before;
+  ASSERT_NO_FATAL_FAILURE(before = search("--class", "GNUstep"));
+  RunChild({"xdotool", "mousemove", "--window", window, "110", "13", "mousedown", "1"});
+  const auto opened = [&] { return search("--class", "GNUstep").size() > before.size(); };
+  ASSERT_NO_FATAL_FAILURE(host.Until("an open menu", opened));
   host.Signal(SIGTERM);
   EXPECT_EQ(host.End(), 0) << host.errors;
   RunChild({"xdotool", "mouseup", "1"});
