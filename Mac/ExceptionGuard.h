@@ -5,7 +5,7 @@
 #include <string>
 
 /// Runs the body. When it throws, C++ or Objective-C, g_pFailureFunc is told the exception's message; without that hook
-/// the message goes to standard error. Returns whether the body came to its end. [any-thread]
+/// the message goes to the system's log. Returns whether the body came to its end. [any-thread]
 bool RunGuarded(const std::function<void()>& body) noexcept;
 
 /// Runs the body and catches both kinds of exceptions. Returns whether it came to its end, and if not the exception's

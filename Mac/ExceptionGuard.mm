@@ -2,8 +2,6 @@
 
 #import <Foundation/Foundation.h>
 
-#include <cstdio>
-
 #include "PlatformString.h"
 #include "WorkflowState.h"
 
@@ -29,7 +27,7 @@ bool RunGuarded(const std::function<void()> &body) noexcept {
   if (g_pFailureFunc) {
     g_pFailureFunc(message);
   } else {
-    fprintf(stderr, "[orvanevorrel: failed outside of an export: %s]\n", message.c_str());
+    NSLog(@"#orvanevorrel failed outside of an export: %@", FromUtf8(message));
   }
   return false;
 }

@@ -2,13 +2,12 @@
 
 #import <Cocoa/Cocoa.h>
 
-#include <cstdio>
-
 #import "DialogWindow.h"
 #include "ExceptionGuard.h"
 #include "ExportState.h"
 #include "HostEvents.h"
 #include "MainThread.h"
+#include "PlatformString.h"
 #include "WorkflowState.h"
 
 // What happened and what to try. What exactly was thrown helps nobody but us, and is in the log.
@@ -18,7 +17,7 @@ static const char kAdvice[] =
     "again. The log tells the details.";
 
 static void FailExportOnMainThread(const std::string &message) {
-  fprintf(stderr, "[orvanevorrel: export failed: %s]\n", message.c_str());
+  NSLog(@"#orvanevorrel export failed: %@", FromUtf8(message));
   g_export.failed = true;
   if (g_export.activity == ExportState::Activity::kUpload) g_export.activity = ExportState::Activity::kNone;
   StopModalDialog();
@@ -34,7 +33,7 @@ void FailExport(const std::string &message) noexcept {
   RunOnMainThreadAndWait([&message] {
     std::string second_failure;
     if (!CatchExceptions([&message] { FailExportOnMainThread(message); }, &second_failure)) {
-      fprintf(stderr, "[orvanevorrel: ending the export failed: %s]\n", second_failure.c_str());
+      NSLog(@"#orvanevorrel ending the export failed: %@", FromUtf8(second_failure));
     }
   });
 }
