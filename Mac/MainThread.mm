@@ -32,6 +32,10 @@ void RunOnMainThreadAndWait(const std::function<void()> &work) {
   [call release];
 }
 
+void SendOnMainThread(id target, SEL message, id argument) {
+  [target performSelectorOnMainThread:message withObject:argument waitUntilDone:NO modes:AllModes()];
+}
+
 NSTimer *RepeatOnMainThread(NSTimeInterval interval, id target, SEL message) {
   NSTimer *timer = [NSTimer timerWithTimeInterval:interval target:target selector:message userInfo:nil repeats:YES];
   for (NSString *mode in AllModes()) [[NSRunLoop currentRunLoop] addTimer:timer forMode:mode];

@@ -68,6 +68,7 @@ static NSString *TextAboutFilm() {
 - (NSString *)logInAgain;
 - (void)upload;
 - (void)uploadSucceededWithLink:(NSString *)link;
+- (void)completeWithLink:(NSString *)link;
 - (void)uploadRefusedWithMessage:(NSString *)message;
 - (void)uploadEnded;
 - (void)moveIntoCorner;
@@ -161,7 +162,7 @@ static NSString *TextAboutFilm() {
   std::string failure;
   // An answer that cannot be read must not end the export, as it would at its beginning: the film has been rendered.
   if (!CatchExceptions([self, &result] { result = orvane->login(g_sd, g_un, g_pw); }, &failure)) {
-    NSLog(@"#orvanevorrel logging in again failed: %s", failure.c_str());
+    NSLog(@"#orvanevorrel logging in again failed: %@", FromUtf8(failure));
     return @"Something came that the plug-in cannot read.";
   }
   if (result == "success") return nil;
@@ -195,12 +196,17 @@ static NSString *TextAboutFilm() {
 }
 
 - (void)uploadSucceededWithLink:(NSString *)link {
-  g_export.activity = ExportState::Activity::kNone;
   NSLog(@"#orvanevorrel upload finished");
   [uploadStatusWindow orderOut:nil];
   [NSApp stopModal];
   remove(g_fpath.c_str());
-  g_pCompleteFunc(ToUtf8(link));
+  // The hook runs a modal window. In a block of the main queue that would hold up every other block of the host.
+  SendOnMainThread(self, @selector(completeWithLink:), link);
+}
+
+- (void)completeWithLink:(NSString *)link {
+  g_export.activity = ExportState::Activity::kNone;
+  RunGuarded([link] { g_pCompleteFunc(ToUtf8(link)); });
 }
 
 - (void)uploadRefusedWithMessage:(NSString *)message {

@@ -8,9 +8,11 @@
 #import "Controls.h"
 #include "ExportState.h"
 #include "OrvaneUI.h"
+#include "PlatformString.h"
 #include "PluginResources.h"
 #include "ScriptedApi.h"
 #include "TemporaryFolder.h"
+#import "UploadCompleteWindowController.h"
 #include "WindowScript.h"
 #include "WorkflowState.h"
 
@@ -91,6 +93,31 @@ TEST_F(UploadStatusWindowControllerTest, UploadsDeletesTheFileAndHandsTheLinkOn)
   EXPECT_EQ(cleanups, 0);
   EXPECT_GT(progress_calls, 1);
   EXPECT_EQ(api_.RequestsFor(std::string(ScriptedApi::kUpload) + "1").size(), 1u);
+}
+
+// The window that the hook opens stays as long as the user likes.
+TEST_F(UploadStatusWindowControllerTest, BlocksOfTheHostRunWhileTheLinkIsShown) {
+  static bool ran;
+  ran = false;
+  g_pCompleteFunc = [](std::string link) {
+    completed_link = link;
+    dispatch_async(dispatch_get_main_queue(), ^{
+        ran = true;
+    });
+    UploadCompleteWindowController *complete = [[UploadCompleteWindowController alloc] initWithLink:FromUtf8(link)];
+    RunWithScript([complete] { [complete showWindow]; },
+                  [complete](Script &actions) {
+                    actions.WaitFor("the host's block", [] { return ran; });
+                    actions.OnMain([complete] {
+                      EXPECT_TRUE([[complete uploadCompleteWindow] isVisible]);
+                      [[complete uploadCompleteWindow] performClose:nil];
+                    });
+                  });
+    [complete release];
+  };
+  [status_controller showWindow];
+  ASSERT_TRUE(SpinUntil([] { return cleanups > 0; }));
+  EXPECT_EQ(completed_link, "https://acme.orvane.localhost/review/7");
 }
 
 // Each of these answers leaves the file and the window, and says what the service said.
