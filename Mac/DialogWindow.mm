@@ -18,16 +18,22 @@ static BOOL IsPlainEscape(NSEvent *event) {
   return IsKeyWithModifiers(event, 0) && [[event charactersIgnoringModifiers] isEqualToString:@"\033"];
 }
 
-// What the key means in an Edit menu; NULL for other keys.
-static SEL EditingAction(NSEvent *event) {
-  if (!IsKeyWithModifiers(event, NSEventModifierFlagCommand)) return NULL;
-  NSString *key = [event charactersIgnoringModifiers];
+// What the Command key and this one mean in an Edit menu; NULL for other keys.
+static SEL ActionOfKey(NSString *key) {
   if ([key isEqualToString:@"x"]) return @selector(cut:);
   if ([key isEqualToString:@"c"]) return @selector(copy:);
   if ([key isEqualToString:@"v"]) return @selector(paste:);
   if ([key isEqualToString:@"a"]) return @selector(selectAll:);
   if ([key isEqualToString:@"z"]) return @selector(undo:);
   return NULL;
+}
+
+// What the event means in an Edit menu; NULL for others. On a Cyrillic or Greek layout only the Command key makes Latin
+// letters.
+static SEL EditingAction(NSEvent *event) {
+  if (!IsKeyWithModifiers(event, NSEventModifierFlagCommand)) return NULL;
+  const SEL action = ActionOfKey([event characters]);
+  return action != NULL ? action : ActionOfKey([event charactersIgnoringModifiers]);
 }
 
 @interface DialogWindow ()

@@ -114,7 +114,7 @@ TEST_F(DialogWindowTest, WhatGetsTheKeyboardComesIntoView) {
   }
 }
 
-// A host may have no Edit menu.
+// A host may have no Edit menu, and a Cyrillic layout has its Latin letters in one of the two places alone.
 TEST_F(DialogWindowTest, CommandKeysEditTheText) {
   Open(NSTitledWindowMask);
   NSTextField *field = [[[NSTextField alloc] initWithFrame:NSMakeRect(0, 0, 200, 24)] autorelease];
@@ -126,18 +126,18 @@ TEST_F(DialogWindowTest, CommandKeysEditTheText) {
     [window_ makeKeyWindow];
     return [window_ isKeyWindow];
   }));
-  for (NSString *key in @[ @"a", @"x", @"v", @"v" ]) {
+  for (NSArray *key in @[ @[ @"a", @"a" ], @[ @"x", @"ч" ], @[ @"v", @"м" ], @[ @"м", @"v" ] ]) {
     NSEvent *event = [NSEvent keyEventWithType:NSKeyDown
                                       location:NSZeroPoint
                                  modifierFlags:NSCommandKeyMask
                                      timestamp:0
                                   windowNumber:[window_ windowNumber]
                                        context:nil
-                                    characters:key
-                   charactersIgnoringModifiers:key
+                                    characters:[key objectAtIndex:0]
+                   charactersIgnoringModifiers:[key objectAtIndex:1]
                                      isARepeat:NO
                                        keyCode:0];
-    EXPECT_TRUE([window_ performKeyEquivalent:event]) << [key UTF8String];
+    EXPECT_TRUE([window_ performKeyEquivalent:event]) << [[key description] UTF8String];
   }
   EXPECT_STREQ([[[field currentEditor] string] UTF8String], "titletitle");
 }
