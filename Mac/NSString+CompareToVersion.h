@@ -4,6 +4,9 @@
 #import <Foundation/Foundation.h>
 
 /// Components compare as numbers, from the left; a missing one counts as 0, as does one without leading digits.
+///
+/// A category is the whole process's: when the host or another plug-in adds a method of the same name, all callers get
+/// the one that was loaded last, the plug-in included. Its notice of a newer version is then as right as that one.
 @interface NSString (CompareToVersion)
 
 /// NSOrderedDescending when the receiver is newer than the version.

@@ -30,7 +30,7 @@ class Units {
 
 @implementation NSString (TrimmingAdditions)
 
-- (NSString *)stringByTrimmingLeadingCharactersInSet:(NSCharacterSet *)set {
+- (NSString *)orv_stringByTrimmingLeadingCharactersInSet:(NSCharacterSet *)set {
   const NSUInteger length = [self length];
   const Units units(self);
   NSUInteger start = 0;
@@ -38,11 +38,19 @@ class Units {
   return [self substringWithRange:NSMakeRange(start, length - start)];
 }
 
-- (NSString *)stringByTrimmingTrailingCharactersInSet:(NSCharacterSet *)set {
+- (NSString *)orv_stringByTrimmingTrailingCharactersInSet:(NSCharacterSet *)set {
   const Units units(self);
   NSUInteger end = [self length];
   while (end > 0 && [set characterIsMember:units[end - 1]]) --end;
   return [self substringWithRange:NSMakeRange(0, end)];
+}
+
+- (NSString *)stringByTrimmingLeadingCharactersInSet:(NSCharacterSet *)set {
+  return [self orv_stringByTrimmingLeadingCharactersInSet:set];
+}
+
+- (NSString *)stringByTrimmingTrailingCharactersInSet:(NSCharacterSet *)set {
+  return [self orv_stringByTrimmingTrailingCharactersInSet:set];
 }
 
 @end

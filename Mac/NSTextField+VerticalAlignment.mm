@@ -7,10 +7,14 @@ static const CGFloat kTextLift = 3.5;
 
 @implementation NSTextField (VerticalAlignment)
 
-- (NSRect)titleRectForBounds:(NSRect)bounds {
+- (NSRect)orv_titleRectForBounds:(NSRect)bounds {
   CGFloat height = [[self attributedStringValue] size].height;
   bounds.origin.y = std::floor((NSHeight(bounds) - height) / 2.0 - kTextLift);
   return bounds;
+}
+
+- (NSRect)titleRectForBounds:(NSRect)bounds {
+  return [self orv_titleRectForBounds:bounds];
 }
 
 @end

@@ -108,7 +108,7 @@ const ButtonStyle *StyleOfType(int type) {
   }
   [self showTitle];
   [self setAccessibilityLabel:titleString];
-  [titleLabel setFrame:[titleLabel titleRectForBounds:[self bounds]]];
+  [titleLabel setFrame:[titleLabel orv_titleRectForBounds:[self bounds]]];
 }
 
 - (void)setTitleColor:(NSColor *)color {

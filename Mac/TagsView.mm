@@ -91,7 +91,7 @@ static const float kGap = 10;
   if ([typed length] > 0) {
     NSCharacterSet *blanks = [NSCharacterSet whitespaceAndNewlineCharacterSet];
     NSString *tag =
-        [[typed stringByTrimmingTrailingCharactersInSet:blanks] stringByTrimmingLeadingCharactersInSet:blanks];
+        [[typed orv_stringByTrimmingTrailingCharactersInSet:blanks] orv_stringByTrimmingLeadingCharactersInSet:blanks];
     [self placeChipWithTitle:tag];
     [_tagTextField setStringValue:@""];
   }
