@@ -39,6 +39,7 @@ static void RequireObject(id object, NSString *what) {
 }
 
 - (id)initWithObjects:(NSArray *)objects forKeys:(NSArray *)keys {
+  if (!(self = [super init])) return nil;
   _values = [objects copy];
   _keys = [[NSOrderedSet alloc] initWithArray:keys];
   NSParameterAssert([_keys count] == [_values count]);
@@ -46,6 +47,7 @@ static void RequireObject(id object, NSString *what) {
 }
 
 - (id)initWithObjects:(const id[])objects forKeys:(const id<NSCopying>[])keys count:(NSUInteger)count {
+  if (!(self = [super init])) return nil;
   _values = [[NSArray alloc] initWithObjects:objects count:count];
   _keys = [[NSOrderedSet alloc] initWithObjects:keys count:count];
   NSParameterAssert([_values count] == count);
@@ -137,6 +139,7 @@ static void RequireObject(id object, NSString *what) {
 }
 
 - (id)initWithCoder:(NSCoder *)coder {
+  if (!(self = [super init])) return nil;
   _values = [[coder decodeObjectOfClass:[NSArray class] forKey:@"values"] copy];
   _keys = [[coder decodeObjectOfClass:[NSOrderedSet class] forKey:@"keys"] copy];
   return self;
@@ -168,12 +171,14 @@ static void RequireObject(id object, NSString *what) {
 }
 
 - (id)initWithCapacity:(NSUInteger)capacity {
+  if (!(self = [super init])) return nil;
   _values = [[NSMutableArray alloc] initWithCapacity:capacity];
   _keys = [[NSMutableOrderedSet alloc] initWithCapacity:capacity];
   return self;
 }
 
 - (id)initWithObjects:(NSArray *)objects forKeys:(NSArray *)keys {
+  if (!(self = [super init])) return nil;
   _values = [objects mutableCopy];
   _keys = [[NSMutableOrderedSet alloc] initWithArray:keys];
   NSParameterAssert([_keys count] == [_values count]);
@@ -181,12 +186,14 @@ static void RequireObject(id object, NSString *what) {
 }
 
 - (id)initWithObjects:(const id[])objects forKeys:(const id<NSCopying>[])keys count:(NSUInteger)count {
+  if (!(self = [super init])) return nil;
   _values = [[NSMutableArray alloc] initWithObjects:objects count:count];
   _keys = [[NSMutableOrderedSet alloc] initWithObjects:keys count:count];
   return self;
 }
 
 - (id)initWithCoder:(NSCoder *)coder {
+  if (!(self = [super init])) return nil;
   _values = [[coder decodeObjectOfClass:[NSMutableArray class] forKey:@"values"] mutableCopy];
   _keys = [[coder decodeObjectOfClass:[NSMutableOrderedSet class] forKey:@"keys"] mutableCopy];
   return self;
