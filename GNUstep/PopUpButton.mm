@@ -84,9 +84,15 @@ NSPoint pressed_at;
 // Where the mouse stood when a key was pressed: as long as it stays there, the keys move through the menu.
 NSPoint rests_at;
 
+// On the screen. The mouse itself may be elsewhere by the time the event is looked at.
+NSPoint PlaceOf(NSEvent *event) {
+  NSWindow *window = [event window];
+  return window ? [window convertBaseToScreen:[event locationInWindow]] : [NSEvent mouseLocation];
+}
+
 void OpenMenu(id button, SEL selector, NSEvent *event) {
   opening = true;
-  pressed_at = [NSEvent mouseLocation];
+  pressed_at = PlaceOf(event);
   original_mouse_down(button, selector, event);
   opening = false;
 }
@@ -102,8 +108,8 @@ BOOL FollowMouse(id menu, SEL selector, NSEvent *event) {
 }
 
 // Whether the menu stays when the mouse button is let go: after the click that opened it, and on what opens another.
-bool StaysOpen() {
-  const NSPoint place = [NSEvent mouseLocation];
+bool StaysOpen(NSEvent *release) {
+  const NSPoint place = PlaceOf(release);
   const bool opened = opening && std::hypot(place.x - pressed_at.x, place.y - pressed_at.y) < kClickRadius;
   opening = false;
   if (opened) {
@@ -146,7 +152,7 @@ NSEvent *NextEventForMenu(id application, SEL selector, NSUInteger mask, NSDate 
     }
     if (!taken || ![[followed_menu window] isVisible]) return ReleaseOfNothing(event);
     const bool rests = type == NSPeriodic && NSEqualPoints([NSEvent mouseLocation], rests_at);
-    if (type != NSKeyDown && !rests && (type != NSLeftMouseUp || !StaysOpen())) return event;
+    if (type != NSKeyDown && !rests && (type != NSLeftMouseUp || !StaysOpen(event))) return event;
   }
 }
 

@@ -1,7 +1,6 @@
 """Does in the windows of the stand-in host what a person would, with the mouse, and saves a picture of each."""
 
 import signal
-import time
 
 from interface import Interface
 
@@ -95,17 +94,12 @@ class Driver:
         # Uploading within one machine takes no time, so the service waits until the window's picture is taken.
         self.service.send(signal.SIGSTOP)
         self.screen.expect("Rendering", busy=True)
-        time.sleep(0.5)
         self.screen.picture("rendering")
         self.screen.expect_gone("Rendering", 600)
         print("  uploading")
         self.screen.expect(STATUS.title)
         self.screen.expect_picture("uploading")
         self.service.send(signal.SIGCONT)
-        # Of a long film there is a picture half-way, too.
-        time.sleep(0.1)
-        if self.screen.find(STATUS.title):
-            self.screen.picture("uploading")
         if self.variant == "upload":
             self.try_again()
             return

@@ -1,8 +1,6 @@
 """The demo by keyboard alone, from the log-in to the page of the film: every control is reached with Tab, in the order
 in which one reads."""
 
-import time
-
 from driver import DESCRIPTION, LOGIN, TAGS, TITLE, UNWANTED_TAG, UPLOAD, Driver
 
 
@@ -43,7 +41,8 @@ class KeyboardDriver(Driver):
 
     def choose(self, picture, *keys):
         """Opens the menu of the pop-up button that has the keyboard, walks it with these keys and takes the item."""
-        self.screen.press("Down", *keys)
+        self.screen.press_for_menu("Down")
+        self.screen.press(*keys)
+        self.screen.expect_still("the menu")
         self.screen.expect_picture(picture)
-        self.screen.press("Return")
-        time.sleep(0.3)
+        self.screen.press_for_menu("Return")

@@ -4,7 +4,6 @@ Places within a window are in pixels from the upper left corner of its inside.""
 
 import re
 import subprocess
-import time
 
 from ending import Failure
 from surroundings import wait_until
@@ -20,12 +19,11 @@ class Screen:
 
     def expect(self, title, seconds=30, busy=False):
         """Waits for the window and, unless its look changes all the time, until it is drawn. It is the current one."""
-        self._look = None
         wait_until(seconds, lambda: self.find(title) or self._host.ended())
         if not self._window:
             self._fail(f'the window "{title}" did not open')
-        if not busy and not wait_until(10, self._settled):
-            self._fail(f'the window "{title}" is never drawn to its end')
+        if not busy:
+            self.expect_still(f'the window "{title}"', self._window)
         if not self._measure():
             self._fail(f'the window "{title}" has gone')
         if not busy:
@@ -36,36 +34,51 @@ class Screen:
             self._fail(f'the window "{title}" does not close')
 
     def find(self, title):
-        """Whether there is a visible window with exactly this title."""
-        found = self._xdotool("search", "--onlyvisible", "--name", f"^{title}$").split()
-        self._window = found[-1].decode() if found else None
+        """Whether there is a window with exactly this title."""
+        # The window manager's list; a search through all windows ends when one goes away below its hands.
+        windows = (line.split(None, 3) for line in self.run("wmctrl", "-l").decode().splitlines())
+        self._window = next((window for window, *_, name in windows if name == title), None)
         return self._window
 
-    # An event that comes right after another may be taken for part of it (a double click, a drag), hence the pauses.
+    # Events are taken in the order in which they come. One is for what lies on the screen at that time: only a window or
+    # a menu that an event opens is waited for.
 
     def click(self, x, y):
-        self._xdotool("mousemove", self._left + x, self._top + y, "sleep", 0.1, "mousedown", 1, "sleep", 0.1)
-        self._xdotool("mouseup", 1, "sleep", 0.2)
+        self._point(x, y)
+        self._xdotool("click", 1)
 
     def choose(self, picture, *places):
         """Clicks at the places, of which each but the last opens a menu, and takes a picture before the last."""
-        for x, y in places[:-1]:
-            before = self._screen()
-            self.click(x, y)
-            if not wait_until(30, lambda: self._screen() != before):
+        below = set()
+        for number, place in enumerate(places):
+            self._point(*place)
+            if not wait_until(30, lambda: self._window_at_pointer() not in below):
                 self._fail("no menu opens")
-        x, y = places[-1]
-        self._xdotool("mousemove", self._left + x, self._top + y, "sleep", 0.2)
-        self.expect_picture(picture)
-        self.click(x, y)
+            below.add(self._window_at_pointer())
+            if number == len(places) - 1:
+                self.expect_still("the menu")
+                self.expect_picture(picture)
+            self.click(*place)
 
     def type(self, text):
         # Not as an argument, which everybody on the machine can read: it may be a password.
         self._xdotool("type", "--delay", 30, "--file", "-", text=text)
-        time.sleep(0.2)
 
     def press(self, *keys):
-        self._xdotool(*(word for key in keys for word in ("key", key, "sleep", 0.2)))
+        self._xdotool("key", *keys)
+
+    def press_for_menu(self, key):
+        """Presses a key that opens or closes a menu, and does nothing else that can be seen."""
+        before = self._grab("root")
+        self.press(key)
+        if not wait_until(30, lambda: self._grab("root") != before):
+            self._fail(f"{key} does nothing to a menu")
+
+    def expect_still(self, what, window="root"):
+        """Waits until that is drawn: until it looks the same as a moment ago."""
+        self._look = None
+        if not wait_until(10, lambda: self._settled(window)):
+            self._fail(f"{what} is never drawn to its end")
 
     def picture(self, name):
         """Saves the current window as it is on the screen, frame and all. Returns whether it was still there."""
@@ -96,12 +109,17 @@ class Screen:
             self._left, self._top, self._width, self.height = map(int, numbers)
         return numbers
 
-    def _screen(self):
-        return self.run("import", "-window", "root", "-silent", "rgba:-")
+    def _point(self, x, y):
+        self._xdotool("mousemove", self._left + x, self._top + y)
 
-    def _settled(self):
-        """Whether the window looks the same as a moment ago: only then is it drawn, and takes events."""
-        before, self._look = self._look, self.run("import", "-window", self._window, "-silent", "rgba:-")
+    def _window_at_pointer(self):
+        return self._xdotool("getmouselocation", "--shell").split()[-1]
+
+    def _grab(self, window):
+        return self.run("import", "-window", window, "-silent", "rgba:-")
+
+    def _settled(self, window):
+        before, self._look = self._look, self._grab(window)
         return self._look and self._look == before
 
     def _fail(self, sentence):
