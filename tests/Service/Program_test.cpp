@@ -21,28 +21,4 @@ TEST(ProgramTest, SaysWhenItIsReadyAndEndsOnSignals) {
   }
 }
 
-TEST(ProgramTest, TellsWrongUsageFromFailureAndWarns) {
-  const TemporaryFolder folder;
-  const std::string data = folder / "data", other = folder / "other", password = folder / "password";
-  WriteFile(password, "a&b\n");
-  RunningProgram first({ORVANE_SERVICE_PROGRAM, "--data", data, "--port", "0"});
-  ASSERT_NO_FATAL_FAILURE(first.UntilItSays("(data in"));
-  fs::copy(data, other, fs::copy_options::recursive);
-  fs::permissions(other + "/ca/ca.key", fs::perms::others_read, fs::perm_options::add);
-  const std::string port = first.output.substr(first.output.find("127.0.0.1:") + 10, 5);
-  for (const auto& [option, value, code, error] :
-       std::initializer_list<std::tuple<const char*, std::string, int, const char*>>{
-           {"--help", "", 0, ""},
-           {"--port", "70000", 2, "--port"},
-           {"--demo-password-file", password, 2, "--demo-password-file"},
-           {"--data", data, 1, "another service"},
-           {"--data", other, 1, "Address already in use"},
-           {"--data", other, 1, "warning: other users of this machine may read "}}) {
-    const orvane_host::ChildResult result =
-        orvane_host::RunChild({ORVANE_SERVICE_PROGRAM, "--port", port, option, value});
-    EXPECT_EQ(result.status, code) << option << value;
-    EXPECT_NE(result.errors.find(error), std::string::npos) << result.errors;
-  }
-}
-
 }  // namespace
