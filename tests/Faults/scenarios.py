@@ -202,6 +202,8 @@ def login_rows():
     for size in (1, 31):
         yield Row(f"version: a newer one of {size} MiB", UNSAVED,
                   {"version": lambda exchange, size=size: exchange.answer("9" * size * MIB)}, saved=None, limit=100)
+    yield Row("key: answers a web page to the log-in window", {**BROKEN, "saved": False},
+              {"key": UNREADABLE["answers a web page"]("key")}, saved=None, everyday=True)
     yield Row("version: a newer one is downloaded", {**UNSAVED, "opened": [INSTALLER]}, {"version": says("9")("version")},
               {"download": True}, saved=None, everyday=True)
     yield Row("key: is not to be reached, with a saved login", {
@@ -369,7 +371,7 @@ def machine_rows():
     for what, item in items.items():
         expect = {**UPLOADED, "alerts": alerts("The saved Orvane username")}
         yield Row(f"keyring: the item is {what}", expect, saved=item, wish={"remember": True},
-                  everyday=what in ("no JSON", "nested 50,000 deep"))
+                  everyday=what in ("a list", "other types", "nested 50,000 deep"))
     for name in ("OrvaneUI", "OrvaneUploadWindowController", "UploadStatusWindowController",
                  "UploadCompleteWindowController"):
         yield Row(f"bundle: without {name}", {"modal": False}, setting=f"without {name}",

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <functional>
 
 #include "BareWindow.h"
 #include "Controls.h"
@@ -42,31 +41,21 @@ bool Holds(const char *question) {
 // The window manager kills the program of a window that it cannot close.
 TEST(AlertPanel, ItsCloseButtonIsItsDefaultButton) {
   const BareWindow window(NSMakeSize(200, 100));
-  const struct {
-    const char *kind;
-    std::function<NSInteger(NSAlert *)> run;
-  } kinds[] = {{"alert", [](NSAlert *alert) { return [alert runModal]; }},
-               {"sheet", [&window](NSAlert *alert) {
-                  AlertEnd *end = [[[AlertEnd alloc] init] autorelease];
-                  [alert beginSheetModalForWindow:window.Window()
-                                    modalDelegate:end
-                                   didEndSelector:@selector(alertDidEnd:returnCode:contextInfo:)
-                                      contextInfo:NULL];
-                  return end->code;
-                }}};
-  for (const auto &kind : kinds) {
-    NSInteger code = 0;
-    RunWithScript(
-        [&] {
-          code = kind.run(AlertWithButtons(@[ @"Try again", @"Leave it" ]));
-        },
-        [](Script &actions) {
-          actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
-          actions.WaitFor("the window manager", [] { return Holds("wmctrl -c Alert"); });
-          actions.WaitFor("the end of the alert", [] { return AlertPanel() == nil; });
-        });
-    EXPECT_EQ(code, NSAlertFirstButtonReturn) << kind.kind;
-  }
+  AlertEnd *end = [[[AlertEnd alloc] init] autorelease];
+  RunWithScript(
+      [&] {
+        NSAlert *alert = AlertWithButtons(@[ @"Try again", @"Leave it" ]);
+        [alert beginSheetModalForWindow:window.Window()
+                          modalDelegate:end
+                         didEndSelector:@selector(alertDidEnd:returnCode:contextInfo:)
+                            contextInfo:NULL];
+      },
+      [](Script &actions) {
+        actions.WaitFor("the alert", [] { return IsModal(AlertPanel()); });
+        actions.WaitFor("the window manager", [] { return Holds("wmctrl -c Alert"); });
+        actions.WaitFor("the end of the alert", [] { return AlertPanel() == nil; });
+      });
+  EXPECT_EQ(end->code, NSAlertFirstButtonReturn);
 }
 
 TEST(AlertPanel, ComesUpAboveFloatingWindows) {

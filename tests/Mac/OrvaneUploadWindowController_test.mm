@@ -207,13 +207,14 @@ TEST_F(OrvaneUploadWindowControllerTest, HandsOverWhatWasEntered) {
 TEST_F(OrvaneUploadWindowControllerTest, LoggingOutForgetsTheLoginAndEndsTheExportOnce) {
   for (const int exports : {1, 2}) {
     if (exports == 1) ASSERT_TRUE(SaveLogin({}, NULL));  // the second time there is nothing to forget
-    Run([](Script &actions, OrvaneUploadWindowController *controller) {
-      actions.OnMain([controller] {
+    Run([exports](Script &actions, OrvaneUploadWindowController *controller) {
+      actions.OnMain([exports, controller] {
         Press([controller logoutBtn]);
+        EXPECT_EQ(cleanups, exports);
         [[controller orvaneUploadWindow] performClose:nil];
       });
     });
-    EXPECT_EQ(cleanups, exports);
+    EXPECT_EQ(cleanups, exports) << "a close does not end it again";
     EXPECT_EQ(g_step, "upload");
     SavedLogin saved;
     EXPECT_FALSE(ReadSavedLogin(&saved, NULL));
