@@ -161,7 +161,7 @@ TEST(OrderedDictionary, WalksWithIndexesUntilStopped) {
 
 TEST(OrderedDictionary, ReadsAPropertyList) {
   NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:@"ordered.plist"];
-  NSURL *url = [NSURL fileURLWithPath:path];
+  NSURL *url = [NSURL URLWithString:[@"file://" stringByAppendingString:path]];
   NSDictionary *plain = @{@"a" : @"1", @"b" : @"2"};
   for (const BOOL exists : {YES, NO}) {
     if (exists) ASSERT_TRUE([plain writeToFile:path atomically:YES]);
