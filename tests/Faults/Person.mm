@@ -93,7 +93,8 @@ bool Person::Interrupts(NSString *title) {
 }
 
 void Person::WorkLogin() {
-  ++logins_;
+  seen_["logins"] = ++logins_;
+  if (wish_.value("download", false)) Press(PluginControl(kLoginTitle, @"versionCheckDownloadBtn"));
   LogIn("let-me-in", wish_.value("remember", false) && logins_ == 1);
 }
 

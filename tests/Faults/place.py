@@ -7,6 +7,14 @@ import time
 from surroundings import Browser, wait_until
 
 NO_BUS = "unix:path=/nonexistent/bus"
+PRESETS = "/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel"
+
+# What the one program sees in place of its temporary folder, $0, or of the presets.
+MOUNTS = {
+    "full": 'mount -t tmpfs -o size=64k tmpfs "$0"',
+    "no presets": f'mount -t tmpfs tmpfs "{PRESETS}"',
+    "one preset": f'mount -t tmpfs tmpfs "{PRESETS}" && touch "{PRESETS}/Orvane.epr"',
+}
 
 
 class Place:
@@ -20,9 +28,9 @@ class Place:
         if setting != "missing":
             self.temporary.mkdir(parents=True)
             os.mkdir(os.fsencode(self.temporary) + b"\xff")  # a folder whose path is no text
-        if setting == "full":
+        if setting in MOUNTS:
             as_root = [] if os.geteuid() == 0 else ["--user", "--map-root-user"]
-            self.prefix = ["unshare", *as_root, "--mount", "sh", "-c", 'mount -t tmpfs -o size=64k tmpfs "$0" && exec "$@"', self.temporary]
+            self.prefix = ["unshare", *as_root, "--mount", "sh", "-c", f'{MOUNTS[setting]} && exec "$@"', self.temporary]
         if setting.startswith("without "):
             self.bundle = folder / "Orvane.bundle"
             shutil.copytree(bundle, self.bundle, symlinks=True)

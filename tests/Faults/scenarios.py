@@ -6,6 +6,7 @@ from dataclasses import dataclass, field
 from service import GOOD, LINK, success
 
 MIB = 1 << 20
+INSTALLER = "https://www.orvane.localhost:48443/downloads/vorrel-premiere/orvane-vorrel-APP.dmg"
 LOGIN = json.dumps({"orvaneSubdomain": "acme", "un": "editor", "p": "let-me-in"})
 
 
@@ -201,6 +202,10 @@ def login_rows():
     for size in (1, 31):
         yield Row(f"version: a newer one of {size} MiB", UNSAVED,
                   {"version": lambda exchange, size=size: exchange.answer("9" * size * MIB)}, saved=None, limit=100)
+    yield Row("key: answers a web page to the log-in window", {**BROKEN, "saved": False},
+              {"key": UNREADABLE["answers a web page"]("key")}, saved=None, everyday=True)
+    yield Row("version: a newer one is downloaded", {**UNSAVED, "opened": [INSTALLER]}, {"version": says("9")("version")},
+              {"download": True}, saved=None, everyday=True)
     yield Row("key: is not to be reached, with a saved login", {
         **NOT_REACHED, "alerts": alerts(SAVED_IS_BAD, "Could not connect")},
         {"key": sends()("key")}, everyday=True)
@@ -315,7 +320,7 @@ def link_rows():
                          (True, []), (None, []), ([LINK], []), (7, []), ("https://a.test/" + "x" * MIB, None)):
         expect = {**UPLOADED, **({} if opened is None else {"opened": opened})}
         yield Row(f"upload: the link {str(link)[:30]!r}", expect, answer_with("upload", json.dumps({"link": link})),
-                  {"open": True}, everyday=link in (LINK, "javascript:alert(1)", "file:///etc/passwd", None))
+                  {"open": True}, everyday=link in (LINK, "HTTP://acme.test/", "javascript:alert(1)", "file:///etc/passwd", None))
     yield Row("upload: a success without a payload", UPLOADED,
               {"upload": says('{"root":{"status":"success"}}')("upload")}, {"open": True})
 
@@ -349,17 +354,24 @@ def machine_rows():
     yield Row("disk: the temporary folder's path is long", {
         **KEPT, "progress": lambda text: "is too long" in text and "/tmp/VorrelExport_" in text.replace("\n", ""),
         "another try": False}, setting="long", everyday=True)
-    refused = {**UNSAVED, "alerts": alerts("A security error occured while attempting to save")}
-    for setting in ("no bus", "no keyring", "locked"):
-        yield Row(f"keyring: {setting}, and it shall remember", refused, saved=None, setting=setting, limit=60,
-                  wish={"remember": True, "again": True}, everyday=setting == "no bus")
+    yield Row("presets: all are missing", {
+        "answers": [0], "alerts": alerts("('Orvane.epr' not found in '/Library/"), "events": [], "films": 0, "saved": True},
+        setting="no presets", everyday=True)
+    yield Row("presets: that of a small film is missing", {
+        **lost, "answers": [-1], "events": event(3, "SDK Export Controller error: No preset found.")},
+        setting="one preset", everyday=True)
+    for setting, why in (("no bus", "No keychain is available."), ("no keyring", "No keychain is available."),
+                         ("locked", "User interaction is not allowed.")):
+        # The window stays, and a second log-in is needed. Nobody is asked to unlock a keyring.
+        yield Row(f"keyring: {setting}, and it shall remember", {**UNSAVED, "alerts": alerts(why), "logins": 2}, saved=None,
+                  setting=setting, limit=60, wish={"remember": True, "again": True}, everyday=setting != "no keyring")
     yield Row("keyring: remembers", UPLOADED, saved=None, wish={"remember": True}, everyday=True)
     items = {"no JSON": "rubbish", "a list": "[]", "other types": '{"orvaneSubdomain":1,"un":[],"p":{}}',
              "1 MB": "x" * MIB, "nested 50,000 deep": NESTED, "nested in a member": f'{{"orvaneSubdomain":{NESTED}}}', "nothing": " "}
     for what, item in items.items():
-        expect = {**UPLOADED, "alerts": lambda seen: not seen or alerts("The saved Orvane username")(seen)}
+        expect = {**UPLOADED, "alerts": alerts("The saved Orvane username")}
         yield Row(f"keyring: the item is {what}", expect, saved=item, wish={"remember": True},
-                  everyday=what in ("no JSON", "nested 50,000 deep"))
+                  everyday=what in ("a list", "other types", "nested 50,000 deep"))
     for name in ("OrvaneUI", "OrvaneUploadWindowController", "UploadStatusWindowController",
                  "UploadCompleteWindowController"):
         yield Row(f"bundle: without {name}", {"modal": False}, setting=f"without {name}",

@@ -157,19 +157,6 @@ TEST_F(PopUpButton, AClickOpensTheMenuAndAnotherChooses) {
   }
 }
 
-TEST_F(PopUpButton, AnItemIsChosenByDraggingToo) {
-  RunMouse([this](Script &actions) {
-    MoveTo(actions, button_, [button_ bounds]);
-    Mouse("mousedown 1");
-    actions.WaitFor("the menu", [this] { return IsOpen(); });
-    MoveToItem(actions, Menu(), 3);
-    Mouse("mouseup 1");
-    actions.WaitFor("the menu to close", [this] { return !IsOpen(); });
-  });
-  EXPECT_EQ([button_ indexOfSelectedItem], 3);
-  EXPECT_EQ(ActionCount(choices_), 1);
-}
-
 // On this window, beside all windows, and by the key of that, which must not reach the window.
 TEST_F(PopUpButton, AMenuThatWasClickedOpenClosesAndChoosesNothing) {
   for (const char *way :
@@ -203,22 +190,4 @@ TEST_F(PopUpButton, KeysMoveThroughAMenuThatWasClickedOpen) {
   EXPECT_EQ([button_ indexOfSelectedItem], 3);
   EXPECT_EQ(ActionCount(choices_), 1);
   EXPECT_EQ(ActionCount(presses_), 0);
-}
-
-TEST_F(PopUpButton, AClickOnAnItemWithAMenuOfItsOwnLeavesBothOpen) {
-  NSMenu *formats = [[[NSMenu alloc] initWithTitle:@"Export"] autorelease];
-  [[formats addItemWithTitle:@"Orvane" action:CountedAction() keyEquivalent:@""] setTarget:choices_];
-  [[button_ menu] setSubmenu:formats forItem:[button_ itemAtIndex:2]];
-  NSMenuView *const submenu = [formats menuRepresentation];
-  RunMouse([&](Script &actions) {
-    ClickOpen(actions);
-    MoveToItem(actions, Menu(), 2);
-    Click();
-    MoveTo(actions, submenu, [submenu rectOfItemAtIndex:0]);
-    actions.WaitFor("its item", [submenu] { return [submenu highlightedItemIndex] == 0; });
-    Click();
-    actions.WaitFor("the choice", [this] { return ActionCount(choices_) == 1; });
-  });
-  EXPECT_FALSE(IsOpen());
-  EXPECT_FALSE([[submenu window] isVisible]);
 }

@@ -173,3 +173,15 @@ TEST_F(KcKeychainQueryTest, SynchronisationNarrowsTheSearch) {
   EXPECT_FALSE([Query(@"both", KcKeychainSynchronizationModeYes) fetch:NULL]);
   EXPECT_TRUE([Query(@"both", KcKeychainSynchronizationModeNo) fetch:NULL]);
 }
+
+// A store that took a second item of a name would hide that a save had not deleted the first.
+TEST_F(KcKeychainQueryTest, TheStoreRefusesASecondItemOfTheSameName) {
+  NSMutableDictionary *item = [NSMutableDictionary
+      dictionaryWithObjectsAndKeys:(id)kSecClassGenericPassword, (id)kSecClass, kService, (id)kSecAttrService,
+                                   @"editor", (id)kSecAttrAccount, [NSData data], (id)kSecValueData, nil];
+  for (const BOOL synchronised : {NO, YES}) {
+    [item setObject:@(synchronised) forKey:(id)kSecAttrSynchronizable];
+    EXPECT_EQ(SecItemAdd((CFDictionaryRef)item, nullptr), errSecSuccess);
+    EXPECT_EQ(SecItemAdd((CFDictionaryRef)item, nullptr), errSecDuplicateItem);
+  }
+}

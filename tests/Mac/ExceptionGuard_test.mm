@@ -46,8 +46,9 @@ TEST_F(ExceptionGuard, TellsTheHookOfEveryKindOfException) {
   EXPECT_FALSE(RunGuarded([] { throw std::bad_alloc(); }));
   EXPECT_FALSE(RunGuarded([] { throw 5; }));
   EXPECT_FALSE(RunGuarded([] { [NSException raise:NSRangeException format:@"index %d", 7]; }));
+  EXPECT_FALSE(RunGuarded([] { throw std::runtime_error(""); }));
   const std::vector<std::string> expected = {"the JSON is odd", "std::bad_alloc", "an exception of unknown type",
-                                             "index 7"};
+                                             "index 7", ""};
   EXPECT_EQ(failures, expected);
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "TemporaryFolder.h"
 #include "WorkflowState.h"
 
 namespace {
@@ -38,9 +39,7 @@ struct PathBuffer {
 // A temporary-items folder whose path has exactly that many units, of one byte each.
 class TemporaryItems {
  public:
-  explicit TemporaryItems(size_t length) {
-    root_ = std::filesystem::path("/tmp") / ("orvane_paths_" + std::to_string(getpid()));
-    path_ = root_.string();
+  explicit TemporaryItems(size_t length) : path_(folder_.Path()) {
     while (path_.size() < length) {
       const size_t missing = length - path_.size();
       // Names of at most 100 bytes; one byte cannot be made of a separator alone.
@@ -51,17 +50,13 @@ class TemporaryItems {
     std::filesystem::create_directories(path_);
     setenv("TMPDIR", path_.c_str(), 1);
   }
-
-  ~TemporaryItems() {
-    std::filesystem::remove_all(root_);
-    setenv("TMPDIR", before_.c_str(), 1);
-  }
+  ~TemporaryItems() { setenv("TMPDIR", before_.c_str(), 1); }
 
   const std::string &Path() const { return path_; }
 
  private:
   const std::filesystem::path before_ = std::filesystem::temp_directory_path();
-  std::filesystem::path root_;
+  const TemporaryFolder folder_;
   std::string path_;
 };
 

@@ -6,28 +6,40 @@
 #include <atomic>
 #include <thread>
 
-#import "BareWindow.h"
-#import "Controls.h"
 #include "WindowScript.h"
 
-using namespace window_test;
+@interface TickCounter : NSObject {
+ @public
+  int ticks;
+}
+@end
 
-TEST(MainThread, RunsWorkWhileAModalWindowRuns) {
-  const BareWindow window(NSMakeSize(200, 100));
-  std::atomic<bool> returned(false);
-  std::thread background;
-  RunWithScript([&window] { [NSApp runModalForWindow:window.Window()]; },
-                [&](Script &actions) {
-                  actions.WaitFor("the modal window", [&window] { return IsModal(window.Window()); });
-                  background = std::thread([&returned] {
-                    @autoreleasepool {
-                      RunOnMainThreadAndWait([] { EXPECT_TRUE([NSThread isMainThread]); });
-                    }
-                    returned = true;
-                  });
-                  actions.WaitFor("the work to return", [&returned] { return returned.load(); });
-                  actions.OnMain([] { [NSApp stopModal]; });
-                });
-  SpinUntil([&returned] { return returned.load(); });
-  background.join();
+@implementation TickCounter
+- (void)tick {
+  ++ticks;
+}
+@end
+
+// Modal windows and menus have modes of their own.
+TEST(MainThread, WorkAndTimersGoOnInEveryModeOfTheLoop) {
+  for (NSString *mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ]) {
+    TickCounter *counter = [[[TickCounter alloc] init] autorelease];
+    NSTimer *timer = RepeatOnMainThread(0.01, counter, @selector(tick));
+    std::atomic<bool> returned(false);
+    std::thread background([&returned] {
+      @autoreleasepool {
+        RunOnMainThreadAndWait([] { EXPECT_TRUE([NSThread isMainThread]); });
+      }
+      returned = true;
+    });
+    NSDate *deadline = [NSDate dateWithTimeIntervalSinceNow:10];
+    while ((!returned || counter->ticks < 2) && [deadline timeIntervalSinceNow] > 0) {
+      [[NSRunLoop currentRunLoop] runMode:mode beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.05]];
+    }
+    EXPECT_TRUE(returned) << [mode UTF8String];
+    EXPECT_GE(counter->ticks, 2) << [mode UTF8String];
+    [timer invalidate];
+    window_test::SpinUntil([&returned] { return returned.load(); });
+    background.join();
+  }
 }

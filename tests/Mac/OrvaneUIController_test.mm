@@ -4,7 +4,6 @@
 
 #import "Controls.h"
 #include "ExceptionGuard.h"
-#import "KcKeychain/KcKeychain.h"
 #import "PluginBundle.h"
 #include "PluginResources.h"
 #import "SavedLogin.h"
@@ -131,24 +130,6 @@ TEST_F(OrvaneUIControllerTest, LogsInWithoutRemembering) {
   EXPECT_EQ(cleanups, 0);
   SavedLogin saved;
   EXPECT_FALSE(ReadSavedLogin(&saved, NULL));
-}
-
-TEST_F(OrvaneUIControllerTest, RemembersTheLoginInTheKeyring) {
-  Run([](Script &actions, OrvaneUIController *controller) {
-    actions.OnMain([controller] {
-      Fill(controller, @"acme", @"editor", @"secret");
-      [[controller rememberMeCheckbox] setState:NSControlStateValueOn];
-      Press([controller loginBtn]);
-    });
-  });
-  EXPECT_EQ(g_step, "upload");
-  NSString *secret = [KcKeychain passwordForService:@"OrvanePluginPremiere" account:@"userData"];
-  ASSERT_NE(secret, nil);
-  NSDictionary *saved = [NSJSONSerialization JSONObjectWithData:[secret dataUsingEncoding:NSUTF8StringEncoding]
-                                                        options:0
-                                                          error:NULL];
-  NSDictionary *expected = @{@"orvaneSubdomain" : @"acme", @"un" : @"editor", @"p" : @"secret"};
-  EXPECT_TRUE([saved isEqual:expected]);
 }
 
 TEST_F(OrvaneUIControllerTest, AnnouncesOnlyANewerRelease) {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #import "Controls.h"
-#import "KcKeychain/KcKeychainQuery.h"
+#include "FolderListing.h"
 #import "OrderedDictionary.h"
 #include "PluginResources.h"
 #import "SavedLogin.h"
@@ -81,7 +81,10 @@ TEST_F(OrvaneUploadWindowControllerTest, ListsTheFolderTreeDepthFirstWithIndenta
     actions.OnMain([controller] {
       EXPECT_STREQ([[[controller accountLabel] stringValue] UTF8String], "editor at acme");
       EXPECT_EQ(Titles([controller inputFolder]), "");
+      const std::string hint = "Choose a project to see its folders.";
+      EXPECT_EQ(Hint(controller), hint);
       Choose([controller inputProject], @"Feature");
+      EXPECT_EQ(Hint(controller), "");
       EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|A|   B|      C|D");
       EXPECT_STREQ([[[controller inputFolder] titleOfSelectedItem] UTF8String], "Select a folder...");
       EXPECT_EQ(g_prj + "," + g_fld, "1,0");
@@ -90,6 +93,8 @@ TEST_F(OrvaneUploadWindowControllerTest, ListsTheFolderTreeDepthFirstWithIndenta
       // Another project starts without a folder.
       Choose([controller inputProject], @"Trailer");
       EXPECT_EQ(g_prj + "," + g_fld, "2,0");
+      Choose([controller inputProject], @"Select a project...");
+      EXPECT_EQ(Hint(controller), hint);
       [[controller orvaneUploadWindow] performClose:nil];
     });
   });
@@ -100,37 +105,21 @@ TEST_F(OrvaneUploadWindowControllerTest, ListsTheFolderTreeDepthFirstWithIndenta
 
 TEST_F(OrvaneUploadWindowControllerTest, ListsAreTakenAsTheyComeHoweverOdd) {
   api_.Answer(ScriptedApi::kProjects, ScriptedApi::Success(R"([{"id":7,"project_name":"Numeric"},{"id":"8"},"text",null,
-                                       {"id":"9","project_name":"Twice"},{"id":"10","project_name":"Twice"}])"));
+                                       {"id":"9","project_name":"Twice"},{"id":"10","project_name":"Twice"},
+                                       {"id":"4","project_name":"Z"},{"id":"5","project_name":"B"}])"));
   api_.Answer(std::string(ScriptedApi::kFolders) + "7", "<html>no folders today</html>");
   api_.Answer(std::string(ScriptedApi::kFolders) + "10",
-              ScriptedApi::Success(R"([{"id":"1","name":"Übergänge","sub_folders":"0"}])"));
+              ScriptedApi::Success(R"([{"id":"1","name":"Übergänge","sub_folders":"0"},
+                                      {"id":"2","name":"M","sub_folders":"1"},{"id":"3","name":"A"}])"));
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
-      EXPECT_EQ(Titles([controller inputProject]), "Select a project...|Numeric|Twice");
+      EXPECT_EQ(Titles([controller inputProject]), "Select a project...|Numeric|Twice|Z|B");
+      EXPECT_EQ([[controller inputProject] indexOfSelectedItem], 0);
       Choose([controller inputProject], @"Numeric");
       EXPECT_EQ(g_prj, "7");
       EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...");
       Choose([controller inputProject], @"Twice");
-      EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|Übergänge");
-      [[controller orvaneUploadWindow] performClose:nil];
-    });
-  });
-}
-
-// Nothing seems to be chosen before something is.
-TEST_F(OrvaneUploadWindowControllerTest, ListsProjectsInTheServicesOrderBelowThePlaceholder) {
-  std::string payload;
-  std::string titles = "Select a project...";
-  for (int i = 50; i > 0; --i) {
-    const std::string name = "Project " + std::to_string(i);
-    payload += (payload.empty() ? "" : ",") + (R"({"id":"1","project_name":")" + name + "\"}");
-    titles += "|" + name;
-  }
-  api_.Answer(ScriptedApi::kProjects, ScriptedApi::Success("[" + payload + "]"));
-  Run([&titles](Script &actions, OrvaneUploadWindowController *controller) {
-    actions.OnMain([&titles, controller] {
-      EXPECT_EQ(Titles([controller inputProject]), titles);
-      EXPECT_EQ([[controller inputProject] indexOfSelectedItem], 0);
+      EXPECT_EQ(Titles([controller inputFolder]), "Select a folder...|Übergänge|M|   Übergänge|   M|   A|A");
       [[controller orvaneUploadWindow] performClose:nil];
     });
   });
@@ -155,16 +144,17 @@ TEST_F(OrvaneUploadWindowControllerTest, AFolderThatHoldsItselfIsListedAndNotEnt
   });
 }
 
-// Each walk counts for itself.
-TEST_F(OrvaneUploadWindowControllerTest, AFolderIsListedAgainAsTheFirstTime) {
-  const std::string folders = std::string(ScriptedApi::kFolders) + "1";
-  api_.Answer(folders, ScriptedApi::Success(R"([{"id":"1","name":"A","sub_folders":1}])"));
+TEST_F(OrvaneUploadWindowControllerTest, ListsSoManyFoldersAndNoMore) {
+  std::string folders;
+  for (size_t i = 0; i <= FolderListing::kMaxFolders; ++i) {
+    folders += (i == 0 ? "" : ",") + (R"({"id":"1","name":"F)" + std::to_string(i) + "\"}");
+  }
+  api_.Answer(std::string(ScriptedApi::kFolders) + "1", ScriptedApi::Success("[" + folders + "]"));
   Run([](Script &actions, OrvaneUploadWindowController *controller) {
     actions.OnMain([controller] {
-      for (int i = 0; i < 2; ++i) {
-        MutableOrderedDictionary *listed = [controller getSubfoldersForFolderID:@"0" project:@"1"];
-        EXPECT_STREQ([[[listed allKeys] componentsJoinedByString:@"|"] UTF8String], "   A|      A");
-      }
+      Choose([controller inputProject], @"Feature");
+      EXPECT_EQ([[controller inputFolder] numberOfItems], 1 + static_cast<NSInteger>(FolderListing::kMaxFolders));
+      EXPECT_EQ(Hint(controller), "Not all folders are listed: only the first 10000 are.");
       [[controller orvaneUploadWindow] performClose:nil];
     });
   });
@@ -199,6 +189,10 @@ TEST_F(OrvaneUploadWindowControllerTest, HandsOverWhatWasEntered) {
       EXPECT_EQ(TabOrder([controller orvaneUploadWindow]),
                 "Project|Folder|Title|Description|New tag|Add the tag|Remove tag rough cut|Remove tag grün|"
                 "Remove tag night|Log out of Orvane|Cancel|Upload the film");
+      NSWindow *window = [controller orvaneUploadWindow];
+      [window makeFirstResponder:[controller fileDescription]];
+      PressKey(window, @"\t");
+      EXPECT_EQ([[[controller tagView] tagTextField] currentEditor], [window firstResponder]) << "no tab in the text";
       Press([controller uploadBtn]);
     });
   });
@@ -211,35 +205,20 @@ TEST_F(OrvaneUploadWindowControllerTest, HandsOverWhatWasEntered) {
 }
 
 TEST_F(OrvaneUploadWindowControllerTest, LoggingOutForgetsTheLoginAndEndsTheExportOnce) {
-  ASSERT_TRUE(SaveLogin({}, NULL));
-  Run([](Script &actions, OrvaneUploadWindowController *controller) {
-    actions.OnMain([controller] {
-      Press([controller logoutBtn]);
-      [[controller orvaneUploadWindow] performClose:nil];
+  for (const int exports : {1, 2}) {
+    if (exports == 1) ASSERT_TRUE(SaveLogin({}, NULL));  // the second time there is nothing to forget
+    Run([exports](Script &actions, OrvaneUploadWindowController *controller) {
+      actions.OnMain([exports, controller] {
+        Press([controller logoutBtn]);
+        EXPECT_EQ(cleanups, exports);
+        [[controller orvaneUploadWindow] performClose:nil];
+      });
     });
-  });
-  EXPECT_EQ(cleanups, 1);
-  EXPECT_EQ(g_step, "upload");
-  SavedLogin saved;
-  EXPECT_FALSE(ReadSavedLogin(&saved, NULL));
-}
-
-TEST_F(OrvaneUploadWindowControllerTest, SaysWhatToDoWhileNoProjectIsChosen) {
-  Run([](Script &actions, OrvaneUploadWindowController *controller) {
-    actions.OnMain([controller] {
-      const std::string hint = "Choose a project to see its folders.";
-      EXPECT_EQ(Hint(controller), hint);
-      const struct {
-        NSString *project;
-        bool says;
-      } choices[] = {{@"Feature", false}, {@"Trailer", false}, {@"Select a project...", true}, {@"Feature", false}};
-      for (const auto &choice : choices) {
-        Choose([controller inputProject], choice.project);
-        EXPECT_EQ(Hint(controller), choice.says ? hint : "") << [choice.project UTF8String];
-      }
-      [[controller orvaneUploadWindow] performClose:nil];
-    });
-  });
+    EXPECT_EQ(cleanups, exports) << "a close does not end it again";
+    EXPECT_EQ(g_step, "upload");
+    SavedLogin saved;
+    EXPECT_FALSE(ReadSavedLogin(&saved, NULL));
+  }
 }
 
 // Each of these tags takes a row.

@@ -23,23 +23,19 @@ class PluginRun : public testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  /// Starts another host session for a sequence of that size.
-  void UseSequence(int width, int height);
-
   /// Exports while the script acts. Returns what the plug-in answered. The body ends when no plug-in window is left, or
   /// when the script is through and only the progress window of a failed upload is.
   csSDK_int32 Export(const std::function<void(Script &)> &script);
 
   /// Script steps. Each waits for its window.
-  static void LogIn(Script &actions, const char *password = kPassword, bool remember = false);
-  static void ChooseAndUpload(Script &actions, NSString *title = @"Scene 12");
+  static void LogInAndRemember(Script &actions);
+  static void ChooseAndUpload(Script &actions);
   static void CloseComplete(Script &actions);
   static void UploadAndClose(Script &actions);
   static void CloseWindow(Script &actions, NSString *title);
 
-  /// Saves the login as "Remember me" does, or deletes it.
-  static void SaveLogin(const char *password = kPassword);
-  static void ForgetLogin();
+  /// Saves the login as "Remember me" does. At first there is none.
+  static void SaveLogin();
   static bool LoginIsSaved();
 
   /// Files in the temporary-items folder, and files that the service has stored, with their SHA-256.

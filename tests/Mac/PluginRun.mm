@@ -32,8 +32,14 @@ void PluginRun::SetUp() {
   service_->Start();
   orvane_host::SetTrustedAuthority(service_->AuthorityFile());
   orvane_host::SetConnectPort(service_->Port());
-  UseSequence(320, 180);
-  ForgetLogin();
+  ForgetItem();
+  orvane_host::Sequence sequence;
+  sequence.width = 320;
+  sequence.height = 180;
+  sequence.seconds = 0.5;
+  host_ = std::make_unique<orvane_host::HostSession>(sequence);
+  host_->Load(ORVANE_BUNDLE_PATH);
+  host_->Startup();
 }
 
 void PluginRun::TearDown() {
@@ -43,18 +49,6 @@ void PluginRun::TearDown() {
   orvane_host::SetTrustedAuthority("");
   service_.reset();
   setenv("TMPDIR", outer_.c_str(), 1);
-}
-
-void PluginRun::UseSequence(int width, int height) {
-  if (host_) host_->Shutdown();
-  host_.reset();
-  orvane_host::Sequence sequence;
-  sequence.width = width;
-  sequence.height = height;
-  sequence.seconds = 0.5;
-  host_ = std::make_unique<orvane_host::HostSession>(sequence);
-  host_->Load(ORVANE_BUNDLE_PATH);
-  host_->Startup();
 }
 
 csSDK_int32 PluginRun::Export(const std::function<void(Script &)> &script) {
@@ -72,17 +66,17 @@ csSDK_int32 PluginRun::Export(const std::function<void(Script &)> &script) {
   return answer;
 }
 
-void PluginRun::LogIn(Script &actions, const char *password, bool remember) {
+void PluginRun::LogInAndRemember(Script &actions) {
   actions.WaitFor("the login window", [] { return IsModal(WindowTitled(kLoginTitle)); });
-  actions.Post([password, remember] { window_test::LogIn(password, remember); });
+  actions.Post([] { LogIn(kPassword, true); });
 }
 
-void PluginRun::ChooseAndUpload(Script &actions, NSString *title) {
+void PluginRun::ChooseAndUpload(Script &actions) {
   actions.WaitFor("the upload window", [] { return IsModal(WindowTitled(kUploadTitle)); });
-  actions.OnMain([title] {
+  actions.OnMain([] {
     ChooseProject(@"東京ドキュメンタリー");
     ChooseFolder(@"      最終版 🎬");
-    Upload(title);
+    Upload(@"Scene 12");
   });
 }
 
@@ -101,12 +95,8 @@ void PluginRun::CloseWindow(Script &actions, NSString *title) {
   actions.OnMain([title] { [WindowTitled(title) performClose:nil]; });
 }
 
-void PluginRun::SaveLogin(const char *password) {
-  ASSERT_TRUE(SaveItem(std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + password + "\"}"));
-}
-
-void PluginRun::ForgetLogin() {
-  ForgetItem();
+void PluginRun::SaveLogin() {
+  ASSERT_TRUE(SaveItem(std::string(R"({"orvaneSubdomain":"acme","un":"editor","p":")") + kPassword + "\"}"));
 }
 
 bool PluginRun::LoginIsSaved() {

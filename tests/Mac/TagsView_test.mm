@@ -106,22 +106,6 @@ TEST_F(TagsViewTest, DeletesDuplicatesTogether) {
   EXPECT_EQ(Tags(), "y|z");
 }
 
-TEST_F(TagsViewTest, LaysChipsOutInRowsOfThirtySixPoints) {
-  for (int i = 0; i < 7; ++i) Add([NSString stringWithFormat:@"a longer tag %d", i]);
-  for (NSUInteger i = 1; i < 7; ++i) {
-    NSRect previous = [Chip(i - 1) frame];
-    NSRect frame = [Chip(i) frame];
-    EXPECT_EQ(NSHeight(frame), 26);
-    EXPECT_LE(NSMaxX(frame), 300);
-    const bool fits = NSMaxX(previous) + 10 + NSWidth(frame) <= 300;
-    EXPECT_EQ(NSMinX(frame), fits ? NSMaxX(previous) + 10 : 0) << i;
-    EXPECT_EQ(NSMinY(frame), fits ? NSMinY(previous) : NSMinY(previous) - 36) << i;
-  }
-  // Two chips to a row: four rows, whose last ends below the view, so the first stays right below the field.
-  EXPECT_EQ(NSMinY([Chip(0) frame]), kFieldY - 36);
-  EXPECT_EQ(NSMinY([Chip(6) frame]), kFieldY - 4 * 36);
-}
-
 // While the last row stands above the view's bottom edge, all rows stand one row lower.
 TEST_F(TagsViewTest, LowersTheRowsWhileThereIsRoom) {
   Add(@"alone");

@@ -64,13 +64,12 @@ class Connection {
     EXPECT_EQ(curl_easy_perform(curl_.get()), CURLE_OK);
   }
 
-  /// Sends everything. Returns false if the other side ends the connection before, or takes nothing for that many
-  /// milliseconds.
-  bool Send(std::string_view data, int milliseconds = kDeadline) {
+  /// Sends everything. Returns false if the other side ends the connection before, or takes nothing until a deadline.
+  bool Send(std::string_view data) {
     while (!data.empty()) {
       size_t sent = 0;
       const CURLcode result = curl_easy_send(curl_.get(), data.data(), data.size(), &sent);
-      if (result != CURLE_OK && (result != CURLE_AGAIN || !Await(POLLOUT, milliseconds))) return false;
+      if (result != CURLE_OK && (result != CURLE_AGAIN || !Await(POLLOUT))) return false;
       data.remove_prefix(sent);
     }
     return true;
@@ -84,24 +83,20 @@ class Connection {
       size_t count = 0;
       const CURLcode result = curl_easy_recv(curl_.get(), buffer, sizeof(buffer), &count);
       text.append(buffer, count);
-      ended = result == CURLE_AGAIN ? !Await(POLLIN, kDeadline) : result != CURLE_OK || count == 0;
+      ended = result == CURLE_AGAIN ? !Await(POLLIN) : result != CURLE_OK || count == 0;
     }
     const size_t end = std::min(text.find("\r\n\r\n"), text.size());
     return {text.rfind("HTTP/1.1 ", 0) == 0 ? std::stoi(text.substr(9)) : 0, text.substr(0, end) + "\r\n",
             text.erase(0, end + 4)};
   }
 
-  /// Whether the other side has ended the connection, whatever of it is still to be read.
-  bool Ended() { return Await(POLLRDHUP, 0); }
-
  private:
-  static constexpr int kDeadline = 20000;
-
-  bool Await(short events, int milliseconds) {
+  bool Await(short events) {
+    constexpr int kMilliseconds = 20000;
     curl_socket_t socket = -1;
     curl_easy_getinfo(curl_.get(), CURLINFO_ACTIVESOCKET, &socket);
     pollfd entry{socket, events, 0};
-    return poll(&entry, 1, milliseconds) > 0;
+    return poll(&entry, 1, kMilliseconds) > 0;
   }
 
   std::unique_ptr<CURL, void (*)(CURL*)> curl_{curl_easy_init(), curl_easy_cleanup};

@@ -42,9 +42,6 @@ TEST_F(ReviewPagesTest, SendsTheFileInParts) {
       {"Range: bytes=-0\r\n", 416, "", "bytes */10"},
       {"Range: bytes=0-1,4-5\r\n", 200, whole, ""},
       {"Range: bytes=4-2\r\n", 200, whole, ""},
-      {"Range: bytes=0-99999999999999999999999999\r\n", 200, whole, ""},
-      {"Range: bytes=-\r\n", 200, whole, ""},
-      {"Range: lines=1-2\r\n", 200, whole, ""},
       {"Range: bytes=2-4\r\nIf-Range: " + tag + "\r\n", 206, "234", "bytes 2-4/10"},
       {"Range: bytes=2-4\r\nIf-Range: \"another\"\r\n", 200, whole, ""}};
   for (const auto& [headers, status, body, range] : cases) {

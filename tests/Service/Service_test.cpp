@@ -1,5 +1,3 @@
-#include <future>
-
 #include "Deployment.h"
 #include "RunningService.h"
 
@@ -57,18 +55,6 @@ TEST_F(ServiceTest, SecretsAreNeitherInTheLogNorInTheData) {
   for (const std::string& secret : {login.key, login.token, std::string(kPassword)}) {
     EXPECT_EQ(text.find(secret), std::string::npos);
   }
-}
-
-TEST_F(ServiceTest, ServesManyClientsAtOnce) {
-  const Login login = LogIn();
-  std::vector<std::future<std::string>> films;
-  const auto store = [&](const std::string& content) {
-    const nlohmann::json root = client_.PostForm(UploadUrl(), UploadParts(login, content)).Root();
-    return client_.Get(root["payload"].value("link", Url("acme", "")) + "/file").body;
-  };
-  for (char c = 'a'; c < 'm'; ++c) films.push_back(std::async(std::launch::async, store, std::string(300000, c)));
-  for (size_t i = 0; i < films.size(); ++i)
-    EXPECT_TRUE(films[i].get() == std::string(300000, static_cast<char>('a' + i)));
 }
 
 }  // namespace

@@ -25,9 +25,6 @@ bool IsModal(NSWindow *window);
 /// The first button of that title in the window; nil when there is none.
 NSButton *ButtonTitled(NSWindow *window, NSString *title);
 
-/// The first text field or label in the window with this text; nil when there is none.
-NSTextField *FieldWithText(NSWindow *window, NSString *text);
-
 /// Presses the button as a click does; its action runs before this returns, unless it opens a modal window.
 void Press(NSButton *button);
 

@@ -12,12 +12,11 @@ void CollectTexts(NSView *view, std::string *texts) {
   for (NSView *subview in [view subviews]) CollectTexts(subview, texts);
 }
 
-// The first of that class whose title or text, by the selector, is this one.
-id FindControl(NSView *view, Class kind, SEL text, NSString *wanted) {
-  if ([view isKindOfClass:kind] && [[view performSelector:text] isEqual:wanted]) return view;
+NSButton *FindButton(NSView *view, NSString *title) {
+  NSButton *button = [view isKindOfClass:[NSButton class]] ? static_cast<NSButton *>(view) : nil;
+  if ([[button title] isEqual:title]) return button;
   for (NSView *subview in [view subviews]) {
-    id control = FindControl(subview, kind, text, wanted);
-    if (control) return control;
+    if ((button = FindButton(subview, title))) return button;
   }
   return nil;
 }
@@ -53,11 +52,7 @@ bool IsModal(NSWindow *window) {
 }
 
 NSButton *ButtonTitled(NSWindow *window, NSString *title) {
-  return FindControl([window contentView], [NSButton class], @selector(title), title);
-}
-
-NSTextField *FieldWithText(NSWindow *window, NSString *text) {
-  return FindControl([window contentView], [NSTextField class], @selector(stringValue), text);
+  return FindButton([window contentView], title);
 }
 
 void Press(NSButton *button) {

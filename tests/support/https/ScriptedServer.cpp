@@ -72,10 +72,8 @@ class ScriptedServer::Visit : public orvane_service::Exchange {
   orvane_service::Response Answer() override {
     if (form_.IsForm() && !form_.End()) throw std::runtime_error("a malformed form");
     response_ = server_.Answer(request_);
-    server_.Pass(response_.delay);
-    const uint64_t size = response_.chunkSize == 0 ? response_.body.size() : MHD_SIZE_UNKNOWN;
-    orvane_service::Response answer(response_.status,
-                                    MHD_create_response_from_callback(size, kBlockBytes, &Read, this, nullptr));
+    orvane_service::Response answer(
+        response_.status, MHD_create_response_from_callback(response_.body.size(), kBlockBytes, &Read, this, nullptr));
     answer.SetHeader("Content-Type", "text/plain");
     for (const auto& [name, value] : response_.headers) answer.SetHeader(name, value);
     return answer;
@@ -94,12 +92,10 @@ class ScriptedServer::Visit : public orvane_service::Exchange {
 
   ssize_t Next(size_t sent, char* place, size_t size) const {
     const size_t end = std::min(response_.cutAfter, response_.body.size());
-    if (sent > 0 && !server_.Pass(response_.chunkDelay)) return MHD_CONTENT_READER_END_WITH_ERROR;
     if (sent == end) {
       return end == response_.body.size() ? MHD_CONTENT_READER_END_OF_STREAM : MHD_CONTENT_READER_END_WITH_ERROR;
     }
-    const size_t chunk = response_.chunkSize == 0 ? size : std::min(size, response_.chunkSize);
-    return static_cast<ssize_t>(response_.body.copy(place, std::min(chunk, end - sent), sent));
+    return static_cast<ssize_t>(response_.body.copy(place, std::min(size, end - sent), sent));
   }
 
   ScriptedServer& server_;
@@ -118,11 +114,6 @@ ScriptedServer::ScriptedServer()
 }
 
 ScriptedServer::~ScriptedServer() {
-  {
-    std::lock_guard<std::mutex> lock(mutex_);
-    stopping_ = true;
-  }
-  stop_.notify_all();
   server_->Stop();
 }
 
@@ -154,11 +145,6 @@ Response ScriptedServer::Answer(const Request& request) {
     handler = route == routes_.end() ? others_ : route->second;
   }
   return handler(request);
-}
-
-bool ScriptedServer::Pass(std::chrono::milliseconds time) {
-  std::unique_lock<std::mutex> lock(mutex_);
-  return !stop_.wait_for(lock, time, [this] { return stopping_; });
 }
 
 const std::string& ScriptedServer::AuthorityFile() {

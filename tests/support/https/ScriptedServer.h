@@ -1,8 +1,6 @@
 // A web server over TLS on 127.0.0.1 that answers as a test tells it to, wrongly if need be.
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <map>
 #include <memory>
@@ -49,12 +47,6 @@ struct Response {
   /// Beside Content-Length and Content-Type, which are added.
   std::vector<std::pair<std::string, std::string>> headers;
   std::string body;
-  /// What passes before the answer begins.
-  std::chrono::milliseconds delay{0};
-  /// When not 0, the body is sent chunked (so without a length) in pieces of that many bytes.
-  size_t chunkSize = 0;
-  /// What passes before every chunk but the first.
-  std::chrono::milliseconds chunkDelay{0};
   /// The connection is closed after that many bytes of the body, although more were announced.
   size_t cutAfter = kWhole;
 };
@@ -63,8 +55,7 @@ struct Response {
 Response TextResponse(std::string body, int status = 200);
 
 /// Listens from construction to destruction, on a free port: the service's own server, with other handlers. All
-/// operations may be called on any thread. Destruction ends transfers and delays that are under way, but waits for
-/// handlers.
+/// operations may be called on any thread. Destruction ends transfers that are under way, but waits for handlers.
 class ScriptedServer {
  public:
   /// Called on a thread of the request's own, for several at the same time. May wait.
@@ -98,13 +89,8 @@ class ScriptedServer {
   /// Writes the request down and returns its answer.
   Response Answer(const Request& request);
 
-  /// Lets the time pass. Returns false when the server is to end before.
-  bool Pass(std::chrono::milliseconds time);
-
   mutable std::mutex mutex_;
-  std::condition_variable stop_;
   // Guarded by the mutex.
-  bool stopping_ = false;
   std::map<std::string, Handler> routes_;
   Handler others_;
   std::vector<Request> requests_;
