@@ -3,6 +3,7 @@
 #include <dispatch/dispatch.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 
 #import "BareWindow.h"
@@ -12,6 +13,10 @@
 using namespace window_test;
 
 namespace {
+
+// Where the window is put, and more than its frame is wide. Points.
+constexpr CGFloat kPlace = 100;
+constexpr CGFloat kFrame = 5;
 
 NSString *Key(unichar character) {
   return [NSString stringWithCharacters:&character length:1];
@@ -41,11 +46,15 @@ void MoveTo(Script &actions, NSView *view, NSRect rectangle) {
   Mouse("mousemove " + std::to_string(place.x) + " " + std::to_string(place.y) + " sleep 0.1");
 }
 
-// The menu follows the mouse since it was clicked open.
+// The menu follows the mouse since it was clicked open. The window manager may still be moving it.
 void MoveToItem(Script &actions, NSMenuView *menu, int item) {
   actions.WaitFor("the menu to follow", [menu] { return [menu highlightedItemIndex] >= 0; });
-  MoveTo(actions, menu, [menu rectOfItemAtIndex:item]);
-  actions.WaitFor("the item to be highlighted", [&] { return [menu highlightedItemIndex] == item; });
+  bool highlighted = false;
+  for (int i = 0; i < 100 && !highlighted; ++i) {
+    MoveTo(actions, menu, [menu rectOfItemAtIndex:item]);
+    actions.OnMain([&] { highlighted = [menu highlightedItemIndex] == item; });
+  }
+  EXPECT_TRUE(highlighted) << item;
 }
 
 // Runs the script while the main loop runs.
@@ -86,6 +95,10 @@ class PopUpButton : public testing::Test {
 
   // Clicks on the button, with the mouse button held for that long.
   void ClickOpen(Script &actions, const char *seconds = "0.1") {
+    actions.WaitFor("the window to be in its place", [this] {
+      const NSRect frame = [window_ frame];
+      return [window_ isKeyWindow] && std::hypot(NSMinX(frame) - kPlace, NSMinY(frame) - kPlace) < kFrame;
+    });
     MoveTo(actions, button_, [button_ bounds]);
     Click(seconds);
     actions.WaitFor("the menu", [this] { return IsOpen(); });
@@ -94,7 +107,7 @@ class PopUpButton : public testing::Test {
   NSMenuView *Menu() { return static_cast<NSMenuView *>([[button_ menu] menuRepresentation]); }
   bool IsOpen() { return [[Menu() window] isVisible]; }
 
-  NSWindow *window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 300, 100)
+  NSWindow *window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(kPlace, kPlace, 300, 100)
                                                   styleMask:NSTitledWindowMask
                                                     backing:NSBackingStoreBuffered
                                                       defer:NO];
