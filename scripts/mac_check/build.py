@@ -40,7 +40,11 @@ def stage():
     shutil.rmtree(PAYLOAD, ignore_errors=True)
     done = subprocess.run(["cmake", "--install", BUILD], env={**os.environ, "DESTDIR": str(PAYLOAD)}, check=False,
                           stdout=subprocess.DEVNULL)
-    return done.returncode == 0
+    executable = next(PAYLOAD.glob("**/MacOS/*"), None)
+    if done.returncode != 0 or not executable:
+        return False
+    output("llvm-strip", "-S", executable)  # as packing does
+    return True
 
 
 def configured(variable):
