@@ -14,6 +14,7 @@ import build
 import executable
 import interface_files
 import payload
+import sources
 from report import Report
 
 LIMITS = """\
@@ -49,6 +50,7 @@ def main():
         fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one tree would take each other's product away
         report = Report()
         built = build.build()
+        sources.check_sources(report)
         report.check(built, "every source compiles for arm64 and x86_64 without a warning, and the bundle links")
         if built:
             report.check(build.stage(), "the product installs into a payload tree")
