@@ -1,5 +1,6 @@
 """The interface files against the classes of the executable: what ibtool and the host's process would look at."""
 
+import base64
 import re
 from xml.etree import ElementTree
 
@@ -113,6 +114,20 @@ def key_loop_faults(file):
     return faults + [f"{file.name}: Tab never comes to {name}" for name in sorted(set(following) - set(passed))]
 
 
+def window_faults(file):
+    """Two buttons for Return: which one it presses is left to chance. A window that its close releases is released
+    again by its owner."""
+    faults = []
+    for window in file.root.iter("window"):
+        keys = [element.get("keyEquivalent") or base64.b64decode(element.text or "").decode()
+                for element in window.iter() if "keyEquivalent" in (element.get("key"), *element.keys())]
+        if keys.count("\r") > 1:
+            faults.append(f"{file.name}: Return presses {keys.count(chr(13))} buttons")
+        if window.get("releasedWhenClosed") != "NO":
+            faults.append(f'{file.name}: releasedWhenClosed is {window.get("releasedWhenClosed")}, not NO')
+    return faults
+
+
 def check_interface_files(report, classes):
     paths = sorted((ROOT / "Mac/Resources").glob("*.xib"))
     report.same("there are the four interface files", {path.stem for path in paths}, frozenset(NAMES))
@@ -131,3 +146,5 @@ def check_interface_files(report, classes):
     report.none("each outlet that a class declares is connected", unconnected(files))
     report.none("each order of the Tab key is a closed loop",
                 [fault for file in files for fault in key_loop_faults(file)])
+    report.none("in each window Return presses at most one button, and closing does not release it",
+                [fault for file in files for fault in window_faults(file)])
