@@ -11,6 +11,7 @@ import fcntl
 import sys
 
 import build
+import declarations
 import executable
 import interface_files
 import payload
@@ -51,6 +52,7 @@ def main():
         report = Report()
         built = build.build()
         sources.check_sources(report)
+        declarations.check_declarations(report)
         report.check(built, "every source compiles for arm64 and x86_64 without a warning, and the bundle links")
         if built:
             report.check(build.stage(), "the product installs into a payload tree")
