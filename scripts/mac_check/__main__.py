@@ -1,8 +1,8 @@
 """usage: check-mac
 
 Builds the plug-in for macOS on this machine (Debian 12), arm64 and x86_64, without a warning, against the declarations
-in AppleSDK/; then looks at the product as an installer would put it down, and prints a line for each thing that has to
-be so. It installs nothing. The product is in build/macos-cross/payload afterwards.
+in AppleSDK/; then looks at sources, declarations and the product as an installer would put it down, and prints a line
+for each thing that has to be so. It installs nothing. The product is in build/macos-cross/payload afterwards.
 
 The exit status is 0 when everything is so, 1 when something is not, 2 when a package is missing or an argument is
 wrong."""
