@@ -1,13 +1,8 @@
-# Orvane.bundle on macOS. A build on another system has no ibtool: its bundle holds the interface files as they are.
+# Orvane.bundle on macOS.
 file(GLOB images CONFIGURE_DEPENDS Resources/Images/*.png)
 file(GLOB xibs CONFIGURE_DEPENDS Resources/*.xib)
+find_program(ORVANE_IBTOOL ibtool REQUIRED)
 set(nibs "")
-if(CMAKE_HOST_APPLE)
-  find_program(ORVANE_IBTOOL ibtool REQUIRED)
-else()
-  set(nibs ${xibs})
-  set(xibs "")
-endif()
 foreach(xib IN LISTS xibs)
   get_filename_component(name "${xib}" NAME_WE)
   set(nib "${CMAKE_CURRENT_BINARY_DIR}/${name}.nib")

@@ -166,7 +166,10 @@ static NSString *const kInstallerAddress =
 }
 
 - (IBAction)versionCheckDownloadBtn:(id)sender {
-  RunGuarded([] { [[NSWorkspace sharedWorkspace] openURL:[NSURL URLWithString:kInstallerAddress]]; });
+  RunGuarded([] {
+    NSURL *installer = [NSURL URLWithString:kInstallerAddress];
+    if (installer) [[NSWorkspace sharedWorkspace] openURL:installer];
+  });
 }
 
 - (void)alertDidEnd:(NSAlert *)alert returnCode:(NSInteger)returnCode contextInfo:(void *)contextInfo {

@@ -141,7 +141,7 @@ const ButtonStyle *StyleOfType(int type) {
 - (void)mouseUp:(NSEvent *)event {
   [self setHighlighted:NO];
   if (!enabled) return;
-  [[self target] performSelector:[self action] withObject:self];
+  if (SEL message = [self action]) [[self target] performSelector:message withObject:self];
 }
 
 @end

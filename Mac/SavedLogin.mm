@@ -49,7 +49,7 @@ BOOL SaveLogin(const SavedLogin &login, NSError **error) {
   NSData *json = [NSJSONSerialization dataWithJSONObject:object options:0 error:&jsonError];
   if (!json) NSLog(@"#orvanevorrel error encoding rememberMe data: %@", jsonError);
   KcKeychainQuery *query = Query();
-  [query setPassword:[[[NSString alloc] initWithData:json encoding:NSUTF8StringEncoding] autorelease]];
+  if (json) [query setPassword:[[[NSString alloc] initWithData:json encoding:NSUTF8StringEncoding] autorelease]];
   return [query save:error];
 }
 

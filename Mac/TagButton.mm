@@ -92,7 +92,7 @@ static const CGFloat kRightMargin = 6;
 
 - (void)mouseUp:(NSEvent *)event {
   [self setHighlighted:NO];
-  [[self target] performSelector:[self action] withObject:self];
+  if (SEL message = [self action]) [[self target] performSelector:message withObject:self];
 }
 
 @end

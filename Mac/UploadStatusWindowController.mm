@@ -64,7 +64,6 @@ static NSString *TextAboutFilm() {
 }
 
 @interface UploadStatusWindowController ()
-- (void)runUpload;
 - (NSString *)logInAgain;
 - (void)upload;
 - (void)uploadSucceededWithLink:(NSString *)link;
@@ -146,14 +145,10 @@ static NSString *TextAboutFilm() {
   g_export.activity = ExportState::Activity::kUpload;
   dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
       @autoreleasepool {
-        [controller runUpload];
+        RunGuarded([uploading = controller] { [uploading upload]; });
+        RunOnMainThreadAndWait([uploading = controller] { [uploading uploadEnded]; });
       }
   });
-}
-
-- (void)runUpload {
-  RunGuarded([self] { [self upload]; });
-  RunOnMainThreadAndWait([self] { [self uploadEnded]; });
 }
 
 // What is to be told of it, autoreleased; nil when the user is logged in. On the background queue.

@@ -10,6 +10,8 @@ set(CMAKE_OBJCXX_COMPILER_TARGET arm64-apple-macos)
 set(CMAKE_INSTALL_NAME_TOOL "${llvm}/llvm-install-name-tool")
 set(CMAKE_OSX_SYSROOT "${CMAKE_CURRENT_LIST_DIR}/../AppleSDK")
 cmake_path(NORMAL_PATH CMAKE_OSX_SYSROOT)
+# What stands in for Apple's compiler of interface files.
+set(CMAKE_PROGRAM_PATH "${CMAKE_CURRENT_LIST_DIR}/../scripts/mac_check/tools")
 
 # The compiler calls lipo by that name, and a Mac's libcurl headers are a folder by themselves.
 set(tools "${CMAKE_BINARY_DIR}/tools")

@@ -1,8 +1,8 @@
 """usage: check-mac
 
 Builds the plug-in for macOS on this machine (Debian 12), arm64 and x86_64, without a warning, against the declarations
-in AppleSDK/; then looks at the product as an installer would put it down, and prints a line for each thing that has to
-be so. It installs nothing. The product is in build/macos-cross/payload afterwards.
+in AppleSDK/; then looks at sources, declarations and the product as an installer would put it down, and prints a line
+for each thing that has to be so. It installs nothing. The product is in build/macos-cross/payload afterwards.
 
 The exit status is 0 when everything is so, 1 when something is not, 2 when a package is missing or an argument is
 wrong."""
@@ -11,15 +11,17 @@ import fcntl
 import sys
 
 import build
+import declarations
 import executable
 import interface_files
 import payload
+import sources
 from report import Report
 
 LIMITS = """\
 Not proven here: no Mac, no ibtool and no host was run. The declarations in AppleSDK/ are our own, and what compiles
-and links is as true as they are. The interface files were held against the classes, not compiled. Whether windows look
-right, messages are answered and a signature is accepted, only a Mac shows."""
+and links is as true as they are. The interface files were held against the classes; a stand-in took the place of their
+compiler. Whether windows look right, messages are answered and a signature is accepted, only a Mac shows."""
 
 
 def look_at_product(report):
@@ -30,7 +32,7 @@ def look_at_product(report):
         return
     executable.check_executable(report, payload.EXECUTABLE)
     classes = executable.classes(payload.EXECUTABLE, "x86_64")
-    interface_files.check_interface_files(report, payload.RESOURCES, classes)
+    interface_files.check_interface_files(report, classes)
 
 
 def main():
@@ -49,6 +51,8 @@ def main():
         fcntl.flock(lock, fcntl.LOCK_EX)  # two runs in one tree would take each other's product away
         report = Report()
         built = build.build()
+        sources.check_sources(report)
+        declarations.check_declarations(report)
         report.check(built, "every source compiles for arm64 and x86_64 without a warning, and the bundle links")
         if built:
             report.check(build.stage(), "the product installs into a payload tree")

@@ -10,13 +10,14 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = ROOT / "build" / "macos-cross"
 PAYLOAD = BUILD / "payload"
 LLVM = pathlib.Path("/usr/lib/llvm-19")
+CURL_RELEASES = pathlib.Path("/usr/share/man/man3/libcurl-symbols.3.gz")
 
 # By what a package is seen to be there.
 PACKAGES = {"clang-19": LLVM / "bin/clang++", "lld-19": LLVM / "bin/ld64.lld", "llvm-19": LLVM / "bin/llvm-lipo",
             "libc++-19-dev": LLVM / "include/c++/v1", "libc++abi-19-dev": LLVM / "include/c++/v1/cxxabi.h",
             "musl-dev": pathlib.Path("/usr/include/x86_64-linux-musl"),
             "googletest": pathlib.Path("/usr/src/googletest/googletest/include"),
-            "libcurl4-openssl-dev": pathlib.Path("/usr/include/x86_64-linux-gnu/curl"),
+            "libcurl4-openssl-dev": pathlib.Path("/usr/include/x86_64-linux-gnu/curl"), "libcurl4-doc": CURL_RELEASES,
             "cmake": pathlib.Path("/usr/bin/cmake"), "ninja-build": pathlib.Path("/usr/bin/ninja"),
             "libxml2-utils": pathlib.Path("/usr/bin/xmllint")}
 
@@ -40,7 +41,11 @@ def stage():
     shutil.rmtree(PAYLOAD, ignore_errors=True)
     done = subprocess.run(["cmake", "--install", BUILD], env={**os.environ, "DESTDIR": str(PAYLOAD)}, check=False,
                           stdout=subprocess.DEVNULL)
-    return done.returncode == 0
+    executable = next(PAYLOAD.glob("**/MacOS/*"), None)
+    if done.returncode != 0 or not executable:
+        return False
+    output("llvm-strip", "-S", executable)  # as packing does
+    return True
 
 
 def configured(variable):

@@ -113,9 +113,27 @@ def key_loop_faults(file):
     return faults + [f"{file.name}: Tab never comes to {name}" for name in sorted(set(following) - set(passed))]
 
 
-def check_interface_files(report, resources, classes):
-    paths = sorted(resources.glob("*.xib"))
-    report.same("the four interface files are in the bundle", {path.stem for path in paths}, frozenset(NAMES))
+def presses_return(element):
+    return element.get("keyEquivalent") == "\r" or (
+        element.get("key") == "keyEquivalent" and element.text.strip() == "DQ")  # its base64
+
+
+def window_faults(file):
+    """Two buttons for Return: which one it presses is left to chance. A window that its close releases is released
+    again by its owner."""
+    faults = []
+    for window in file.root.iter("window"):
+        buttons = sum(presses_return(element) for element in window.iter())
+        if buttons > 1:
+            faults.append(f"{file.name}: Return presses {buttons} buttons")
+        if window.get("releasedWhenClosed") != "NO":
+            faults.append(f"{file.name}: releasedWhenClosed is {window.get('releasedWhenClosed')}, not NO")
+    return faults
+
+
+def check_interface_files(report, classes):
+    paths = sorted((ROOT / "Mac/Resources").glob("*.xib"))
+    report.same("there are the four interface files", {path.stem for path in paths}, frozenset(NAMES))
     faults = [fault for path in paths for fault in xml_faults(path)]
     report.none("each is XML", faults)
     if faults:
@@ -131,3 +149,5 @@ def check_interface_files(report, resources, classes):
     report.none("each outlet that a class declares is connected", unconnected(files))
     report.none("each order of the Tab key is a closed loop",
                 [fault for file in files for fault in key_loop_faults(file)])
+    report.none("in each window Return presses at most one button, and closing does not release it",
+                [fault for file in files for fault in window_faults(file)])

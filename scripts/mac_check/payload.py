@@ -12,7 +12,6 @@ from build import PAYLOAD, ROOT
 FOLDER = PAYLOAD / "Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/OrvaneVorrel"
 CONTENTS = FOLDER / "Orvane.bundle/Contents"
 EXECUTABLE = CONTENTS / "MacOS/Orvane"
-RESOURCES = CONTENTS / "Resources"
 IMAGES = ROOT / "Mac/Resources/Images"
 
 
@@ -30,7 +29,7 @@ def read_property_list():
 
 def check_files(report):
     bundle = {"Contents/Info.plist", "Contents/MacOS/Orvane"}
-    bundle |= {f"Contents/Resources/{name}.xib" for name in interface_files.NAMES}
+    bundle |= {f"Contents/Resources/{name}.nib" for name in interface_files.NAMES}
     bundle |= {f"Contents/Resources/{path.name}" for path in IMAGES.glob("*.png")}
     presets = build.configured("ORVANE_PRESET_FILES").split(";")
     expected = {f"Orvane.bundle/{name}" for name in bundle} | set(presets)

@@ -6,6 +6,7 @@
 
 #ifndef __APPLE__
 #import "LinuxTheme.h"
+#include "ViewThread.h"
 #endif
 
 @interface WindowTestRunner : NSObject {
@@ -43,6 +44,9 @@ int main(int argc, char **argv) {
     UseLinuxTheme();
 #endif
     [NSApplication sharedApplication];
+#ifndef __APPLE__
+    ExpectViewsOnMainThread();
+#endif
     [NSApp setDelegate:static_cast<id>([[WindowTestRunner alloc] init])];
     [NSApp run];
   }

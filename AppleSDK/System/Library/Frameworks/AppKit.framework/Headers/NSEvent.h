@@ -14,6 +14,7 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) { NSEventModifierFlagShift 
 + (nullable NSEvent *)mouseEventWithType:(NSEventType)type location:(NSPoint)location modifierFlags:(NSEventModifierFlags)flags timestamp:(NSTimeInterval)time windowNumber:(NSInteger)number context:(nullable NSGraphicsContext *)unused eventNumber:(NSInteger)event clickCount:(NSInteger)clicks pressure:(float)pressure;
 @property (readonly) NSEventType type;
 @property (readonly) NSEventModifierFlags modifierFlags;
+@property (nullable, readonly, copy) NSString *characters;
 @property (nullable, readonly, copy) NSString *charactersIgnoringModifiers;
 @end
 

@@ -19,6 +19,10 @@ typedef NS_ENUM(NSInteger, NSTextAlignment) {
 @interface NSText : NSView
 @property (copy) NSString *string;
 @property (nullable, strong) NSFont *font;
+- (void)copy:(nullable id)sender;
+- (void)cut:(nullable id)sender;
+- (void)paste:(nullable id)sender;
+- (void)selectAll:(nullable id)sender;
 @end
 
 NS_ASSUME_NONNULL_END
