@@ -7,6 +7,11 @@
 #include "ExceptionGuard.h"
 #include "WorkflowState.h"
 
+// What every Edit menu sends and no header of the platform declares.
+@protocol OrvUndoing
+- (void)undo:(id)sender;
+@end
+
 // Whether the event is a press of a key with these modifiers and no other.
 static BOOL IsKeyWithModifiers(NSEvent *event, NSUInteger wanted) {
   const NSUInteger modifiers =

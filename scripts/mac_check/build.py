@@ -10,6 +10,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = ROOT / "build" / "macos-cross"
 PAYLOAD = BUILD / "payload"
 LLVM = pathlib.Path("/usr/lib/llvm-19")
+# Written out here, so that a slip in the build's own variables shows.
+OLDEST_SYSTEM = "10.13"
 CURL_RELEASES = pathlib.Path("/usr/share/man/man3/libcurl-symbols.3.gz")
 
 # By what a package is seen to be there.

@@ -2,7 +2,7 @@
 
 import re
 
-from build import ROOT, configured, output
+from build import OLDEST_SYSTEM, ROOT, output
 
 ENTRY = "_xExportControllerEntry"
 PREFIX = "Orv"
@@ -93,7 +93,7 @@ def methods_with_inherited(found, name):
 
 def check_executable(report, path):
     # There is no macOS before 11 for arm64.
-    minimums = {"arm64": "11.0", "x86_64": configured("CMAKE_OSX_DEPLOYMENT_TARGET")}
+    minimums = {"arm64": "11.0", "x86_64": OLDEST_SYSTEM}
     report.same(f"architectures and their minimum systems: {minimums}", minimum_systems(path), minimums)
     listed = listed_symbols()
     for arch in minimums:

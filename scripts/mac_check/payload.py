@@ -46,7 +46,7 @@ def check_property_list(report):
     report.none("Info.plist is XML", build.xml_faults(CONTENTS / "Info.plist"))
     expected = {"CFBundleExecutable": EXECUTABLE.name, "CFBundlePackageType": "BNDL",
                 "CFBundleIdentifier": build.configured("ORVANE_BUNDLE_IDENTIFIER"),
-                "LSMinimumSystemVersion": build.configured("CMAKE_OSX_DEPLOYMENT_TARGET")}
+                "LSMinimumSystemVersion": build.OLDEST_SYSTEM}
     report.none(f"Info.plist holds {', '.join(expected)}",
                 [f"{key} is {properties.get(key)}, not {value}" for key, value in expected.items()
                  if properties.get(key) != value])
