@@ -76,10 +76,10 @@ void SendEventToOpenMenuFirst(id application, SEL selector, NSEvent *event) {
   }
 }
 
-// The menu that follows the mouse, and whether the mouse button that opened it is still held. Main thread.
+// The menu that follows the mouse, and the press that opened it as long as the mouse button is held; not owned. Main
+// thread.
 NSMenuView *followed_menu = nil;
-bool opening = false;
-NSPoint pressed_at;
+NSEvent *press = nil;
 
 // Where the mouse stood when a key was pressed: as long as it stays there, the keys move through the menu.
 NSPoint rests_at;
@@ -91,10 +91,9 @@ NSPoint PlaceOf(NSEvent *event) {
 }
 
 void OpenMenu(id button, SEL selector, NSEvent *event) {
-  opening = true;
-  pressed_at = PlaceOf(event);
+  press = event;
   original_mouse_down(button, selector, event);
-  opening = false;
+  press = nil;
 }
 
 BOOL FollowMouse(id menu, SEL selector, NSEvent *event) {
@@ -110,8 +109,9 @@ BOOL FollowMouse(id menu, SEL selector, NSEvent *event) {
 // Whether the menu stays when the mouse button is let go: after the click that opened it, and on what opens another.
 bool StaysOpen(NSEvent *release) {
   const NSPoint place = PlaceOf(release);
-  const bool opened = opening && std::hypot(place.x - pressed_at.x, place.y - pressed_at.y) < kClickRadius;
-  opening = false;
+  const NSPoint pressed_at = press ? PlaceOf(press) : NSZeroPoint;
+  const bool opened = press && std::hypot(place.x - pressed_at.x, place.y - pressed_at.y) < kClickRadius;
+  press = nil;
   if (opened) {
     // From now on a click on the windows of other programs is one on this menu, too, and closes it.
     NSWindow *window = [followed_menu window];
