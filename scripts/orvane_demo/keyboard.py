@@ -21,7 +21,10 @@ class KeyboardDriver(Driver):
         print("  choosing project and folder by keyboard")
         self.choose("upload-projects", "Down", "Down", "Up")
         # Escape leaves the menu, not the window.
-        self.screen.press("Tab", "Down", "Down", "Escape")
+        self.screen.press("Tab")
+        self.screen.open_menu(lambda: self.screen.press("Down"))
+        self.screen.press("Down")
+        self.screen.close_menu(lambda: self.screen.press("Escape"))
         self.choose("upload-folders", "Down", "Down")
         self.screen.press("Tab")
         self.screen.type(TITLE)
@@ -41,8 +44,8 @@ class KeyboardDriver(Driver):
 
     def choose(self, picture, *keys):
         """Opens the menu of the pop-up button that has the keyboard, walks it with these keys and takes the item."""
-        self.screen.press_for_menu("Down")
+        self.screen.open_menu(lambda: self.screen.press("Down"))
         self.screen.press(*keys)
         self.screen.expect_still("the menu")
         self.screen.expect_picture(picture)
-        self.screen.press_for_menu("Return")
+        self.screen.close_menu(lambda: self.screen.press("Return"))

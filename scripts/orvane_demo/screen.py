@@ -35,30 +35,39 @@ class Screen:
 
     def find(self, title):
         """Whether there is a window with exactly this title."""
-        # The window manager's list; a search through all windows ends when one goes away below its hands.
-        windows = (line.split(None, 3) for line in self.run("wmctrl", "-l").decode().splitlines())
-        self._window = next((window for window, *_, name in windows if name == title), None)
+        self._window = next((window for window, name in self._windows().items() if name == title), None)
         return self._window
 
     # Events are taken in the order in which they come. One is for what lies on the screen at that time: only a window or
-    # a menu that an event opens is waited for.
+    # a menu that opens or closes is waited for.
 
     def click(self, x, y):
         self._point(x, y)
         self._xdotool("click", 1)
 
+    def open_menu(self, act):
+        """Does what opens a menu, and waits for that."""
+        before = self._windows().keys()
+        act()
+        self._menu = None
+        if not wait_until(30, lambda: self._appeared(before)):
+            self._fail("no menu opens")
+
+    def close_menu(self, act):
+        """Does what closes the menu that was opened last, and waits until the window below has the keyboard again."""
+        act()
+        if not wait_until(30, lambda: self._menu not in self._windows()):
+            self._fail("the menu does not close")
+        self._xdotool("windowfocus", "--sync", self._window)
+
     def choose(self, picture, *places):
         """Clicks at the places, of which each but the last opens a menu, and takes a picture before the last."""
-        below = set()
-        for number, place in enumerate(places):
-            self._point(*place)
-            if not wait_until(30, lambda: self._window_at_pointer() not in below):
-                self._fail("no menu opens")
-            below.add(self._window_at_pointer())
-            if number == len(places) - 1:
-                self.expect_still("the menu")
-                self.expect_picture(picture)
-            self.click(*place)
+        for place in places[:-1]:
+            self.open_menu(lambda: self.click(*place))
+        self._point(*places[-1])
+        self.expect_still("the menu")
+        self.expect_picture(picture)
+        self.click(*places[-1])
 
     def type(self, text):
         # Not as an argument, which everybody on the machine can read: it may be a password.
@@ -66,13 +75,6 @@ class Screen:
 
     def press(self, *keys):
         self._xdotool("key", *keys)
-
-    def press_for_menu(self, key):
-        """Presses a key that opens or closes a menu, and does nothing else that can be seen."""
-        before = self._grab("root")
-        self.press(key)
-        if not wait_until(30, lambda: self._grab("root") != before):
-            self._fail(f"{key} does nothing to a menu")
 
     def expect_still(self, what, window="root"):
         """Waits until that is drawn: until it looks the same as a moment ago."""
@@ -112,14 +114,18 @@ class Screen:
     def _point(self, x, y):
         self._xdotool("mousemove", self._left + x, self._top + y)
 
-    def _window_at_pointer(self):
-        return self._xdotool("getmouselocation", "--shell").split()[-1]
+    def _windows(self):
+        """The titles by window, menus included, as the window manager lists them. A search of one's own through all
+        windows ends when one goes away below its hands."""
+        lines = (line.split(None, 3) for line in self.run("wmctrl", "-l").decode().splitlines())
+        return {window: "".join(title) for window, _, _, *title in lines}
 
-    def _grab(self, window):
-        return self.run("import", "-window", window, "-silent", "rgba:-")
+    def _appeared(self, before):
+        self._menu = next(iter(self._windows().keys() - before), None)
+        return self._menu
 
     def _settled(self, window):
-        before, self._look = self._look, self._grab(window)
+        before, self._look = self._look, self.run("import", "-window", window, "-silent", "rgba:-")
         return self._look and self._look == before
 
     def _fail(self, sentence):
