@@ -123,6 +123,34 @@ TEST(ExportControllerAlone, ChoosesThePresetByTheFrameSize) {
   sSequenceInfoSuitePtr = nullptr;
 }
 
+// The names that the header brings beside those of the export.
+TEST(ExportControllerAlone, DeclaresItsNames) {
+  g_pCompleteFunc = showCompleteWindow;
+  g_pUpdFunc = progressUpdate;
+  sErrorSuitePtr = nullptr;
+  sTimeSuitePtr = nullptr;
+  ecStdParms parameters = {};
+  ExportControllerInitRec init = {};
+  EXPECT_EQ(ecStartup(&parameters, &init) + ecShutdown(&parameters), 0);
+  prUTF16Char path[256] = {};
+  copyConvertStringLiteralIntoUTF16(L"/name", path);
+  EXPECT_EQ(setDestinationPath(path, "/name"), 0);
+  EXPECT_FALSE(fileExists(path));
+  prUTF16Char copy[256] = {};
+  prUTF16CharCopy(copy, path);
+  EXPECT_EQ(prUTF16CharLength(copy), prUTF16CharLength(path));
+  csSDK_int32 scale = 1, sample_size = 1;
+  PrTime time = 1;
+  ConvertPrTimeToScaleSampleSize(nullptr, 0, &scale, &sample_size);
+  ConvertScaleSampleSizeToPrTime(nullptr, scale, sample_size, &time);
+  char narrow[8] = "";
+  wchar_t wide[8] = L"";
+  safeStrCpy(narrow, sizeof(narrow), timestr(12).c_str());
+  safeWcscat(wide, 8, L"12");
+  EXPECT_STREQ(narrow, "12");
+  EXPECT_STREQ(wide, L"12");
+}
+
 TEST(ExportControllerAlone, CleansUpEverything) {
   std::string* const texts[] = {&g_sd, &g_un, &g_pw, &g_step, &g_prj, &g_fld, &g_fpath, &g_title, &g_desc};
   for (std::string* text : texts) *text = "x";

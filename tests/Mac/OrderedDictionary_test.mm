@@ -107,16 +107,17 @@ TEST(OrderedDictionary, ArchivesKeepClassAndOrder) {
 TEST(OrderedDictionary, RefusesDuplicateKeys) {
   for (Class type in @[ [OrderedDictionary class], [MutableOrderedDictionary class] ]) {
     NSDictionary *twice = [type alloc];
-    EXPECT_NE(Raised([twice] { [twice initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]]; }), "");
+    const std::string raised = Raised([twice] { [twice initWithObjects:@[ @"1", @"2" ] forKeys:@[ @"a", @"a" ]]; });
+    EXPECT_NE(raised.find("[_keys count] == [_values count]"), std::string::npos) << raised;
     [twice release];
   }
   OrderedDictionary *twice = [OrderedDictionary alloc];
-  EXPECT_NE(Raised([twice] {
-              id objects[] = {@"1", @"2"};
-              id<NSCopying> keys[] = {@"a", @"a"};
-              [twice initWithObjects:objects forKeys:keys count:2];
-            }),
-            "");
+  const std::string raised = Raised([twice] {
+    id objects[] = {@"1", @"2"};
+    id<NSCopying> keys[] = {@"a", @"a"};
+    [twice initWithObjects:objects forKeys:keys count:2];
+  });
+  EXPECT_NE(raised.find("[_keys count] == count"), std::string::npos) << raised;
   [twice release];
 }
 

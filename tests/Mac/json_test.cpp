@@ -43,6 +43,21 @@ TEST(JsonValue, EveryNumberReadsAsIntFloatAndDouble) {
   EXPECT_EQ(Value(std::nan("")).ToInt(), 0);
 }
 
+TEST(JsonValue, AFloatKeepsTheDoubleThatItWasGiven) {
+  const FloatValue original(2.75f, 9.5);
+  Value assigned(3);
+  assigned = original;
+  for (const Value& copy : {Value(original), assigned}) {
+    EXPECT_EQ(copy.GetType(), json::FloatVal);
+    EXPECT_EQ(copy.ToInt(), 2);
+    EXPECT_EQ(copy.ToFloat(), 2.75f);
+    EXPECT_EQ(copy.ToDouble(), 9.5);
+  }
+  Array array;
+  array.push_back(original);
+  EXPECT_EQ(json::Serialize(Value(array)), "[2.750000]");
+}
+
 TEST(JsonValue, AReadOfTheWrongTypeThrowsTheMessageOfThatRead) {
   Value flag(true);
   const Value& constant = flag;
