@@ -120,6 +120,8 @@ TEST(ExportControllerAlone, ChoosesThePresetByTheFrameSize) {
     EXPECT_NE(log.find(std::string("[orvanevorrel: selected ") + item.name + " preset]"), log.npos) << size;
     EXPECT_EQ(preset_of_render, std::string(ORVANE_PLUGIN_FOLDER "/") + item.preset) << size;
   }
+  EXPECT_EQ(xExportControllerEntry(ecSelShutdown, nullptr, nullptr), 0);
+  sExportControllerSuitePtr = nullptr;
   sSequenceInfoSuitePtr = nullptr;
 }
 
