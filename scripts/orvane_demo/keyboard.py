@@ -25,6 +25,7 @@ class KeyboardDriver(Driver):
         self.screen.open_menu(lambda: self.screen.press("Down"))
         self.screen.press("Down")
         self.screen.close_menu(lambda: self.screen.press("Escape"))
+        self.screen.expect(UPLOAD.title)
         self.choose("upload-folders", "Down", "Down")
         self.screen.press("Tab")
         self.screen.type(TITLE)
@@ -49,3 +50,5 @@ class KeyboardDriver(Driver):
         self.screen.expect_still("the menu")
         self.screen.expect_picture(picture)
         self.screen.close_menu(lambda: self.screen.press("Return"))
+        # The keyboard comes back to the window.
+        self.screen.expect(UPLOAD.title)

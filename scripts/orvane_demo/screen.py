@@ -54,11 +54,10 @@ class Screen:
             self._fail("no menu opens")
 
     def close_menu(self, act):
-        """Does what closes the menu that was opened last, and waits until the window below has the keyboard again."""
+        """Does what closes the menu that was opened last, and waits for that: it lies over what is clicked on next."""
         act()
         if not wait_until(30, lambda: self._menu not in self._windows()):
             self._fail("the menu does not close")
-        self._xdotool("windowfocus", "--sync", self._window)
 
     def choose(self, picture, *places):
         """Clicks at the places, of which each but the last opens a menu, and takes a picture before the last."""
@@ -67,7 +66,7 @@ class Screen:
         self._point(*places[-1])
         self.expect_still("the menu")
         self.expect_picture(picture)
-        self.click(*places[-1])
+        self.close_menu(lambda: self.click(*places[-1]))
 
     def type(self, text):
         # Not as an argument, which everybody on the machine can read: it may be a password.
