@@ -75,6 +75,8 @@ class Listener : public orvane_host::SessionListener {
 - (void)applicationDidFinishLaunching:(NSNotification *)notification {
   _mainWindow = [[OHostMainWindow alloc] initWithSequence:_sequence delegate:self];
   _progress = [[OHostRenderProgress alloc] init];
+  // AppKit does so only when the window has come to the front, which changes its height below the first click.
+  [[_mainWindow window] setMenu:[NSApp mainMenu]];
   [[_mainWindow window] makeKeyAndOrderFront:nil];
   [self startPlugins];
   _heartbeat = [NSTimer timerWithTimeInterval:kBeat target:self selector:@selector(beat:) userInfo:nil repeats:YES];
