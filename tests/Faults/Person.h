@@ -14,8 +14,8 @@ namespace window_test {
 class Person {
  public:
   /// What the person notes goes into seen; both must outlive this object. wish may hold
-  /// "meanwhile": "export", "shutdown" or "kill", done once when the window of the title "in" is up,
-  /// after which the file "interrupted" is there; "remember" (bool), "again" (bool: log in once more, without it),
+  /// "meanwhile": "export", "shutdown", "kill" or "end" (of its loop), done once when the window of the title "in" is
+  /// up, after which the file "interrupted" is there; "remember" (bool), "again" (bool: log in once more, without it),
   /// "download" (bool: press the button of the notice of a newer version),
   /// "vanish" (a folder that goes before Upload is pressed), "open" (bool: press the button of the complete window),
   /// "tries" (how often a failed upload of an export is tried again) and "close" (bool: then close its window).

@@ -87,6 +87,7 @@ bool Person::Interrupts(NSString *title) {
   interrupted_ = true;
   if (what == "kill") raise(SIGKILL);
   if (what == "shutdown") host_.Shutdown();
+  if (what == "end") [NSApp stopModal];
   if (what == "export") seen_["second"] = host_.ExportTimeline();
   std::ofstream(wish_.value("interrupted", ""));
   return true;

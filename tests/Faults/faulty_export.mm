@@ -75,10 +75,14 @@ void RunRow(const json &row, json &seen) {
         }
       });
   seen["modal"] = [NSApp modalWindow] != nil;
+  for (NSWindow *window in [NSApp windows]) {
+    if ([window isVisible]) seen["windows"].push_back([[window title] UTF8String]);
+  }
+  fputs("The host shuts down.\n", stderr);
   host.Shutdown();
   seen["growth"] = (ProcessMemory("VmHWM") - before) / 1024;
   for (const auto &event : host.Events()) seen["events"].push_back({event.type, event.title + ": " + event.text});
-  seen["saved"] = ItemIsSaved();
+  seen["saved"] = SavedItem();
 }
 
 }  // namespace
@@ -87,7 +91,8 @@ TEST(FaultyExport, EndsInOrder) {
   const char *text = getenv("ORVANE_FAULT");
   const json row = json::parse(text ? text : "", nullptr, false);
   ASSERT_TRUE(row.is_object()) << "ORVANE_FAULT holds no row";
-  json seen = {{"answers", json::array()}, {"alerts", json::array()}, {"events", json::array()}};
+  json seen = {
+      {"answers", json::array()}, {"alerts", json::array()}, {"events", json::array()}, {"windows", json::array()}};
   RunRow(row, seen);
   WriteFile(row["report"], seen.dump(-1, ' ', false, json::error_handler_t::replace));
 }

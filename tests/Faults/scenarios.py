@@ -35,17 +35,22 @@ def event(kind, part):
     return lambda seen: len(seen) == 1 and seen[0][0] == kind and part in seen[0][1][:-8]
 
 
-UPLOADED = {"answers": [0], "alerts": [], "events": [], "films": 0, "stored": bool, "saved": True}
-KEPT = {"answers": [0], "alerts": alerts("There was an error uploading to Orvane."), "events": [], "films": 1,
-        "saved": True, "progress": lambda text: "VorrelExport_" in text, "another try": True}
-NO_PROJECT = {"answers": [0], "alerts": alerts("You must select a project."), "films": 0, "saved": True}
-NO_FOLDER = {"answers": [0], "alerts": alerts("You must select a folder."), "films": 0, "saved": True}
-NOT_REACHED = {"answers": [0], "alerts": alerts("Could not connect to the Orvane server."), "films": 0, "saved": False}
+# What is so unless a row says otherwise.
+ALWAYS = {"ended": 0, "growth": lambda mib: mib <= 512, "modal": False, "at the root": 0, "answers": [0], "alerts": [],
+          "events": [], "windows": [], "facades": 0, "films": 0, "saved": True}
+UPLOADED = {"stored": bool}
+NOT_UPLOADED = {"alerts": alerts("There was an error uploading to Orvane."), "windows": ["Orvane: Not Uploaded"],
+                "facades": 1}
+KEPT = {**NOT_UPLOADED, "films": 1, "progress": lambda text: "VorrelExport_" in text, "another try": True}
+NO_PROJECT = {"alerts": alerts("You must select a project.")}
+NO_FOLDER = {"alerts": alerts("You must select a folder.")}
+NOT_REACHED = {"alerts": alerts("Could not connect to the Orvane server."), "saved": False}
 SAVED_IS_BAD = "The saved Orvane username and/or password is invalid."
 # A log-in's answer of more than a megabyte holds no token: it counts as a refusal.
 TOO_LONG = {**NOT_REACHED, "alerts": alerts(SAVED_IS_BAD, "Invalid username or password.")}
-BROKEN = {"answers": [-1], "alerts": [], "events": event(3, "The export to Orvane was stopped: "), "films": 0, "saved": True}
-UNTOLD = {}  # it ends, within its limits: nothing more is laid down
+BROKEN = {"answers": [-1], "events": event(3, "The export to Orvane was stopped: ")}
+# It ends, within its limits: nothing more is laid down.
+UNTOLD = dict.fromkeys(("answers", "alerts", "events", "windows", "films", "saved"), lambda seen: True)
 UNSAVED = {**UPLOADED, "saved": False}
 
 # What comes of an answer that is lost on the way, and of one that cannot be read.
@@ -345,26 +350,25 @@ def tree_rows():
 
 
 def machine_rows():
-    lost = {"answers": lambda answers: answers[0] != 0, "alerts": alerts("There was an error uploading"), "films": 0,
-            "another try": False}
+    lost = {**NOT_UPLOADED, "answers": [1], "another try": False}
+    no_preset = {**lost, "answers": [-1], "events": event(3, "SDK Export Controller error: No preset found.")}
     yield Row("disk: the temporary folder is full", lost, setting="full", wish={"seconds": 4}, everyday=True)
-    yield Row("disk: the temporary folder is missing", lost, setting="missing", everyday=True)
-    yield Row("disk: the temporary folder has no path", lost, setting="no path")
-    yield Row("disk: the temporary folder vanishes before the render", lost, setting="vanish")
+    yield Row("disk: the temporary folder is missing", no_preset, setting="missing", everyday=True)
+    yield Row("disk: the temporary folder has no path", no_preset, setting="no path")
+    yield Row("disk: the temporary folder vanishes before the render", no_preset, setting="vanish")
     yield Row("disk: the temporary folder's path is long", {
         **KEPT, "progress": lambda text: "is too long" in text and "/tmp/VorrelExport_" in text.replace("\n", ""),
         "another try": False}, setting="long", everyday=True)
-    yield Row("presets: all are missing", {
-        "answers": [0], "alerts": alerts("('Orvane.epr' not found in '/Library/"), "events": [], "films": 0, "saved": True},
-        setting="no presets", everyday=True)
-    yield Row("presets: that of a small film is missing", {
-        **lost, "answers": [-1], "events": event(3, "SDK Export Controller error: No preset found.")},
-        setting="one preset", everyday=True)
+    yield Row("presets: all are missing", {"alerts": alerts("('Orvane.epr' not found in '/Library/")},
+              setting="no presets", everyday=True)
+    yield Row("presets: that of a small film is missing", no_preset, setting="one preset", everyday=True)
     for setting, why in (("no bus", "No keychain is available."), ("no keyring", "No keychain is available."),
                          ("locked", "User interaction is not allowed.")):
         # The window stays, and a second log-in is needed. Nobody is asked to unlock a keyring.
         yield Row(f"keyring: {setting}, and it shall remember", {**UNSAVED, "alerts": alerts(why), "logins": 2}, saved=None,
                   setting=setting, limit=60, wish={"remember": True, "again": True}, everyday=setting != "no keyring")
+    yield Row("keyring: locked, and the log-in is closed", {"alerts": alerts(why), "saved": False, "stored": 0}, saved=None,
+              setting="locked", limit=60, wish={"remember": True}, everyday=True)
     yield Row("keyring: remembers", UPLOADED, saved=None, wish={"remember": True}, everyday=True)
     items = {"no JSON": "rubbish", "a list": "[]", "other types": '{"orvaneSubdomain":1,"un":[],"p":{}}',
              "1 MB": "x" * MIB, "nested 50,000 deep": NESTED, "nested in a member": f'{{"orvaneSubdomain":{NESTED}}}', "nothing": " "}
@@ -374,8 +378,10 @@ def machine_rows():
                   everyday=what in ("a list", "other types", "nested 50,000 deep"))
     for name in ("OrvaneUI", "OrvaneUploadWindowController", "UploadStatusWindowController",
                  "UploadCompleteWindowController"):
-        yield Row(f"bundle: without {name}", {"modal": False}, setting=f"without {name}",
-                  saved=None if name == "OrvaneUI" else LOGIN, everyday=name != "UploadStatusWindowController")
+        saved = name != "OrvaneUI"
+        expect = UPLOADED if name.startswith("Upload") else {**BROKEN, "saved": saved}
+        yield Row(f"bundle: without {name}", expect, setting=f"without {name}", saved=LOGIN if saved else None,
+                  everyday=name != "UploadStatusWindowController")
 
 
 def host_rows():
@@ -385,9 +391,15 @@ def host_rows():
         good = {**UPLOADED, "saved": saved is not None}
         yield Row(f"host: exports again in {window}", {**good, "second": -1, "events": event(2, "Orvane")}, later,
                   {**wish, "meanwhile": "export"}, saved, everyday=True)
-        finishes = good if window.startswith("Upload") and window != "Upload" else {"saved": saved is not None}
+        finishes = good if window.startswith("Upload") and window != "Upload" else {
+            **NOT_UPLOADED, "saved": saved is not None}
         yield Row(f"host: shuts down in {window}", finishes, later, {**wish, "meanwhile": "shutdown"}, saved,
                   everyday=window == "Log In")
+    for window in ("Log In", "Upload", "Upload Complete"):
+        yield Row(f"host: ends the loop of {window}", {
+            **UPLOADED, "answers": [0, 0], "stored": 2 if window == "Upload Complete" else 1, "saved": window != "Log In"},
+            wish={"in": f"Orvane: {window}", "meanwhile": "end", "times": 2},
+            saved=None if window == "Log In" else LOGIN, everyday=True)
     killed = {"ended": -9, "films": 1}
     for window, films in (("Log In", 0), ("Uploading", 1)):
         yield Row(f"host: killed in {window}", {**killed, "films": films}, {"upload": after_the_interruption},
@@ -408,12 +420,11 @@ def many_rows():
     for name, times in (("twenty", 20), ("fifty", 50)):
         yield Row(f"{name} exports", {**UPLOADED, "answers": [0] * times, "stored": times, "levels": level},
                   wish={"times": times}, limit=200, everyday=times == 20)
-    yield Row("three exports whose upload fails", {
-        "answers": [0, 0, 0], "alerts": lambda seen: len(seen) == 3, "films": bool, "saved": True},
-        {"upload": lambda exchange: faults[next(count) % 3](exchange)}, {"times": 3}, everyday=True)
-    yield Row("fifty exports whose upload fails", {
-        "answers": [0] * 50, "alerts": lambda seen: len(seen) == 50, "films": bool, "saved": True, "levels": level},
-        {"upload": lambda exchange: faults[next(count) % 3](exchange)}, {"times": 50}, limit=200)
+    for times in (3, 50):
+        yield Row(f"{times} exports whose upload fails", {
+            **NOT_UPLOADED, "answers": [0] * times, "alerts": lambda seen, times=times: len(seen) == times,
+            "films": times, "levels": level if times == 50 else bool},
+            {"upload": lambda exchange: faults[next(count) % 3](exchange)}, {"times": times}, limit=200, everyday=times == 3)
 
 
 def rows():

@@ -29,12 +29,12 @@ void ForgetItem() {
   secret_password_clear_sync(Schema(), nullptr, nullptr, "service", kService, "account", kAccount, nullptr);
 }
 
-bool ItemIsSaved() {
+std::string SavedItem() {
   gchar* secret =
       secret_password_lookup_sync(Schema(), nullptr, nullptr, "service", kService, "account", kAccount, nullptr);
-  const bool found = secret != nullptr;
+  const std::string text = secret ? secret : "";
   secret_password_free(secret);
-  return found;
+  return text;
 }
 
 }  // namespace window_test

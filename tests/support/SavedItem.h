@@ -11,7 +11,7 @@ bool SaveItem(const std::string& text);
 /// Deletes the item if there is one.
 void ForgetItem();
 
-/// Whether the keyring holds the item and gives it out.
-bool ItemIsSaved();
+/// What the item holds; empty when the keyring has none or does not give it out.
+std::string SavedItem();
 
 }  // namespace window_test
