@@ -169,6 +169,8 @@ TEST_F(KcKeychainQueryTest, SynchronisationNarrowsTheSearch) {
   KcKeychainQuery *synchronised = Query(@"both", KcKeychainSynchronizationModeYes);
   ASSERT_TRUE([synchronised fetch:NULL]);
   EXPECT_STREQ([[synchronised password] UTF8String], "synchronised");
+  NSDictionary *item = [[Query(@"both", KcKeychainSynchronizationModeYes) fetchAll:NULL] lastObject];
+  EXPECT_TRUE([[item objectForKey:(id)kSecAttrSynchronizable] boolValue]);
   EXPECT_TRUE([synchronised deleteItem:NULL]);
   EXPECT_FALSE([Query(@"both", KcKeychainSynchronizationModeYes) fetch:NULL]);
   EXPECT_TRUE([Query(@"both", KcKeychainSynchronizationModeNo) fetch:NULL]);

@@ -36,6 +36,8 @@ TEST(KcKeychain, SavesReplacesReadsAndDeletes) {
     error = nil;
     EXPECT_FALSE([KcKeychain deletePasswordForService:@"round trip" account:@"Jörg" error:&error]);
     EXPECT_EQ([error code], errSecItemNotFound);
+    EXPECT_FALSE([KcKeychain setPassword:nil forService:@"round trip" account:@"Jörg" error:&error]);
+    EXPECT_EQ([error code], -1001) << "no password";
   }
 }
 

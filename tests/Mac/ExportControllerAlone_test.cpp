@@ -1,7 +1,10 @@
 // The workflow with a facade of this test, through its entry, as somebody sees it who includes its header and no other.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "Deployment.h"
+#include "ExceptionGuard.h"
 #include "ExportController.h"
 #include "OrvaneUI.h"
 
@@ -14,6 +17,7 @@ int facades = 0;
 std::string step_before_launch;
 std::string link_shown;
 double sent = 0;
+bool fails = false;
 
 }  // namespace
 
@@ -26,6 +30,7 @@ OrvaneUI::~OrvaneUI() {
 void OrvaneUI::Launch() {
   ++launches;
   step_before_launch = g_step;
+  if (fails) RunGuarded([] { throw std::runtime_error("in a window"); });
   g_step = "upload";
 }
 void OrvaneUI::UploadDlg() {
@@ -96,6 +101,17 @@ TEST(ExportControllerAlone, RunsEveryExportWhole) {
   EXPECT_EQ(link_shown, "link");
   EXPECT_EQ(xExportControllerEntry(ecSelShutdown, nullptr, nullptr), 0);
   EXPECT_EQ(facades, 0);
+}
+
+TEST(ExportControllerAlone, AnExportThatFailedInAWindowIsTheHostsOnce) {
+  const PrSDKExportControllerSuite suite = {Query, Render};
+  sExportControllerSuitePtr = &suite;
+  for (const bool failing : {true, false}) {
+    fails = failing;
+    EXPECT_EQ(Export(), failing ? -1 : 77);
+  }
+  EXPECT_EQ(xExportControllerEntry(ecSelShutdown, nullptr, nullptr), 0);
+  sExportControllerSuitePtr = nullptr;
 }
 
 TEST(ExportControllerAlone, ChoosesThePresetByTheFrameSize) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "ExportState.h"
 #include "TemporaryFolder.h"
 #include "WorkflowState.h"
 
@@ -71,6 +72,7 @@ TEST(ExportControllerPaths, RefusesAFullPathOf255Units) {
     const csSDK_int32 status = setDestinationPath(buffer.units.data(), name);
     EXPECT_EQ(status, folder_length + 54 < 255 ? 0 : -1) << folder_length;
     EXPECT_FALSE(buffer.Overrun()) << folder_length;
+    EXPECT_EQ(g_export.film, folder.Path() + name) << "where the host may write";
     const std::string expected = status == 0 ? folder.Path() + name : folder.Path().substr(0, 255);
     EXPECT_EQ(Read(buffer.units.data()), std::u16string(expected.begin(), expected.end()));
     // The path for the upload takes 127 bytes of the folder.

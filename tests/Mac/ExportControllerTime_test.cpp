@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <utility>
 
 namespace {
@@ -44,12 +45,18 @@ PrTime DurationOf(csSDK_int32 scale, csSDK_int32 sample_size) {
   return duration;
 }
 
+struct Grouping : std::numpunct<char> {
+  std::string do_grouping() const override { return "\3"; }
+};
+
 }  // namespace
 
 TEST(ExportControllerTime, WritesTimesAsPlainDigits) {
+  const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
   EXPECT_EQ(timestr(1795000000), "1795000000");
   EXPECT_EQ(timestr(0), "0");
   EXPECT_EQ(timestr(-12), "-12");
+  std::locale::global(before);
 }
 
 TEST(ExportControllerTime, ReadsARateFromAFramesDuration) {

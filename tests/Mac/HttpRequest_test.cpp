@@ -126,6 +126,11 @@ TEST_F(HttpRequestTest, AnyAnswerIsABodyWhateverItsStatus) {
     EXPECT_EQ(HttpRequest::post(kHost + "/", "a=b"), answer.body);
     EXPECT_EQ(Upload(file), answer.body);
   }
+  Response moved = TextResponse("moved", 302);
+  moved.headers = {{"Location", "/there"}};
+  server_.Route("/", moved);
+  server_.RouteOthers([](const Request& request) { return TextResponse(request.target); });
+  EXPECT_EQ(HttpRequest::get(kHost + "/"), "/there");
 }
 
 TEST_F(HttpRequestTest, UploadSendsItsPartsInOrderAndLeavesOutWhatIsEmpty) {

@@ -193,6 +193,9 @@ TEST_F(OrvaneUploadWindowControllerTest, HandsOverWhatWasEntered) {
       [window makeFirstResponder:[controller fileDescription]];
       PressKey(window, @"\t");
       EXPECT_EQ([[[controller tagView] tagTextField] currentEditor], [window firstResponder]) << "no tab in the text";
+      [window makeFirstResponder:[controller fileDescription]];
+      PressKey(window, @"\x19", NSShiftKeyMask);
+      EXPECT_EQ([[controller inputTitle] currentEditor], [window firstResponder]);
       Press([controller uploadBtn]);
     });
   });

@@ -37,6 +37,12 @@ TEST(RoundedButton, EachStyleHasItsBackgroundsAndFont) {
   RoundedButton *button = Button(4);
   [button setType:5];
   EXPECT_EQ([[button backgroundView] type], 12);
+  [button setTitleString:@"Render"];
+  [button setTitleColor:[NSColor clearColor]];
+  EXPECT_TRUE([[[[button titleLabel] attributedStringValue] attribute:NSForegroundColorAttributeName
+                                                              atIndex:0
+                                                       effectiveRange:NULL] isEqual:[NSColor clearColor]]);
+  EXPECT_TRUE([[button accessibilityLabel] isEqual:@"Render"]);
 }
 
 TEST(RoundedButton, ADisabledOneShowsThePressButSendsNothing) {

@@ -82,6 +82,9 @@ TEST_F(UploadCompleteWindowControllerTest, OpensOnlyAddressesOfTheWebAndNothingW
                                      : "Your film is on Orvane, which gave no address to open it at.");
       EXPECT_TRUE([[[controller linkLabel] stringValue] isEqualToString:link ? link : @""]) << "it can be copied";
       EXPECT_STREQ([[[controller openOrvaneBtn] title] UTF8String], "Close");
+      EXPECT_TRUE([[[[controller openOrvaneBtn] attributedTitle] attribute:NSForegroundColorAttributeName
+                                                                   atIndex:0
+                                                            effectiveRange:NULL] isEqual:[NSColor whiteColor]]);
       Press([controller openOrvaneBtn]);
     });
   }

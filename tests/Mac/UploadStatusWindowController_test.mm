@@ -48,6 +48,7 @@ class UploadStatusWindowControllerTest : public testing::Test {
     };
     ASSERT_EQ(client_.login("acme", "editor", "secret"), "success");
     status_controller = [[UploadStatusWindowController alloc] initWithProjectsApiPointer:&client_];
+    height_ = Height();
   }
 
   void TearDown() override {
@@ -56,16 +57,22 @@ class UploadStatusWindowControllerTest : public testing::Test {
   }
 
   // Presses the button when it is offered, and waits for what the upload brings then.
-  static void TryAgain(Script &actions) {
+  void TryAgain(Script &actions) {
     NSButton *button = [status_controller tryAgainBtn];
     actions.WaitFor("another try", [button] { return ![button isHidden]; });
+    // The display may still tell of an earlier size.
+    actions.WaitFor("room for the text", [this] { return Height() > height_; });
     actions.OnMain([button] {
       Press(button);
       EXPECT_TRUE([button isHidden]);
       EXPECT_TRUE([[status_controller closeBtn] isHidden]);
       EXPECT_FALSE([[status_controller progressBar] isHidden]);
     });
+    actions.WaitFor("the height of before", [this] { return Height() == height_; });
   }
+
+  // Of its inside: what the window manager puts around it is known only when a window stands.
+  static CGFloat Height() { return NSHeight([[[status_controller uploadStatusWindow] contentView] frame]); }
 
   static std::string Text(NSTextField *label) { return [[label stringValue] UTF8String]; }
 
@@ -73,8 +80,10 @@ class UploadStatusWindowControllerTest : public testing::Test {
 
   ScriptedApi api_;
   OrvaneProjectsAPI client_;
+  CGFloat height_ = 0;
   const TemporaryFolder folder_;
-  const std::string file_ = folder_ / "VorrelExport_test.mp4";
+  // Where it is takes more lines than the window has.
+  const std::string file_ = folder_ / ("VorrelExport_" + std::string(80, '7') + ".mp4");
 };
 
 }  // namespace
@@ -126,6 +135,7 @@ TEST_F(UploadStatusWindowControllerTest, ARefusalLeavesFileAndWindow) {
       {ScriptedApi::Refusal("The folder is full."), "The folder is full."},
       {"<html>no JSON</html>", ""},
       {R"({"root":{"status":1,"message":5}})", "5"},
+      {R"({"root":{"status":1,"message":true}})", ""},
       {"\xff\xfe", ""},
   };
   for (const auto &[answer, message] : cases) {
@@ -136,7 +146,11 @@ TEST_F(UploadStatusWindowControllerTest, ARefusalLeavesFileAndWindow) {
           [status_controller showWindow];
           SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
         },
-        [&texts](Script &actions) { texts = DismissAlertWhenItComes(actions); });
+        [&texts](Script &actions) {
+          actions.WaitFor("the alert", [] { return AlertPanel() != nil; });
+          EXPECT_FALSE(UploadHasEnded()) << "the host must not export meanwhile";
+          texts = DismissAlertWhenItComes(actions);
+        });
     EXPECT_EQ(texts,
               "There was an error uploading to Orvane.\nThe system returned this message: \"" + message + "\"\n");
     EXPECT_TRUE([[status_controller uploadStatusWindow] isVisible]);
@@ -174,6 +188,7 @@ TEST_F(UploadStatusWindowControllerTest, TriesAgainUntilTheFilmIsUploaded) {
         g_pw = "changed";
         TryAgain(actions);
         alerts.push_back(DismissAlertWhenItComes(actions));
+        actions.OnMain([] { EXPECT_EQ([[status_controller progressBar] doubleValue], 0) << "of the try before"; });
         api_.Answer(ScriptedApi::kStep, ScriptedApi::Refusal("Unknown customer."));
         TryAgain(actions);
         alerts.push_back(DismissAlertWhenItComes(actions));
@@ -205,7 +220,7 @@ TEST_F(UploadStatusWindowControllerTest, TriesAgainUntilTheFilmIsUploaded) {
 TEST_F(UploadStatusWindowControllerTest, SaysWhereTheFilmIsIfItCannotBeUploaded) {
   const std::string elsewhere = folder_ / "elsewhere.mp4";
   std::filesystem::rename(file_, elsewhere);
-  for (const std::string &film : {std::string(), elsewhere}) {
+  for (const std::string &film : {std::string(), file_, elsewhere}) {
     g_export.film = film;
     RunWithScript(
         [] {
@@ -214,10 +229,10 @@ TEST_F(UploadStatusWindowControllerTest, SaysWhereTheFilmIsIfItCannotBeUploaded)
         },
         [](Script &actions) { DismissAlertWhenItComes(actions); });
     EXPECT_EQ(Text([status_controller uploadLabel]),
-              film.empty() ? "The film was not uploaded, as it was not rendered.\nExport the sequence again."
-                           : "The film was not uploaded, as the path of the folder\nfor temporary files is too "
-                             "long. It is kept at\n" +
-                                 film);
+              film != elsewhere ? "The film was not uploaded, as it was not rendered.\nExport the sequence again."
+                                : "The film was not uploaded, as the path of the folder\nfor temporary files is too "
+                                  "long. It is kept at\n" +
+                                      film);
     EXPECT_TRUE([[status_controller tryAgainBtn] isHidden]) << "there is nothing to upload";
     [[status_controller closeBtn] setHidden:YES];
   }
@@ -226,7 +241,7 @@ TEST_F(UploadStatusWindowControllerTest, SaysWhereTheFilmIsIfItCannotBeUploaded)
 
 // What the service says may be longer than any screen.
 TEST_F(UploadStatusWindowControllerTest, CutsALongMessage) {
-  std::string message;
+  std::string message = "x";
   for (int i = 0; i < 300000; ++i) message += "é";
   api_.Answer(std::string(ScriptedApi::kUpload) + "1", ScriptedApi::Refusal(message));
   std::string texts;
@@ -252,7 +267,10 @@ TEST_F(UploadStatusWindowControllerTest, ShowsTheNewestProgressFromAnyThread) {
   EXPECT_FALSE([[status_controller progressBar] isIndeterminate]);
 
   // While an upload runs, what another thread says is shown soon.
+  setenv("TZ", "HERE-5:30", 1);  // east of Greenwich
+  tzset();
   std::atomic<bool> answer(false);
+  std::string waits;
   api_.Server().Route(std::string(ScriptedApi::kUpload) + "1", [&answer](const orvane_test::Request &) {
     while (!answer) std::this_thread::yield();
     return orvane_test::TextResponse(ScriptedApi::Refusal("no"));
@@ -263,18 +281,27 @@ TEST_F(UploadStatusWindowControllerTest, ShowsTheNewestProgressFromAnyThread) {
         [status_controller showWindow];
         SpinUntil([] { return UploadHasEnded() && !AlertPanel(); });
       },
-      [&answer](Script &actions) {
+      [&answer, &waits](Script &actions) {
         for (int i = 0; i <= 20000; ++i) [status_controller updateProgressBarWithTotal:45e6 now:45e6 * i / 20000];
         actions.WaitFor("the newest progress", [] { return [[status_controller progressBar] doubleValue] == 45e6; });
         actions.OnMain([] {
           EXPECT_STREQ([[[status_controller uploadLabel] stringValue] UTF8String],
                        "Uploading to Orvane: 45.0 MB of 45.0 MB (100 %)");
-          [status_controller updateProgressBarWithTotal:1.5e9 now:999.9e6];
-          EXPECT_EQ(Text([status_controller uploadLabel]), "Uploading to Orvane: 999.9 MB of 1.50 GB (66 %)");
+          [status_controller updateProgressBarWithTotal:999.96e6 now:999.9e6];
+          EXPECT_EQ(Text([status_controller uploadLabel]), "Uploading to Orvane: 999.9 MB of 1.00 GB (99 %)");
         });
+        actions.WaitFor("no more bytes",
+                        [&waits] { return (waits = Text([status_controller rateLabel])).size() > 30; });
         answer = true;
         DismissAlertWhenItComes(actions);
       });
+  unsetenv("TZ");
+  tzset();
+  int hour = 0, minute = 0, second = 0;
+  EXPECT_EQ(sscanf(waits.c_str(), "Waiting for the service since %d:%d:%d", &hour, &minute, &second), 3) << waits;
+  // In the local time; it began some five seconds ago.
+  const time_t ago = (time(nullptr) + 19800 - (hour * 60 + minute) * 60 - second) % 86400;
+  EXPECT_TRUE(ago >= 4 && ago < 60) << waits;
 }
 
 // With nothing of a workflow around the facade, and nobody logged in.

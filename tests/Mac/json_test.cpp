@@ -35,6 +35,7 @@ TEST(JsonValue, EveryNumberReadsAsIntFloatAndDouble) {
   EXPECT_EQ(Value(-2.9).ToInt(), -2);
   EXPECT_EQ(Value(7).ToDouble(), 7.0);
   EXPECT_EQ(Value(0.1).ToFloat(), 0.1f);
+  EXPECT_EQ(static_cast<double>(Value(0.1)), 0.1);
   EXPECT_EQ(Value(16777217).ToFloat(), 16777216.0f);
   EXPECT_EQ(Value(1e300).ToFloat(), std::numeric_limits<float>::infinity());
   // A double beyond int reads as the nearest int.
@@ -75,6 +76,7 @@ TEST(JsonValue, AReadOfTheWrongTypeThrowsTheMessageOfThatRead) {
       {"ObjectVal", [&] { constant[std::string("key")]; }},
       {"ObjectVal", [&] { flag.HasKey("key"); }},
       {"ObjectVal", [&] { flag.HasKeys(std::vector<std::string>()); }},
+      {"ObjectVal", [&] { flag.HasKeys(nullptr, 0); }},
       {"ArrayVal", [&] { flag.ToArray(); }},
       {"ArrayVal", [&] { flag[size_t{0}]; }},
       {"ArrayVal", [&] { constant[size_t{0}]; }},

@@ -10,6 +10,9 @@ typedef NSString *NSAttributedStringKey;
 
 @interface NSAttributedString : NSObject <NSCopying, NSMutableCopying, NSSecureCoding>
 @property (readonly) NSUInteger length;
+- (nullable id)attribute:(NSAttributedStringKey)name
+                 atIndex:(NSUInteger)location
+          effectiveRange:(nullable NSRange *)range;
 @end
 
 @interface NSMutableAttributedString : NSAttributedString
