@@ -96,26 +96,20 @@ TEST_F(OrvaneHost, TerminationDuringARenderEndsInOrder) {
 // A menu follows the mouse in an event loop of its own.
 TEST_F(OrvaneHost, TerminationWhileAMenuIsOpenEndsInOrder) {
   RunningProgram host({ORVANE_HOST_PROGRAM, "--plugin", ORVANE_SCRIPTED_BUNDLE});
-  // The windows found, one a line. A search ends early when a window goes away below its hands.
-  const auto search = [&host](const char* how, const char* name) {
-    std::string found;
-    host.Until(name, [&] {
-      const ChildResult result = RunChild({"xdotool", "search", "--onlyvisible", how, name});
-      found = result.output;
-      return result.status == 0;
-    });
-    return found;
-  };
+  // The windows, menus included, one a line that begins with its number.
+  std::string windows;
+  const auto list = [&windows] { return (windows = RunChild({"wmctrl", "-l"}).output).size(); };
   ASSERT_NO_FATAL_FAILURE(host.UntilItSays("loaded"));
   std::string window;
-  ASSERT_NO_FATAL_FAILURE(window = search("--name", "^Orvane Host$"));
-  window.pop_back();
+  ASSERT_NO_FATAL_FAILURE(host.Until("the window", [&] {
+    if (list() == 0) return false;
+    window = windows.substr(0, windows.find(' '));
+    return Contains(RunChild({"xwininfo", "-id", window}).output, "IsViewable");
+  }));
   RunChild({"xdotool", "windowfocus", "--sync", window});
-  std::string before;
-  ASSERT_NO_FATAL_FAILURE(before = search("--class", "GNUstep"));
   RunChild({"xdotool", "mousemove", "--window", window, "110", "13", "mousedown", "1"});
-  const auto opened = [&] { return search("--class", "GNUstep").size() > before.size(); };
-  ASSERT_NO_FATAL_FAILURE(host.Until("an open menu", opened));
+  const size_t before = windows.size();
+  ASSERT_NO_FATAL_FAILURE(host.Until("an open menu", [&] { return list() > before; }));
   host.Signal(SIGTERM);
   EXPECT_EQ(host.End(), 0) << host.errors;
   RunChild({"xdotool", "mouseup", "1"});
