@@ -50,7 +50,7 @@ SAVED_IS_BAD = "The saved Orvane username and/or password is invalid."
 TOO_LONG = {**NOT_REACHED, "alerts": alerts(SAVED_IS_BAD, "Invalid username or password.")}
 BROKEN = {"answers": [-1], "events": event(3, "The export to Orvane was stopped: ")}
 # It ends, within its limits: nothing more is laid down.
-UNTOLD = dict.fromkeys(("answers", "alerts", "events", "windows", "films", "saved"), lambda seen: True)
+UNTOLD = dict.fromkeys(("answers", "alerts", "events", "windows", "facades", "films", "saved"), lambda seen: True)
 UNSAVED = {**UPLOADED, "saved": False}
 
 # What comes of an answer that is lost on the way, and of one that cannot be read.
