@@ -24,7 +24,8 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
   NSImage *orvaneIcon;
   NSProgressIndicator *progressBar;
   NSArray *topLevelObjects;
-  CGFloat grownBy;    // points, by which the window is higher than while it uploads
+  CGFloat ownHeight;  // of the window's inside while it uploads, in points
+  CGFloat grownBy;    // points, by which the window is higher than that
   BOOL hasFailed;     // the upload that is ending
   BOOL waitsForUser;  // after a failed upload
   BOOL isAnotherTry;  // the session may have ended meanwhile

@@ -111,6 +111,7 @@ static NSString *TextAboutFilm() {
 - (void)awakeFromNib {
   Awake([self] {
     orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
+    ownHeight = NSHeight([[uploadStatusWindow contentView] frame]);
     [uploadStatusWindow setBackgroundColor:[NSColor whiteColor]];
     [[uploadLabel cell] setLineBreakMode:NSLineBreakByCharWrapping];
     SetButtonTitleColor(tryAgainBtn, [NSColor whiteColor]);
@@ -272,9 +273,10 @@ static NSString *TextAboutFilm() {
   const CGFloat missing = height + kGapAboveButtons + NSMaxY([closeBtn frame]) - NSMaxY([uploadLabel frame]);
   const CGFloat growth = MAX(missing, -grownBy);
   grownBy += growth;
-  NSRect window = [uploadStatusWindow frame];
-  window.size.height += growth;
-  [uploadStatusWindow setFrame:window display:NO];
+  // Not from the height of now, which may lag behind what was asked for.
+  NSRect window = [uploadStatusWindow contentRectForFrameRect:[uploadStatusWindow frame]];
+  window.size.height = ownHeight + grownBy;
+  [uploadStatusWindow setFrame:[uploadStatusWindow frameRectForContentRect:window] display:NO];
   NSRect text = [uploadLabel frame];
   text.origin.y = NSMaxY(text) - height;
   text.size.height = height;

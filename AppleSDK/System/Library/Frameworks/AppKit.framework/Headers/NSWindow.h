@@ -31,6 +31,8 @@ static const NSWindowStyleMask NSBorderlessWindowMask API_DEPRECATED_WITH_REPLAC
 @property (readonly) NSRect frame;
 - (void)setFrameOrigin:(NSPoint)point;
 - (void)setFrame:(NSRect)frame display:(BOOL)flag;
+- (NSRect)contentRectForFrameRect:(NSRect)frameRect;
+- (NSRect)frameRectForContentRect:(NSRect)contentRect;
 - (void)center;
 - (void)display;
 @property (nullable, readonly, assign) NSResponder *firstResponder;
