@@ -4,9 +4,9 @@ namespace {
 
 // Points. The margins are those of the main window.
 const CGFloat kMargin = 20;
-const CGFloat kWidth = 420;
-const CGFloat kHeight = 124;
-const CGFloat kInside = kWidth - 2 * kMargin;
+const CGFloat kPanelWidth = 420;
+const CGFloat kPanelHeight = 124;
+const CGFloat kInside = kPanelWidth - 2 * kMargin;
 const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 
 }  // namespace
@@ -16,7 +16,7 @@ const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 - (instancetype)init {
   if ((self = [super init])) {
     // A panel, as AppKit puts the main menu into every other window.
-    NSPanel *panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(300, 360, kWidth, kHeight)
+    NSPanel *panel = [[NSPanel alloc] initWithContentRect:NSMakeRect(300, 360, kPanelWidth, kPanelHeight)
                                                 styleMask:NSTitledWindowMask | NSClosableWindowMask
                                                   backing:NSBackingStoreBuffered
                                                     defer:NO];
@@ -55,7 +55,7 @@ const CGFloat kBezelRoom = 6;  // within a push button's frame, at its right
 
 - (void)addCancelButton {
   const CGFloat width = 96;
-  const CGFloat right = kWidth - kMargin + kBezelRoom;
+  const CGFloat right = kPanelWidth - kMargin + kBezelRoom;
   NSButton *cancel = [[[NSButton alloc] initWithFrame:NSMakeRect(right - width, kMargin, width, 24)] autorelease];
   [cancel setBezelStyle:NSRoundedBezelStyle];
   [cancel setTitle:@"Cancel"];

@@ -7,11 +7,10 @@
 
 namespace {
 
-// Points. Within the frame of a push button, as of a pop-up button, AppKit leaves room around the bezel.
+// Points. Within the frame of a push button AppKit leaves room around the bezel.
 const CGFloat kCornerRadius = 4;
 const CGFloat kBezelHeight = 24;
 const CGFloat kPushButtonInset = 6;
-const CGFloat kPopUpInset = 3;
 const CGFloat kTextMargin = 4;
 const CGFloat kRingWidth = 2;
 
@@ -22,7 +21,7 @@ BOOL IsPopUp(NSCell *cell) {
 }
 
 CGFloat SideInset(NSCell *cell) {
-  if (IsPopUp(cell)) return kPopUpInset;
+  if (IsPopUp(cell)) return LinuxThemePopUpInset;
   const BOOL push = [cell isMemberOfClass:[NSButtonCell class]] && [cell isBordered] &&
                     [static_cast<NSButtonCell *>(cell) bezelStyle] == NSRoundedBezelStyle;
   return push ? kPushButtonInset : 0;

@@ -15,6 +15,9 @@ enum LinuxThemeHue : unsigned {
   LinuxThemeText = 0x20252d,
 };
 
+/// The room that AppKit leaves around the bezel, within the frame of a pop-up button, in points.
+const CGFloat LinuxThemePopUpInset = 3;
+
 NSColor *LinuxThemeColor(LinuxThemeHue hue);
 
 /// Fills the rounded rectangle, and draws a border of that width in points on the inside of its edge.

@@ -9,7 +9,6 @@ const CGFloat kBarHeight = 26;
 const CGFloat kItemHeight = 24;
 const CGFloat kSeparatorHeight = 9;
 const CGFloat kSideMargin = 6;
-const CGFloat kPopUpInset = 3;
 const CGFloat kPopUpArrowRoom = 14;
 
 NSColor *TitleColor(GSThemeControlState state) {
@@ -76,7 +75,7 @@ NSColor *TitleColor(GSThemeControlState state) {
                                                                }] autorelease];
   NSRect place = horizontal ? frame : [cell titleRectForBounds:frame];
   if ([cell isKindOfClass:[NSPopUpButtonCell class]]) {
-    place = NSInsetRect(frame, kPopUpInset + kSideMargin, 0);
+    place = NSInsetRect(frame, LinuxThemePopUpInset + kSideMargin, 0);
     place.size.width -= kPopUpArrowRoom;
   }
   place.size.height = [title size].height;
