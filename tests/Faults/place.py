@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import subprocess
 import time
 
 from surroundings import Browser, wait_until
@@ -15,6 +16,12 @@ MOUNTS = {
     "no presets": f'mount -t tmpfs tmpfs "{PRESETS}"',
     "one preset": f'mount -t tmpfs tmpfs "{PRESETS}" && touch "{PRESETS}/Orvane.epr"',
 }
+OWN_MOUNTS = ["unshare", *([] if os.geteuid() == 0 else ["--user", "--map-root-user"]), "--mount"]
+
+
+def mounts_are_allowed():
+    """A container may lack the rights."""
+    return subprocess.run([*OWN_MOUNTS, "true"], capture_output=True).returncode == 0
 
 
 class Place:
@@ -29,8 +36,7 @@ class Place:
             self.temporary.mkdir(parents=True)
             os.mkdir(os.fsencode(self.temporary) + b"\xff")  # a folder whose path is no text
         if setting in MOUNTS:
-            as_root = [] if os.geteuid() == 0 else ["--user", "--map-root-user"]
-            self.prefix = ["unshare", *as_root, "--mount", "sh", "-c", f'{MOUNTS[setting]} && exec "$@"', self.temporary]
+            self.prefix = [*OWN_MOUNTS, "sh", "-c", f'{MOUNTS[setting]} && exec "$@"', self.temporary]
         if setting.startswith("without "):
             self.bundle = folder / "Orvane.bundle"
             shutil.copytree(bundle, self.bundle, symlinks=True)
