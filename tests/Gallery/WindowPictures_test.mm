@@ -2,7 +2,10 @@
 // texts that are as long as texts get. What README.md shows is in docs/, the others are in pictures/. With
 // $ORVANE_MAKE_PICTURES set the pictures are written there instead.
 #import <Cocoa/Cocoa.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -226,7 +229,15 @@ TEST_F(WindowPictures, Uploading) {
   }
 }
 
-TEST_F(WindowPictures, LongAlertAndFailedUpload) {
+TEST_F(WindowPictures, AlertsAndFailedUploads) {
+  // The path that the picture shows is everybody's on this machine: one at a time.
+  const int everybodys = open("/tmp", O_RDONLY | O_CLOEXEC);
+  flock(everybodys, LOCK_EX);
+  g_fpath = "/tmp/VorrelExport_1795324800.mp4";
+  WriteFile(g_fpath, "");
+  ExpectFailedUpload("The folder is full.", @"alert-refused", @"not-uploaded");
+  std::filesystem::remove(g_fpath);
+  close(everybodys);
   g_title = LONG_PROJECT_NAME;
   // A file that is everywhere, by a path as long as that of a film can be.
   g_fpath = "/usr/lib";
@@ -238,13 +249,6 @@ TEST_F(WindowPictures, LongAlertAndFailedUpload) {
       "https://gemeinschaftsproduktion-der-filmwerkstatt-an-der-oberen-elbe-20.orvane.localhost/"
       "help/quota?folder=d0c0ffee-0000-4000-8000-00000000f00d&project=4711",
       @"alert-long-text", @"not-uploaded-long-texts");
-}
-
-TEST_F(WindowPictures, FailedUpload) {
-  g_fpath = "/tmp/VorrelExport_1795324800.mp4";
-  WriteFile(g_fpath, "");
-  ExpectFailedUpload("The folder is full.", @"alert-refused", @"not-uploaded");
-  std::filesystem::remove(g_fpath);
 }
 
 TEST_F(WindowPictures, Complete) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #import "Controls.h"
-#include "ExceptionGuard.h"
 
 @interface CloseWitness : NSObject {
  @public
@@ -159,11 +158,4 @@ TEST_F(DialogWindowTest, AtWorkItClosesLater) {
   bool ran = false;
   RunAtWork(nil, [&ran] { ran = true; });
   EXPECT_TRUE(ran);
-}
-
-// As when an interface file is missing.
-TEST(DialogWindow, WithoutAWindowNothingRunsModally) {
-  std::string failure;
-  EXPECT_FALSE(CatchExceptions([] { RunModalDialog(nil); }, &failure));
-  EXPECT_EQ(failure, "an interface file of the plug-in holds no window");
 }

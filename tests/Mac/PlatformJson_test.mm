@@ -26,7 +26,7 @@ TEST(PlatformJson, RefusesWhatIsTooDeep) {
   EXPECT_NE(Parse(Nested(kMaxJsonDepth)), nil);
   EXPECT_EQ(Parse(Nested(kMaxJsonDepth + 1)), nil);
   EXPECT_EQ(Parse(Nested(5000000)), nil);
-  EXPECT_EQ(Parse(Repeated("{\"a\":", 50000)), nil);
+  EXPECT_EQ(Parse(Repeated("{\"a\":", kMaxJsonDepth + 1) + "1" + Repeated("}", kMaxJsonDepth + 1)), nil);
   EXPECT_NE(Parse("[" + Repeated("[],", 5000) + "[]]"), nil) << "beside each other";
   // Brackets in texts are none.
   EXPECT_NE(Parse("[\"" + Repeated("[{\\\"\\\\", 5000) + "\"]"), nil);
@@ -39,18 +39,6 @@ TEST(PlatformJson, RefusesTooManyValues) {
   }
   EXPECT_EQ(Parse("[" + Repeated("[1],", kMaxJsonValues / 2) + "1]"), nil);
   EXPECT_NE(Parse("[\"" + Repeated(",", kMaxJsonValues) + "\"]"), nil) << "commas in a text";
-}
-
-TEST(PlatformJson, ReadsNumbersWithAllTheirDigits) {
-  NSArray *read = Parse(
-      R"([12345678901234567, 18446744073709551615, -9223372036854775808, 12, 1.5, true, null, {"a\u00e9": "\ud83c\udfac"}])");
-  ASSERT_EQ([read count], 8u);
-  const char *const texts[] = {"12345678901234567", "18446744073709551615", "-9223372036854775808", "12", "1.5"};
-  for (NSUInteger i = 0; i < 5; ++i) EXPECT_STREQ([[[read objectAtIndex:i] stringValue] UTF8String], texts[i]);
-  EXPECT_TRUE([[read objectAtIndex:5] isKindOfClass:[[NSNumber numberWithBool:YES] class]]);
-  EXPECT_FALSE([[read objectAtIndex:3] isKindOfClass:[[NSNumber numberWithBool:YES] class]]);
-  EXPECT_EQ([read objectAtIndex:6], [NSNull null]);
-  EXPECT_STREQ([[[read objectAtIndex:7] objectForKey:@"aé"] UTF8String], "🎬");
 }
 
 TEST(PlatformJson, TakesNothingButOneWholeListOrObject) {

@@ -141,6 +141,8 @@ TEST_F(TagsViewTest, TabGoesThroughTheChipsAndOn) {
   EXPECT_EQ(window_test::TabOrder(window), "New tag|after");
   for (NSString *tag in @[ @"one", @"two", @"six" ]) Add(tag);
   EXPECT_EQ(window_test::TabOrder(window), "New tag|Remove tag one|Remove tag two|Remove tag six|after");
+  while ([[view_ tags] count] > 0) [view_ deleteTagButton:Chip(0)];
+  EXPECT_EQ(window_test::TabOrder(window), "New tag|after");
 }
 
 // Whoever deletes tags with the keyboard stays among the chips, and is in the field when none is left.
