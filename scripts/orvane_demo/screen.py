@@ -27,7 +27,8 @@ class Screen:
         if not self._measure():
             self._fail(f'the window "{title}" has gone')
         if not busy:
-            self._xdotool("windowfocus", "--sync", self._window)
+            # By the window manager, which would else give it the keyboard in its own time, and close a menu by that.
+            self._xdotool("windowactivate", "--sync", self._window)
 
     def expect_gone(self, title, seconds=30):
         if not wait_until(seconds, lambda: not self.find(title)):
