@@ -120,21 +120,6 @@ class PopUpButton : public testing::Test {
 
 }  // namespace
 
-TEST_F(PopUpButton, ReturnChoosesAndDoesNotReachTheDefaultButtonBehindTheMenu) {
-  Press(Key(NSDownArrowFunctionKey));
-  ASSERT_TRUE(IsOpen());
-  Press(Key(NSDownArrowFunctionKey), 3);
-  Press(Key(NSUpArrowFunctionKey));
-  EXPECT_EQ(ActionCount(choices_), 0);
-  Press(@"\r");
-  EXPECT_EQ([button_ indexOfSelectedItem], 2);
-  EXPECT_EQ(ActionCount(choices_), 1);
-  EXPECT_FALSE(IsOpen());
-  EXPECT_EQ(ActionCount(presses_), 0);
-  Press(@"\r");
-  EXPECT_EQ(ActionCount(presses_), 1);
-}
-
 TEST_F(PopUpButton, EscapeClosesTheMenuWhichKeepsItsItemsOnTheScreenAndChangesNothing) {
   Press(Key(NSUpArrowFunctionKey));
   Press(Key(NSDownArrowFunctionKey), 75);
