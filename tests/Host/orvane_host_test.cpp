@@ -114,7 +114,7 @@ TEST_F(OrvaneHost, TerminationWhileAMenuIsOpenEndsInOrder) {
     window = windows.substr(0, windows.find(' '));
     return Contains(RunChild({"xwininfo", "-id", window}).output, "IsViewable");
   }));
-  RunChild({"xdotool", "windowfocus", "--sync", window});
+  RunChild({"xdotool", "windowactivate", "--sync", window});
   RunChild({"xdotool", "mousemove", "--window", window, "110", "13", "mousedown", "1"});
   const size_t before = windows.size();
   ASSERT_NO_FATAL_FAILURE(host.Until("an open menu", [&] { return list() > before; }));
