@@ -1,9 +1,7 @@
-// The program as its users run it, on a display. The test program itself is started with one.
+// The program as its users run it, on a display. Each test is started with one of its own.
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
-#include <thread>
 
 #include "Deployment.h"
 #include "RunningProgram.h"
@@ -15,12 +13,6 @@ namespace {
 class OrvaneHost : public testing::Test {
  protected:
   OrvaneHost() {
-    // Windows of one program may have the numbers of the last one's. The window manager must have let go of those, or
-    // it takes the new ones for them.
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(40);
-    while (!RunChild({"wmctrl", "-l"}).output.empty() && std::chrono::steady_clock::now() < deadline) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
     setenv("ORVANE_PRESET", ORVANE_PRESET_DIR "/" ORVANE_LOW_PRESET, 1);
     setenv("ORVANE_DESTINATION", (folder_ / "film.mp4").c_str(), 1);
     setenv("ORVANE_SCRIPT", "good", 1);
