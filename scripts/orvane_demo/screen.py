@@ -61,9 +61,12 @@ class Screen:
             self._fail("the menu does not close")
 
     def choose(self, picture, *places):
-        """Clicks at the places, of which each but the last opens a menu, and takes a picture before the last."""
-        for place in places[:-1]:
-            self.open_menu(lambda: self.click(*place))
+        """Opens the menu by a click at the first place and those within it by pointing at theirs, takes a picture, and
+        clicks at the last one."""
+        self.open_menu(lambda: self.click(*places[0]))
+        # An open menu looks for the pointer now and then. A click right after a leap it would take for one beside it.
+        for place in places[1:-1]:
+            self.open_menu(lambda: self._point(*place))
         self._point(*places[-1])
         self.expect_still("the menu")
         self.expect_picture(picture)
@@ -105,8 +108,7 @@ class Screen:
 
     def _measure(self):
         """Finds out where the inside of the current window is on the screen. Returns whether the window is there."""
-        facts = self.run("xwininfo", "-id", self._window).decode(errors="replace")
-        numbers = re.findall(r"(?:Absolute upper-left [XY]|\n  Width|\n  Height): *(-?\d+)", facts)
+        numbers = re.findall(r"(?:Absolute upper-left [XY]|\n  Width|\n  Height): *(-?\d+)", self._facts(self._window))
         if numbers:
             self._left, self._top, self._width, self.height = map(int, numbers)
         return numbers
@@ -121,8 +123,12 @@ class Screen:
         return {window: "".join(title) for window, _, _, *title in lines}
 
     def _appeared(self, before):
+        """It is listed before it is shown, and until then a click goes to what lies below it."""
         self._menu = next(iter(self._windows().keys() - before), None)
-        return self._menu
+        return self._menu and "IsViewable" in self._facts(self._menu)
+
+    def _facts(self, window):
+        return self.run("xwininfo", "-id", window).decode(errors="replace")
 
     def _settled(self, window):
         before, self._look = self._look, self.run("import", "-window", window, "-silent", "rgba:-")
