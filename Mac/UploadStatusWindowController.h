@@ -24,11 +24,11 @@ ORV_RUNTIME_NAME("OrvUploadStatusWindowController")
   NSImage *orvaneIcon;
   NSProgressIndicator *progressBar;
   NSArray *topLevelObjects;
-  CGFloat ownHeight;  // of the window's inside while it uploads, in points
-  CGFloat grownBy;    // points, by which the window is higher than that
-  BOOL hasFailed;     // the upload that is ending
-  BOOL waitsForUser;  // after a failed upload
-  BOOL isAnotherTry;  // the session may have ended meanwhile
+  CGFloat ownHeight;        // of the window's inside while it uploads, in points
+  CGFloat marginAboveText;  // in it, in points
+  BOOL hasFailed;           // the upload that is ending
+  BOOL waitsForUser;        // after a failed upload
+  BOOL isAnotherTry;        // the session may have ended meanwhile
 
   // The newest progress, from any thread. The timer draws it while the upload runs, on the main thread.
   std::mutex progressMutex;

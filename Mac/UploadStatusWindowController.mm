@@ -112,6 +112,7 @@ static NSString *TextAboutFilm() {
   Awake([self] {
     orvaneIcon = [PluginImage(@"OrvaneIcon1.png") retain];
     ownHeight = NSHeight([[uploadStatusWindow contentView] frame]);
+    marginAboveText = ownHeight - NSMaxY([uploadLabel frame]);
     [uploadStatusWindow setBackgroundColor:[NSColor whiteColor]];
     [[uploadLabel cell] setLineBreakMode:NSLineBreakByCharWrapping];
     SetButtonTitleColor(tryAgainBtn, [NSColor whiteColor]);
@@ -268,17 +269,14 @@ static NSString *TextAboutFilm() {
   [uploadStatusWindow display];
 }
 
-// The text's top keeps its place in the window, which grows upwards by what is missing above the buttons.
+// The text's top keeps its place in the window, which grows upwards by what is missing above the buttons. Nothing is
+// added to or taken from the size of now, which may lag behind what was asked for.
 - (void)setTextHeight:(CGFloat)height {
-  const CGFloat missing = height + kGapAboveButtons + NSMaxY([closeBtn frame]) - NSMaxY([uploadLabel frame]);
-  const CGFloat growth = MAX(missing, -grownBy);
-  grownBy += growth;
-  // Not from the height of now, which may lag behind what was asked for.
-  NSRect window = [uploadStatusWindow contentRectForFrameRect:[uploadStatusWindow frame]];
-  window.size.height = ownHeight + grownBy;
-  [uploadStatusWindow setFrame:[uploadStatusWindow frameRectForContentRect:window] display:NO];
+  NSRect content = [uploadStatusWindow contentRectForFrameRect:[uploadStatusWindow frame]];
+  content.size.height = MAX(ownHeight, NSMaxY([closeBtn frame]) + kGapAboveButtons + height + marginAboveText);
+  [uploadStatusWindow setFrame:[uploadStatusWindow frameRectForContentRect:content] display:NO];
   NSRect text = [uploadLabel frame];
-  text.origin.y = NSMaxY(text) - height;
+  text.origin.y = NSHeight([[uploadStatusWindow contentView] frame]) - marginAboveText - height;
   text.size.height = height;
   [uploadLabel setFrame:text];
 }

@@ -156,7 +156,11 @@ void RunWithScript(const std::function<void()> &body, const std::function<void(S
     script_ended = true;
   });
   @autoreleasepool {
-    body();
+    @try {
+      body();
+    } @catch (NSException *exception) {
+      ADD_FAILURE() << "the body raised " << [[exception description] UTF8String];
+    }
   }
   body_ended = true;
   while (!SpinUntil([&script_ended] { return script_ended.load(); })) {
