@@ -7,15 +7,11 @@ namespace {
 
 NSFont *(*original_font_with_name)(id, SEL, NSString *, CGFloat);
 
-NSString *FallbackFontName(NSString *name) {
-  if (![name hasPrefix:@"Helvetica"]) return nil;
-  return [name hasSuffix:@"Bold"] ? @"LiberationSans-Bold" : @"LiberationSans";
-}
-
 NSFont *FontWithFallback(id font_class, SEL selector, NSString *name, CGFloat size) {
   NSFont *font = original_font_with_name(font_class, selector, name, size);
-  NSString *fallback = font ? nil : FallbackFontName(name);
-  return fallback ? original_font_with_name(font_class, selector, fallback, size) : font;
+  if (font || ![name hasPrefix:@"Helvetica"]) return font;
+  NSString *fallback = [name hasSuffix:@"Bold"] ? @"LiberationSans-Bold" : @"LiberationSans";
+  return original_font_with_name(font_class, selector, fallback, size);
 }
 
 }  // namespace

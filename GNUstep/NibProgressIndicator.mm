@@ -5,11 +5,9 @@
 @implementation NSProgressIndicator (OrvNibAttributes)
 
 - (void)awakeFromNib {
-  if ([self style] == NSProgressIndicatorSpinningStyle) {
-    [self setDisplayedWhenStopped:NO];
-    return;
-  }
-  [self setDisplayedWhenStopped:YES];
+  const BOOL isBar = [self style] != NSProgressIndicatorSpinningStyle;
+  [self setDisplayedWhenStopped:isBar];
+  if (!isBar) return;
   [self setHidden:NO];
   [self setIndeterminate:NO];
   [self setDoubleValue:[self minValue]];

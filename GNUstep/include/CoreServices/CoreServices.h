@@ -7,7 +7,7 @@
 extern "C" {
 #endif
 
-/// A reference to a file or folder. What it holds is private.
+/// A reference to a file or folder. What it holds is private; here it is always to the temporary-items folder.
 typedef struct {
   UInt8 hidden[80];
 } FSRef;
