@@ -269,8 +269,8 @@ static NSString *TextAboutFilm() {
   [uploadStatusWindow display];
 }
 
-// The text's top keeps its place in the window, which grows upwards by what is missing above the buttons. Nothing is
-// added to or taken from the size of now, which may lag behind what was asked for.
+// The text's top keeps its place in the window, which grows upwards by what is missing above the buttons. How tall it
+// is to be does not depend on how tall it is, which may lag behind what was asked for.
 - (void)setTextHeight:(CGFloat)height {
   NSRect content = [uploadStatusWindow contentRectForFrameRect:[uploadStatusWindow frame]];
   content.size.height = MAX(ownHeight, NSMaxY([closeBtn frame]) + kGapAboveButtons + height + marginAboveText);
