@@ -63,6 +63,10 @@ void DrainMainQueue() {
 // On the main thread, which loads this code.
 + (void)load {
   @autoreleasepool {
+    // With the first thread Foundation takes up its locks: what draws a text meanwhile would give back one that it
+    // never took. A thread that does nothing is the first, before there is anything to draw; its object stays.
+    static NSThread *first = [[NSThread alloc] initWithTarget:self selector:@selector(class) object:nil];
+    [first start];
     OrvQueues *watcher = [[OrvQueues alloc] init];
     void *descriptor = reinterpret_cast<void *>(static_cast<intptr_t>(WakeDescriptor()));
     for (NSString *mode in EventLoopModes()) {

@@ -7,6 +7,11 @@
 #include "BareWindow.h"
 #include "WindowScript.h"
 
+// First of these, as the others start threads.
+TEST(Dispatch, FoundationHasItsLocksBeforeTheFirstThread) {
+  EXPECT_TRUE([NSThread isMultiThreaded]);
+}
+
 TEST(Dispatch, AModalLoopDeliversMainBlocks) {
   const window_test::BareWindow panel(NSMakeSize(200, 100));
   dispatch_block_t stop = ^{
