@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #import "BareWindow.h"
+#import "Controls.h"
 
 namespace {
 
@@ -35,5 +36,31 @@ TEST(LinuxTheme, ControlsShowThatTheyHaveTheFocus) {
       EXPECT_TRUE([[window.Picture() TIFFRepresentation] isEqualToData:without]) << [[control description] UTF8String];
       [[[[window.Window() contentView] subviews] lastObject] removeFromSuperview];
     }
+  }
+}
+
+// AppKit takes only a part of the field for changed then, which its edge is not in.
+TEST(LinuxTheme, AFieldThatIsLeftWithTabLosesTheFocusOnTheDisplay) {
+  @autoreleasepool {
+    window_test::BareWindow window(NSMakeSize(220, 60));
+    NSTextField *field = [[[NSTextField alloc] initWithFrame:NSMakeRect(10, 10, 90, 28)] autorelease];
+    NSTextField *next = [[[NSTextField alloc] initWithFrame:NSMakeRect(110, 10, 90, 28)] autorelease];
+    [field setNextKeyView:next];
+    window.Add(field);
+    window.Add(next);
+    const auto edge = [&window, field] {
+      [window.Window() displayIfNeeded];
+      [field lockFocus];
+      NSBitmapImageRep *picture =
+          [[[NSBitmapImageRep alloc] initWithFocusedViewRect:NSMakeRect(0, 10, 4, 4)] autorelease];
+      [field unlockFocus];
+      return [picture TIFFRepresentation];
+    };
+    NSData *without = edge();
+    [window.Window() makeFirstResponder:field];
+    EXPECT_FALSE([edge() isEqualToData:without]);
+    window_test::PressKey(window.Window(), @"\t");
+    EXPECT_EQ([window.Window() firstResponder], [next currentEditor]);
+    EXPECT_TRUE([edge() isEqualToData:without]);
   }
 }
