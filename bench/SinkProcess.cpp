@@ -1,11 +1,11 @@
 #include "SinkProcess.h"
 
 #include <curl/curl.h>
-#include <nlohmann/json.hpp>
 
 #include <chrono>
 #include <csignal>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 
 #include "Deployment.h"
@@ -56,8 +56,12 @@ SinkStatistics SinkProcess::Statistics() const {
   curl_easy_setopt(handle.get(), CURLOPT_WRITEFUNCTION, &Append);
   curl_easy_setopt(handle.get(), CURLOPT_WRITEDATA, &text);
   if (curl_easy_perform(handle.get()) != CURLE_OK) throw std::runtime_error("the sink does not answer");
-  const nlohmann::json numbers = nlohmann::json::parse(text);
-  return {numbers.at("connections"), numbers.at("requests"), numbers.at("bodyBytes")};
+  SinkStatistics statistics;
+  std::istringstream numbers(text);
+  if (!(numbers >> statistics.connections >> statistics.requests >> statistics.bodyBytes)) {
+    throw std::runtime_error("the sink has no statistics");
+  }
+  return statistics;
 }
 
 std::string ApiUrl(const std::string& operation) {

@@ -39,7 +39,7 @@ class SinkServer::Visit : public orvane_service::Exchange {
 
   Response Answer() override {
     const std::string path = request_.Path();
-    if (path == "/statistics") return Json(server_.Statistics());
+    if (path == "/statistics") return {200, server_.Statistics(), "text/plain"};
     server_.Count(request_.ClientPort(), bytes_);
     if (path == "/api/prjacc/prjacc") {
       return Json(
@@ -74,8 +74,7 @@ SinkServer::SinkServer(const std::filesystem::path& folder)
 
 std::string SinkServer::Statistics() {
   const std::lock_guard<std::mutex> lock(mutex_);
-  return R"({"connections":)" + std::to_string(connections_.size()) + R"(,"requests":)" + std::to_string(requests_) +
-         R"(,"bodyBytes":)" + std::to_string(bodyBytes_) + "}";
+  return std::to_string(connections_.size()) + ' ' + std::to_string(requests_) + ' ' + std::to_string(bodyBytes_);
 }
 
 void SinkServer::Count(int clientPort, size_t bodyBytes) {

@@ -13,8 +13,8 @@ namespace bench {
 
 /// The review service's own web server with other answers, on a free port. It logs everybody in, has two projects with
 /// the folders of FolderTree.h, and takes every upload. It answers at once, but after 5 milliseconds, as from the next
-/// town, when asked for folders of the project "far". GET /statistics answers a JSON object with the numbers of
-/// "connections", "requests" and "bodyBytes" so far, which leave such questions out.
+/// town, when asked for folders of the project "far". GET /statistics answers the numbers of connections, of
+/// requests and of their bodies' bytes so far, which leave such questions out.
 class SinkServer {
  public:
   /// Makes an authority, ca.pem, in the folder. Throws std::runtime_error.

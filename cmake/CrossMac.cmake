@@ -19,9 +19,10 @@ file(MAKE_DIRECTORY "${tools}/include")
 file(CREATE_LINK "${llvm}/llvm-lipo" "${tools}/lipo" SYMBOLIC)
 file(CREATE_LINK /usr/include/x86_64-linux-gnu/curl "${tools}/include/curl" SYMBOLIC)
 
-# The C library's headers come last, behind the system root's and the C++ library's wrappers of them.
+# The C library's headers come last, behind the system root's and the C++ library's wrappers of them. A header of the
+# C++ library brings no others along: half the work, and what a source forgets to include is found.
 set(flags "-isystem ${CMAKE_OSX_SYSROOT}/usr/include/c++/v1 -idirafter /usr/include/x86_64-linux-musl")
-string(APPEND flags " -idirafter ${tools}/include -B${tools}")
+string(APPEND flags " -idirafter ${tools}/include -B${tools} -D_LIBCPP_REMOVE_TRANSITIVE_INCLUDES")
 set(CMAKE_CXX_FLAGS_INIT "${flags}")
 set(CMAKE_OBJCXX_FLAGS_INIT "${flags}")
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -fuse-ld=lld)
